@@ -1,0 +1,56 @@
+# Build rules that every folder shares.
+
+option(TARNWICK_TESTS "Build the tests" ON)
+option(TARNWICK_BENCHMARKS "Build the benchmarks" OFF)
+set(TARNWICK_SANITIZE "" CACHE STRING "Value for -fsanitize=, empty for none")
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+find_program(TARNWICK_MOLD mold)
+
+# What every target of ours is compiled with; Qt's own headers are system headers and exempt.
+add_library(tarnwick_options INTERFACE)
+target_compile_options(tarnwick_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+target_compile_definitions(tarnwick_options INTERFACE
+    QT_NO_CAST_FROM_BYTEARRAY QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
+    QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+target_include_directories(tarnwick_options INTERFACE ${CMAKE_SOURCE_DIR})
+if(TARNWICK_MOLD)
+    target_link_options(tarnwick_options INTERFACE -fuse-ld=mold)
+endif()
+if(TARNWICK_SANITIZE)
+    target_compile_options(tarnwick_options INTERFACE
+        -fsanitize=${TARNWICK_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    target_link_options(tarnwick_options INTERFACE -fsanitize=${TARNWICK_SANITIZE})
+endif()
+
+# tarnwick_library(NAME SOURCES file… [LINKS target…])
+# One static library a folder.
+function(tarnwick_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+    add_library(${name} STATIC ${arg_SOURCES})
+    target_link_libraries(${name} PUBLIC tarnwick_options ${arg_LINKS})
+endfunction()
+
+# tarnwick_test(NAME SOURCES file… [LINKS target…] [GUI] [TIMEOUT seconds])
+# One GoogleTest executable, one CTest entry. GUI gives it a QGuiApplication on the offscreen
+# platform, otherwise it has a QCoreApplication.
+function(tarnwick_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "GUI" "TIMEOUT" "SOURCES;LINKS")
+    add_executable(${name} ${arg_SOURCES} ${CMAKE_SOURCE_DIR}/tests/fakes/TestMain.cpp)
+    target_link_libraries(${name} PRIVATE tarnwick_options ${arg_LINKS} Qt6::Core GTest::gmock)
+    if(arg_GUI)
+        target_compile_definitions(${name} PRIVATE TARNWICK_TEST_GUI)
+        target_link_libraries(${name} PRIVATE Qt6::Gui)
+    endif()
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 120)
+    endif()
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT}
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_QUICK_BACKEND=software;LC_ALL=C.UTF-8")
+endfunction()
