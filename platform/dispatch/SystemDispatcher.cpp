@@ -126,9 +126,16 @@ bool SystemDispatcher::sleepFor(Duration duration) {
 
 void SystemDispatcher::runAndWait(QualityOfService quality, Task task) {
     // Signalled when the task is destroyed, so that a caller is let go even when a shutdown drops it.
-    struct Signal {
-        std::shared_ptr<std::counting_semaphore<>> semaphore;
-        ~Signal() { semaphore->release(); }
+    class Signal {
+    public:
+        explicit Signal(std::shared_ptr<std::counting_semaphore<>> semaphore)
+            : m_semaphore(std::move(semaphore)) {}
+        Signal(const Signal&) = delete;
+        Signal& operator=(const Signal&) = delete;
+        ~Signal() { m_semaphore->release(); }
+
+    private:
+        std::shared_ptr<std::counting_semaphore<>> m_semaphore;
     };
     auto semaphore = std::make_shared<std::counting_semaphore<>>(0);
     auto signal = std::make_shared<Signal>(semaphore);
