@@ -9,6 +9,9 @@ using Application = QCoreApplication;
 #endif
 
 int main(int argc, char** argv) {
+    // Set here, so that a test started by hand behaves as under CTest.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QUICK_BACKEND", "software");
     Application application(argc, argv);
     testing::InitGoogleMock(&argc, argv);
     return RUN_ALL_TESTS();
