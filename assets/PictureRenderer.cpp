@@ -9,9 +9,7 @@ namespace tarnwick {
 
 namespace {
 
-bool isVector(const QByteArray& encoded) {
-    return encoded.startsWith("<");
-}
+bool isVector(const QByteArray& encoded) { return encoded.startsWith("<"); }
 
 } // namespace
 

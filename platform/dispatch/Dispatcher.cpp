@@ -60,9 +60,7 @@ struct TimerSource::State : std::enable_shared_from_this<State> {
 
 TimerSource::TimerSource(std::shared_ptr<State> state) : m_state(std::move(state)) {}
 
-TimerSource::~TimerSource() {
-    cancel();
-}
+TimerSource::~TimerSource() { cancel(); }
 
 void TimerSource::cancel() {
     const std::lock_guard lock(m_state->mutex);

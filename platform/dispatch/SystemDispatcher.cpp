@@ -67,9 +67,7 @@ private:
 
 namespace {
 
-unsigned threads(unsigned least) {
-    return std::max(least, std::thread::hardware_concurrency());
-}
+unsigned threads(unsigned least) { return std::max(least, std::thread::hardware_concurrency()); }
 
 } // namespace
 
@@ -94,9 +92,7 @@ SystemDispatcher::~SystemDispatcher() {
     m_userInteractive.shutDown();
 }
 
-Queue& SystemDispatcher::mainQueue() {
-    return *m_main;
-}
+Queue& SystemDispatcher::mainQueue() { return *m_main; }
 
 Queue& SystemDispatcher::globalQueue(QualityOfService quality) {
     switch (quality) {
@@ -110,13 +106,9 @@ Queue& SystemDispatcher::globalQueue(QualityOfService quality) {
     return m_default;
 }
 
-Instant SystemDispatcher::now() const {
-    return steady_clock::now().time_since_epoch();
-}
+Instant SystemDispatcher::now() const { return steady_clock::now().time_since_epoch(); }
 
-bool SystemDispatcher::isMainThread() const {
-    return std::this_thread::get_id() == m_mainThread;
-}
+bool SystemDispatcher::isMainThread() const { return std::this_thread::get_id() == m_mainThread; }
 
 bool SystemDispatcher::sleepFor(Duration duration) {
     std::unique_lock lock(m_mutex);

@@ -7,9 +7,7 @@ namespace tarnwick::dispatch {
 TaskQueue::TaskQueue(unsigned maximumThreads, int niceness)
     : m_maximumThreads(maximumThreads), m_niceness(niceness) {}
 
-TaskQueue::~TaskQueue() {
-    shutDown();
-}
+TaskQueue::~TaskQueue() { shutDown(); }
 
 void TaskQueue::async(Task task) {
     const std::lock_guard lock(m_mutex);

@@ -26,21 +26,13 @@ VirtualDispatcher::VirtualDispatcher() : m_main(std::make_unique<VirtualQueue>(*
 
 VirtualDispatcher::~VirtualDispatcher() = default;
 
-Queue& VirtualDispatcher::mainQueue() {
-    return *m_main;
-}
+Queue& VirtualDispatcher::mainQueue() { return *m_main; }
 
-Queue& VirtualDispatcher::globalQueue(QualityOfService quality) {
-    return *m_global.at(quality);
-}
+Queue& VirtualDispatcher::globalQueue(QualityOfService quality) { return *m_global.at(quality); }
 
-Instant VirtualDispatcher::now() const {
-    return m_now;
-}
+Instant VirtualDispatcher::now() const { return m_now; }
 
-bool VirtualDispatcher::isMainThread() const {
-    return m_current == m_main.get();
-}
+bool VirtualDispatcher::isMainThread() const { return m_current == m_main.get(); }
 
 bool VirtualDispatcher::sleepFor(Duration duration) {
     advance(duration);
@@ -67,9 +59,7 @@ void VirtualDispatcher::advance(Duration duration) {
     m_current = caller;
 }
 
-void VirtualDispatcher::callAt(Instant when, Task callback) {
-    m_due.emplace(when, std::move(callback));
-}
+void VirtualDispatcher::callAt(Instant when, Task callback) { m_due.emplace(when, std::move(callback)); }
 
 void VirtualDispatcher::runOn(const Queue* queue, const Task& task) {
     const Queue* const caller = std::exchange(m_current, queue);

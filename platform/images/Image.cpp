@@ -60,20 +60,12 @@ Image Image::fromPixels(const QImage& pixels) {
     return Image(std::move(content));
 }
 
-QSize Image::size() const {
-    return m_content->size;
-}
+QSize Image::size() const { return m_content->size; }
 
-QImage Image::pixels() const {
-    return m_content->decode();
-}
+QImage Image::pixels() const { return m_content->decode(); }
 
-bool Image::isReady() const {
-    return m_content->ready;
-}
+bool Image::isReady() const { return m_content->ready; }
 
-quint64 Image::id() const {
-    return m_content->id;
-}
+quint64 Image::id() const { return m_content->id; }
 
 } // namespace tarnwick::images

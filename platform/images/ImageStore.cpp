@@ -63,9 +63,7 @@ std::optional<Image> ImageStore::decode(const QByteArray& bytes) {
     return image;
 }
 
-int ImageStore::decodeCount() const {
-    return m_decodeCount;
-}
+int ImageStore::decodeCount() const { return m_decodeCount; }
 
 std::optional<Image> ImageStore::recent(const QByteArray& bytes, bool& found) const {
     const std::lock_guard lock(m_mutex);

@@ -23,12 +23,8 @@ Library::Library(std::vector<Track> tracks) : m_tracks(std::move(tracks)) {
     }
 }
 
-std::span<const int> Library::ofAlbum(const QString& album) const {
-    return found(m_byAlbum, album);
-}
+std::span<const int> Library::ofAlbum(const QString& album) const { return found(m_byAlbum, album); }
 
-std::span<const int> Library::named(const QString& name) const {
-    return found(m_byName, name);
-}
+std::span<const int> Library::named(const QString& name) const { return found(m_byName, name); }
 
 } // namespace tarnwick::musicapp
