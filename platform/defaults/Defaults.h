@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <variant>
+
+namespace tarnwick::defaults {
+
+/// What a key can hold. A type is a type: the text "true" is not a boolean.
+using Value = std::variant<bool, double, QString, QStringList>;
+
+/// The user's defaults. Main thread only.
+class Defaults : public QObject {
+    Q_OBJECT
+
+public:
+    /// Stores `value` under `key`, at once: it outlives the process from when this returns. A failure
+    /// to do so is reported where the store was told to; the value then holds for this process.
+    virtual void set(const QString& key, const Value& value) = 0;
+
+    /// As `set`, but may reach the disk a little later, so that it can be called many times a second.
+    /// The last value always gets there, unless the process is killed before.
+    virtual void setSoon(const QString& key, const Value& value) = 0;
+
+    /// The value under `key`; none when there is none, or one of a kind that is no `Value`.
+    virtual std::optional<Value> value(const QString& key) const = 0;
+
+    /// The value under `key` when it is a `Type`, else none.
+    template <typename Type>
+    std::optional<Type> get(const QString& key) const {
+        const auto held = value(key);
+        if (!held || !std::holds_alternative<Type>(*held))
+            return std::nullopt;
+        return std::get<Type>(*held);
+    }
+
+Q_SIGNALS:
+    /// Another process has changed, added or removed the value under `key`.
+    void changedElsewhere(const QString& key);
+};
+
+} // namespace tarnwick::defaults

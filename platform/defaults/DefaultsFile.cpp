@@ -1,0 +1,184 @@
+#include "platform/defaults/DefaultsFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QRegularExpression>
+#include <QSaveFile>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <thread>
+
+namespace tarnwick::defaults {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// A writer holds the lock for milliseconds; one that was stopped in the middle must not stop us too.
+constexpr auto longestWait = 1s;
+constexpr auto pauseBetweenTries = 500us;
+
+void merge(QJsonObject& into, const QJsonObject& changes) {
+    for (auto it = changes.begin(); it != changes.end(); ++it)
+        into.insert(it.key(), it.value());
+}
+
+} // namespace
+
+/// Keeps other writers out as long as it lives.
+class DefaultsFile::Lock {
+public:
+    explicit Lock(const QString& path)
+        : m_descriptor(::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
+        const auto deadline = std::chrono::steady_clock::now() + longestWait;
+        while (m_descriptor >= 0 && ::flock(m_descriptor, LOCK_EX | LOCK_NB) != 0) {
+            if ((errno != EWOULDBLOCK && errno != EINTR) || std::chrono::steady_clock::now() > deadline) {
+                m_error = errno == EWOULDBLOCK ? QStringLiteral("it stays locked") : qt_error_string(errno);
+                return;
+            }
+            std::this_thread::sleep_for(pauseBetweenTries);
+        }
+        if (m_descriptor < 0)
+            m_error = qt_error_string(errno);
+    }
+    Lock(const Lock&) = delete;
+    Lock& operator=(const Lock&) = delete;
+    ~Lock() {
+        if (m_descriptor >= 0)
+            ::close(m_descriptor);
+    }
+
+    /// Why it is not held; empty when it is.
+    const QString& error() const { return m_error; }
+
+private:
+    const int m_descriptor;
+    QString m_error;
+};
+
+DefaultsFile::DefaultsFile(QString path, Report report)
+    : m_path(std::move(path)), m_report(std::move(report)) {}
+
+QJsonObject DefaultsFile::load() {
+    const QJsonObject changes = unwritten(); // first: what is written from here on is in the file
+    QString error;
+    auto content = read(&error);
+    if (!content) {
+        const Lock lock(m_path + QStringLiteral(".lock"));
+        content = read(&error); // somebody may have replaced it by now
+        if (!content) {
+            const QString failure = lock.error().isEmpty() ? setAside(error) : lock.error();
+            if (!failure.isEmpty())
+                m_report(QStringLiteral("The preferences in %1 cannot be read: %2").arg(m_path, failure));
+        }
+    }
+    QJsonObject values = content.value_or(QJsonObject());
+    merge(values, changes);
+    return values;
+}
+
+void DefaultsFile::tidy() {
+    const QFileInfo file(m_path);
+    static const QRegularExpression ending(QStringLiteral("^\\.[A-Za-z]{6}$")); // QSaveFile's
+    const QDir folder = file.dir();
+    const auto names = folder.entryList({file.fileName() + QStringLiteral(".*")}, QDir::Files | QDir::Hidden);
+    for (const QString& name : names) {
+        if (!ending.match(name.mid(file.fileName().size())).hasMatch())
+            continue;
+        const Lock lock(m_path + QStringLiteral(".lock")); // so nobody is writing one right now
+        if (lock.error().isEmpty())
+            QFile::remove(folder.filePath(name));
+    }
+}
+
+void DefaultsFile::change(const QString& key, const QJsonValue& value) {
+    const std::scoped_lock guard(m_mutex);
+    m_changes.insert(key, value);
+}
+
+void DefaultsFile::write() {
+    const std::scoped_lock oneAtATime(m_writing);
+    const QJsonObject changes = unwritten();
+    if (changes.isEmpty())
+        return;
+    const QString error = write(changes);
+    if (!error.isEmpty() && !m_failing)
+        m_report(QStringLiteral("The preferences cannot be saved to %1: %2").arg(m_path, error));
+    m_failing = !error.isEmpty();
+    if (m_failing)
+        return;
+    const std::scoped_lock guard(m_mutex);
+    for (auto it = changes.begin(); it != changes.end(); ++it) {
+        if (m_changes.value(it.key()) == it.value())
+            m_changes.remove(it.key());
+    }
+}
+
+QJsonObject DefaultsFile::unwritten() {
+    const std::scoped_lock guard(m_mutex);
+    return m_changes;
+}
+
+/// Returns the error, empty for none.
+QString DefaultsFile::write(const QJsonObject& changes) {
+    if (!QDir().mkpath(QFileInfo(m_path).path()))
+        return QStringLiteral("its folder cannot be made");
+    const Lock lock(m_path + QStringLiteral(".lock"));
+    if (!lock.error().isEmpty())
+        return lock.error();
+    QString error;
+    auto content = read(&error);
+    if (!content) {
+        if (const QString failure = setAside(error); !failure.isEmpty())
+            return failure;
+        content.emplace();
+    }
+    merge(*content, changes);
+    QSaveFile file(m_path);
+    const QByteArray bytes = QJsonDocument(*content).toJson();
+    // Unbuffered, because commit() does not notice that the last buffer found no room.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write(bytes) != bytes.size() ||
+        !file.commit())
+        return file.errorString();
+    return {};
+}
+
+/// A file that is not there is an empty one.
+std::optional<QJsonObject> DefaultsFile::read(QString* error) const {
+    QFile file(m_path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        if (!QFileInfo(m_path).exists())
+            return QJsonObject();
+        *error = file.errorString();
+        return std::nullopt;
+    }
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        *error = file.errorString();
+        return std::nullopt;
+    }
+    QJsonParseError parseError;
+    const auto document = QJsonDocument::fromJson(bytes, &parseError);
+    if (document.isObject())
+        return document.object();
+    *error = document.isNull() ? parseError.errorString() : QStringLiteral("it holds no object");
+    return std::nullopt;
+}
+
+/// Moves the file out of the way; returns the error, empty for none. The lock must be held.
+QString DefaultsFile::setAside(const QString& reason) {
+    QString name;
+    for (int number = 1; name.isEmpty() || QFileInfo::exists(name); ++number)
+        name = m_path + QStringLiteral(".unreadable-%1").arg(number);
+    if (::rename(QFile::encodeName(m_path).constData(), QFile::encodeName(name).constData()) != 0)
+        return qt_error_string(errno);
+    m_report(QStringLiteral("The preferences could not be read (%1); the file is now %2").arg(reason, name));
+    return {};
+}
+
+} // namespace tarnwick::defaults

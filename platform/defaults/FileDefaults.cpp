@@ -1,0 +1,107 @@
+#include "platform/defaults/FileDefaults.h"
+
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QStandardPaths>
+
+#include <algorithm>
+
+namespace tarnwick::defaults {
+
+namespace {
+
+QJsonValue toJson(const Value& value) {
+    if (const auto* list = std::get_if<QStringList>(&value))
+        return QJsonArray::fromStringList(*list);
+    if (const auto* text = std::get_if<QString>(&value))
+        return *text;
+    if (const auto* number = std::get_if<double>(&value))
+        return *number;
+    return std::get<bool>(value);
+}
+
+std::optional<Value> fromJson(const QJsonValue& value) {
+    switch (value.type()) {
+    case QJsonValue::Bool:
+        return value.toBool();
+    case QJsonValue::Double:
+        return value.toDouble();
+    case QJsonValue::String:
+        return value.toString();
+    case QJsonValue::Array: {
+        QStringList texts;
+        for (const auto& item : value.toArray()) {
+            if (!item.isString())
+                return std::nullopt;
+            texts.append(item.toString());
+        }
+        return texts;
+    }
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+QString FileDefaults::standardPath() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QStringLiteral("/tarnwick/defaults.json");
+}
+
+FileDefaults::FileDefaults(const QString& path, dispatch::Dispatcher& dispatcher, Report report)
+    : m_dispatcher(dispatcher), m_file(std::make_shared<DefaultsFile>(path, std::move(report))) {
+    m_file->tidy();
+    m_values = m_file->load();
+    watch();
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, &FileDefaults::reload);
+}
+
+FileDefaults::~FileDefaults() {
+    m_writing.cancel();
+    m_file->write();
+}
+
+void FileDefaults::set(const QString& key, const Value& value) {
+    m_values.insert(key, toJson(value));
+    m_file->change(key, toJson(value));
+    m_file->write();
+    watch();
+}
+
+void FileDefaults::setSoon(const QString& key, const Value& value) {
+    m_values.insert(key, toJson(value));
+    m_file->change(key, toJson(value));
+    if (m_writeIsDue)
+        return;
+    m_writeIsDue = true;
+    m_writing = m_dispatcher.asyncAfter(m_dispatcher.mainQueue(), gatheringTime, [this] {
+        m_writeIsDue = false;
+        m_dispatcher.globalQueue(dispatch::QualityOfService::Default).async([file = m_file] {
+            file->write();
+        });
+    });
+}
+
+std::optional<Value> FileDefaults::value(const QString& key) const { return fromJson(m_values.value(key)); }
+
+/// The folder and not the file: a file that is replaced is another one to the watcher.
+void FileDefaults::watch() {
+    const QString folder = QFileInfo(m_file->path()).path();
+    if (m_watcher.directories().isEmpty() && QFileInfo(folder).isDir())
+        m_watcher.addPath(folder);
+}
+
+void FileDefaults::reload() {
+    const QJsonObject before = std::exchange(m_values, m_file->load());
+    QStringList keys = before.keys() + m_values.keys();
+    std::sort(keys.begin(), keys.end());
+    keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
+    const QJsonObject now = m_values; // a receiver may set values
+    for (const QString& key : std::as_const(keys)) {
+        if (before.value(key) != now.value(key))
+            Q_EMIT changedElsewhere(key);
+    }
+}
+
+} // namespace tarnwick::defaults

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/defaults/Defaults.h"
+
+#include <QHash>
+
+namespace tarnwick::defaults {
+
+/// Defaults that begin empty and end with the object.
+class MemoryDefaults : public Defaults {
+public:
+    void set(const QString& key, const Value& value) override { m_values.insert(key, value); }
+    void setSoon(const QString& key, const Value& value) override { set(key, value); }
+
+    std::optional<Value> value(const QString& key) const override {
+        const auto it = m_values.find(key);
+        return it == m_values.end() ? std::nullopt : std::optional(*it);
+    }
+
+    /// Changes a value the way another process would.
+    void changeElsewhere(const QString& key, const Value& value) {
+        set(key, value);
+        Q_EMIT changedElsewhere(key);
+    }
+
+private:
+    QHash<QString, Value> m_values;
+};
+
+} // namespace tarnwick::defaults
