@@ -9,7 +9,7 @@
 #include <optional>
 
 namespace tarnwick::script {
-class Application;
+class ApplicationProvider;
 }
 
 namespace tarnwick::musicapp {
@@ -57,7 +57,7 @@ public:
     virtual ~MusicApplication() = default;
 
     /// What a script's `tell application "Music"` talks to. Lives as long as this object.
-    virtual script::Application& scripting() = 0;
+    virtual script::ApplicationProvider& scripting() = 0;
 
     virtual Capabilities capabilities() const = 0;
 

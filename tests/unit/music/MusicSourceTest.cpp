@@ -1,0 +1,205 @@
+#include "music/Scripts.h"
+#include "tests/unit/music/MusicFixture.h"
+
+#include <QMetaProperty>
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace tarnwick {
+namespace {
+
+class MusicSourceTest : public MusicFixture {
+protected:
+    void refresh(const D& value) {
+        answer(scripts::nowPlaying(), value);
+        source->fetchNowPlaying();
+        dispatcher.runUntilIdle();
+    }
+};
+
+TEST_F(MusicSourceTest, StartsWithItsPlaceholders) {
+    EXPECT_EQ(source->currentTrackTitle(), "Titolo sconosciuto");
+    EXPECT_EQ(source->currentArtistName(), "Artista sconosciuto");
+    EXPECT_EQ(source->currentTrackGroup(), "Etichetta sconosciuta");
+    EXPECT_EQ(source->currentAlbumName(), std::nullopt);
+    EXPECT_EQ(source->volumeLevel(), 0.5);
+    const QMetaObject* meta = source->metaObject();
+    EXPECT_EQ(meta->propertyCount() - meta->propertyOffset(), 28);
+}
+
+TEST_F(MusicSourceTest, DecodesEveryItem) {
+    refresh(nowPlaying({{11, D::data(png(8))}}));
+    EXPECT_EQ(source->currentTrackTitle(), "Le luci");
+    EXPECT_EQ(source->currentArtistName(), "Nevia Corallo");
+    EXPECT_EQ(source->currentAlbumName(), "Lontano");
+    EXPECT_EQ(source->currentTrackYear(), 2019);
+    EXPECT_EQ(source->currentTrackNumber(), 4);
+    EXPECT_EQ(source->currentDiscNumber(), 2);
+    EXPECT_EQ(source->totalDiscs(), 2);
+    EXPECT_EQ(source->currentTrackGroup(), "Notturni");
+    EXPECT_EQ(source->currentTrackFormat(), "alac");
+    EXPECT_EQ(source->currentTrackComment(), "Italy, Japan");
+    EXPECT_EQ(source->currentAlbumArtwork()->size(), QSize(8, 8));
+    EXPECT_TRUE(source->isPlaying() && source->isPlayerActive() && !source->isPaused());
+    EXPECT_EQ(source->trackDuration(), 318.5);
+    EXPECT_EQ(source->elapsedTime(), 161.25);
+    EXPECT_THAT(source->trackNames(), ElementsAre("Uno", "Due"));
+    EXPECT_THAT(source->trackDurations(), ElementsAre(245.5, 180.0));
+    EXPECT_EQ(source->currentGenre(), "Jazz");
+    EXPECT_EQ(source->currentBitRate(), 1018);
+    EXPECT_EQ(source->currentFileSize(), 38640000);
+    EXPECT_EQ(source->currentSampleRate(), 96000);
+}
+
+TEST_F(MusicSourceTest, DecodesWhatIsOddAsItShould) {
+    const struct {
+        const char* what;
+        std::map<int, D> items;
+        const char* field;
+        QVariant value;
+    } rows[] = {
+        {"a year with a dot", {{4, text("2.001")}}, "currentTrackYear", 2001LL},
+        {"no year", {{4, text("0")}}, "currentTrackYear", 0LL},
+        {"a year in words", {{4, text("MMXIX")}}, "currentTrackYear", QVariant::fromValue(nullptr)},
+        {"one disc", {{7, D::integer(1)}}, "totalDiscs", QVariant::fromValue(nullptr)},
+        {"three discs", {{7, text("3")}}, "totalDiscs", 3LL},
+        {"an unreadable disc count", {{7, D::missing()}}, "totalDiscs", QVariant::fromValue(nullptr)},
+        {"an unreadable track number", {{5, text("4/9")}}, "currentTrackNumber", 4LL},
+        {"no title", {{1, D::missing()}}, "currentTrackTitle", "Titolo sconosciuto"},
+        {"no kind", {{9, D::missing()}}, "currentTrackFormat", "unknown"},
+        {"a genre that is a list", {{17, D::list({})}}, "currentGenre", "Genere sconosciuto"},
+    };
+    for (const auto& row : rows) {
+        refresh(nowPlaying());
+        refresh(nowPlaying(row.items));
+        EXPECT_EQ(source->property(row.field), row.value) << row.what;
+    }
+}
+
+TEST_F(MusicSourceTest, PicturesThatAreNoneAreNocover) {
+    for (const D& artwork : std::initializer_list<D>{D::missing(), D::data("no picture"), D::data({}), text("x")}) {
+        refresh(nowPlaying({{11, artwork}}));
+        EXPECT_EQ(source->currentAlbumArtwork(), noCover);
+    }
+}
+
+TEST_F(MusicSourceTest, StoppedReadsNothingElseAndClears) {
+    for (const D& stopped :
+         {nowPlaying({{12, text("stopped")}, {1, text("leftover")}}), text("no list"), D()}) {
+        refresh(nowPlaying({{11, D::data(png(8))}}));
+        answer(scripts::currentPlaylist(), text("Sere"));
+        source->fetchCurrentPlaylistName();
+        refresh(stopped);
+        EXPECT_EQ(source->currentTrackTitle(), "");
+        EXPECT_EQ(source->currentAlbumName(), "") << "empty, not none";
+        EXPECT_EQ(source->currentAlbumArtwork(), std::nullopt);
+        EXPECT_EQ(source->currentPlaylistName(), "");
+        EXPECT_EQ(source->currentTrackFormat(), "");
+        EXPECT_EQ(source->totalDiscs(), 2) << "kept";
+        EXPECT_FALSE(source->isPlayerActive());
+    }
+    EXPECT_THAT(lines, IsEmpty());
+}
+
+TEST_F(MusicSourceTest, FailureClearsAndSaysSoOnce) {
+    refresh(nowPlaying());
+    answer(scripts::nowPlaying(), [] { return failure(); });
+    source->startUpdating();
+    dispatcher.advance(11s);
+    EXPECT_EQ(source->currentTrackTitle(), "");
+    EXPECT_EQ(lines.count(QStringLiteral("Errore AppleScript: no (-600)")), 1) << "the same line is no news";
+    EXPECT_TRUE(lines.contains(QStringLiteral("Errore: impossibile eseguire AppleScript.")));
+}
+
+TEST_F(MusicSourceTest, EqualPollWakesNoWatcherAndDecodesNothing) {
+    const QByteArray cover = png(32);
+    refresh(nowPlaying({{11, D::data(cover)}}));
+    int woken = 0;
+    source->changes().watch([&] { return source->currentAlbumArtwork(); }, [&](auto&, auto&) { ++woken; });
+    source->changes().watch([&] { return source->currentTrackTitle(); }, [&](auto&, auto&) { ++woken; });
+    const int decoded = store->decodeCount();
+    refresh(nowPlaying({{11, D::data(cover)}}));
+    refresh(nowPlaying({{11, D::data(QByteArray(cover.constData(), cover.size()))}}));
+    EXPECT_EQ(woken, 0);
+    EXPECT_EQ(store->decodeCount(), decoded);
+}
+
+TEST_F(MusicSourceTest, TitleWatcherSeesTheAlbumOfTheSameReply) {
+    refresh(nowPlaying());
+    std::optional<QString> album;
+    source->changes().watch([&] { return source->currentTrackTitle(); },
+                            [&](auto&, auto&) { album = source->currentAlbumName(); });
+    refresh(nowPlaying({{1, text("Prima")}, {3, text("Vicino")}}));
+    EXPECT_EQ(album, "Vicino");
+}
+
+TEST_F(MusicSourceTest, PollsOnItsIntervals) {
+    answer(scripts::nowPlaying(), nowPlaying());
+    source->startUpdating();
+    source->startUpdating(); // replaces: two generations never run side by side
+    dispatcher.advance(30s);
+    EXPECT_EQ(sentCount(scripts::nowPlaying()), 7);
+    EXPECT_EQ(sentCount(scripts::getShuffle()), 4);
+    EXPECT_EQ(sentCount(scripts::getVolume()), 7);
+    source.reset();
+    dispatcher.advance(30s);
+    EXPECT_EQ(sentCount(scripts::nowPlaying()), 7) << "the polls end with the source";
+}
+
+TEST_F(MusicSourceTest, PositionGoesOnBetweenPollsWhilePlaying) {
+    refresh(nowPlaying());
+    source->startElapsedTimeTimer();
+    source->startElapsedTimeTimer();
+    dispatcher.advance(3s);
+    EXPECT_EQ(source->elapsedTime(), 161.25 + 4) << "the first tick comes at once";
+    refresh(nowPlaying({{14, D::real(170)}}));
+    EXPECT_EQ(source->elapsedTime(), 170);
+    refresh(nowPlaying({{12, text("paused")}}));
+    dispatcher.advance(3s);
+    EXPECT_EQ(source->elapsedTime(), 161.25);
+}
+
+TEST_F(MusicSourceTest, TracksByDiscAreSortedAndGrouped) {
+    refresh(nowPlaying());
+    const auto track = [](int number, const char* title) {
+        return D::list({D::integer(number), text(title)});
+    };
+    answer(scripts::tracksByDisc(),
+           D::list({D::list({D::integer(2), D::list({track(1, "B1")})}),
+                    D::list({D::integer(1), D::list({track(2, "A2"), track(1, "A1"), track(2, "A2b"),
+                                                     D::list({D::integer(9)}), D::missing()})}),
+                    D::list({}), text("rubbish")}));
+    source->fetchTracksByDisc();
+    dispatcher.runUntilIdle();
+    EXPECT_THAT(source->tracksByDisc(), ElementsAre(DiscTrack{1, {"A1", "A2", "A2b"}}, DiscTrack{2, {"B1"}}));
+    answer(scripts::tracksByDisc(), text("Nessuna traccia, in riproduzione o pausa."));
+    source->fetchTracksByDisc();
+    dispatcher.runUntilIdle();
+    EXPECT_THAT(source->currentTrackList(), ElementsAre("Nessuna traccia", "in riproduzione o pausa."));
+    EXPECT_THAT(source->tracksByDisc(),
+                ElementsAre(DiscTrack{1, {"Nessuna traccia", "in riproduzione o pausa."}}));
+    answer(scripts::tracksByDisc(), [] { return failure(-1728); });
+    source->fetchTracksByDisc();
+    dispatcher.runUntilIdle();
+    EXPECT_THAT(lines, ElementsAre("Errore AppleScript: no (-1728)"));
+    EXPECT_EQ(source->tracksByDisc().size(), 1) << "unchanged";
+}
+
+TEST_F(MusicSourceTest, TracksOfAnotherAlbumAreDropped) {
+    refresh(nowPlaying());
+    answer(scripts::tracksByDisc(), [this] {
+        answer(scripts::nowPlaying(), nowPlaying({{3, text("Vicino")}}));
+        source->fetchNowPlaying(); // overtakes
+        return reply(D::list({D::list({D::integer(1), D::list({D::list({D::integer(1), text("old")})})})}));
+    });
+    source->fetchTracksByDisc();
+    dispatcher.runUntilIdle();
+    EXPECT_EQ(source->currentAlbumName(), "Vicino");
+    EXPECT_THAT(source->tracksByDisc(), IsEmpty());
+    EXPECT_FALSE(source->hasTracksOfCurrentAlbum());
+}
+
+} // namespace
+} // namespace tarnwick
