@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/musicapp/Library.h"
+#include "platform/musicapp/Snapshot.h"
+#include "platform/musicapp/demo/DemoCovers.h"
+#include "platform/musicapp/demo/DemoScene.h"
+
+#include <QHash>
+
+#include <memory>
+#include <vector>
+
+namespace tarnwick::musicapp {
+
+/// A playlist of the demo and the numbers of its tracks in the library.
+struct DemoPlaylist {
+    Playlist playlist;
+    std::vector<int> tracks;
+};
+
+/// The invented music: albums, sleeves, playlists. The same every time.
+struct DemoLibrary {
+    std::shared_ptr<const Library> library;
+    QHash<QString, DemoCover> covers; ///< by album
+    std::vector<DemoPlaylist> playlists;
+    int sceneTrack = 0;       ///< the track that the scene is about
+    double scenePosition = 0; ///< seconds into it
+    int scenePlaylist = -1;   ///< number of the playlist that it is played from; -1 when there is none
+};
+
+/// `additionalTracks` generated tracks follow the real ones, in albums of twelve. `cassetteFolder` is where
+/// the track of the cassette scene lies; the other folders are as invented as the music.
+DemoLibrary makeDemoLibrary(DemoScene scene, int additionalTracks, const QString& cassetteFolder);
+
+} // namespace tarnwick::musicapp
