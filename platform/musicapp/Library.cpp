@@ -1,11 +1,13 @@
 #include "platform/musicapp/Library.h"
 
+#include "platform/script/Coercion.h"
+
 namespace tarnwick::musicapp {
 
 namespace {
 
 std::span<const int> found(const QHash<QString, std::vector<int>>& index, const QString& text) {
-    const auto entry = index.constFind(text.toCaseFolded());
+    const auto entry = index.constFind(script::comparisonKey(text));
     return entry == index.constEnd() ? std::span<const int>() : std::span<const int>(*entry);
 }
 
@@ -18,8 +20,8 @@ std::shared_ptr<const Library> Library::empty() {
 
 Library::Library(std::vector<Track> tracks) : m_tracks(std::move(tracks)) {
     for (std::size_t i = 0; i < m_tracks.size(); ++i) {
-        m_byAlbum[m_tracks[i].album.toCaseFolded()].push_back(static_cast<int>(i));
-        m_byName[m_tracks[i].name.toCaseFolded()].push_back(static_cast<int>(i));
+        m_byAlbum[script::comparisonKey(m_tracks[i].album)].push_back(static_cast<int>(i));
+        m_byName[script::comparisonKey(m_tracks[i].name)].push_back(static_cast<int>(i));
     }
 }
 

@@ -22,8 +22,8 @@ public:
 
     const std::vector<Track>& tracks() const { return m_tracks; }
 
-    /// The numbers of the tracks whose album is `album`, in the list's order, whatever the letter
-    /// case. An empty text finds the tracks without an album.
+    /// The numbers of the tracks whose album is `album`, in the list's order; texts are equal
+    /// where scripts take them for equal. An empty text finds the tracks without an album.
     std::span<const int> ofAlbum(const QString& album) const;
 
     /// The same by title.

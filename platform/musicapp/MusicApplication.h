@@ -56,7 +56,7 @@ public:
     MusicApplication& operator=(const MusicApplication&) = delete;
     virtual ~MusicApplication() = default;
 
-    /// What a script's `tell application "Music"` talks to. Lives as long as this object.
+    /// Where a script's `tell application "Music"` finds it. Lives as long as this object.
     virtual script::ApplicationProvider& scripting() = 0;
 
     virtual Capabilities capabilities() const = 0;

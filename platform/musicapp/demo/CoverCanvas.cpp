@@ -18,9 +18,7 @@ quint64 scramble(quint64 value) {
     return value ^ (value >> 31U);
 }
 
-double fraction(quint64 value) {
-    return static_cast<double>(value >> 11U) * 0x1.0p-53;
-}
+double fraction(quint64 value) { return static_cast<double>(value >> 11U) * 0x1.0p-53; }
 
 constexpr int latticeSide = 256;
 
@@ -113,8 +111,8 @@ void CoverCanvas::shade(const std::function<Tint(double, double)>& colour, doubl
                 const double speck = (dice.roll() + dice.roll() - 1) * grain;
                 tint = tint + Tint(speck, speck, speck);
             }
-            line[column] = qRgb(rounded(tint.red, dither), rounded(tint.green, dither),
-                                rounded(tint.blue, dither));
+            line[column] =
+                qRgb(rounded(tint.red, dither), rounded(tint.green, dither), rounded(tint.blue, dither));
         }
     }
     m_painter.begin(&m_image);

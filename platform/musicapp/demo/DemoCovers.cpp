@@ -64,8 +64,8 @@ QImage dusk() {
             const double height = smoothStep(0.10, 0.30, y) * (1 - smoothStep(0.46, 0.60, y));
             const double cloud =
                 height > 0 ? height * smoothStep(0.52, 0.80, noise(x * 2.2, y * 15, 4, 7)) : 0;
-            tint = mix(tint, mix(Tint(0xf0a985), Tint(0x5c4a73), smoothStep(0.1, 0.6, distance)),
-                       cloud * 0.55);
+            tint =
+                mix(tint, mix(Tint(0xf0a985), Tint(0x5c4a73), smoothStep(0.1, 0.6, distance)), cloud * 0.55);
             tint = mix(tint, Tint(0xffc27a), 0.85 * std::exp(-distance * 5.2));
             tint = mix(tint, Tint(0xffe6b0), 0.80 * std::exp(-distance * 13));
             tint = mix(Tint(0xfff3d2), tint, smoothStep(0.0735, 0.0765, distance));
@@ -99,14 +99,10 @@ QImage sea() {
                 // Waves shorten towards the horizon.
                 const double depth = 1 / (0.06 + (y - shore));
                 const double swell = noise(x * depth * 0.85 + 4, depth * 5.0, 4, 21);
-                const double glint =
-                    smoothStep(0.60, 0.82, noise(x * depth * 2.4, depth * 16.0, 3, 33));
-                const Tint water = ramp({{0.40, 0xb9d2d8},
-                                         {0.52, 0x86b3c0},
-                                         {0.66, 0x3f879c},
-                                         {0.82, 0x12607e},
-                                         {1.0, 0x063e5c}},
-                                        y + 0.16 * (swell - 0.5));
+                const double glint = smoothStep(0.60, 0.82, noise(x * depth * 2.4, depth * 16.0, 3, 33));
+                const Tint water = ramp(
+                    {{0.40, 0xb9d2d8}, {0.52, 0x86b3c0}, {0.66, 0x3f879c}, {0.82, 0x12607e}, {1.0, 0x063e5c}},
+                    y + 0.16 * (swell - 0.5));
                 tint = mix(tint, mix(water, Tint(0xe9f4f4), glint * 0.30), inside);
             }
             // Banks of mist drift over the line between water and sky.
@@ -242,7 +238,8 @@ QImage pier() {
         }
     }
     const QColor ink(0x16, 0x16, 0x16);
-    canvas.type(QStringLiteral("Colette Aubrac"), {0.066, 0.108}, 0.026, QFont::Medium, QColor(0xf4, 0xf4, 0xf4));
+    canvas.type(QStringLiteral("Colette Aubrac"), {0.066, 0.108}, 0.026, QFont::Medium,
+                QColor(0xf4, 0xf4, 0xf4));
     canvas.type(QStringLiteral("Marée basse,"), {0.064, 0.415}, 0.046, QFont::ExtraLight, ink, -0.01);
     canvas.type(QStringLiteral("cahier bleu"), {0.064, 0.478}, 0.046, QFont::ExtraLight, ink, -0.01);
     return canvas.finish();
@@ -258,8 +255,7 @@ QImage crossing() {
     for (int bar = -3; bar < 8; ++bar) {
         const double near = 0.135 * bar;
         const double far = 0.5 + (near - 0.36) * 0.42;
-        painter.drawPolygon(QPolygonF(
-            {{far, 0.36}, {far + 0.032, 0.36}, {near + 0.076, 1.0}, {near, 1.0}}));
+        painter.drawPolygon(QPolygonF({{far, 0.36}, {far + 0.032, 0.36}, {near + 0.076, 1.0}, {near, 1.0}}));
     }
     painter.setBrush(QColor(0xff, 0xd4, 0x1f));
     painter.drawEllipse(QPointF(0.775, 0.735), 0.115, 0.115);
@@ -333,8 +329,8 @@ QImage typography() {
         painter.setPen(QPen(QColor(0xb3, 0x12, 0x4a, 220 - ring * 11), 0.013));
         painter.drawArc(QRectF(1 - radius, 1 - radius, 2 * radius, 2 * radius), 90 * 16, 90 * 16);
     }
-    const std::array<const char*, 6> lines{"se il vento", "gira prima", "di sera, chi", "resta sul molo",
-                                           "conta le", "barche"};
+    const std::array<const char*, 6> lines{"se il vento",    "gira prima", "di sera, chi",
+                                           "resta sul molo", "conta le",   "barche"};
     double y = 0.155;
     for (const char* line : lines) {
         canvas.type(QString::fromUtf8(line), {0.060, y}, 0.083, QFont::Bold, ink, -0.035);
@@ -366,8 +362,7 @@ QImage stripes() {
     const QColor ink(0x5b, 0x2a, 0x1d);
     canvas.type(QStringLiteral("nastro del"), {0.062, 0.150}, 0.080, QFont::ExtraBold, ink, -0.04);
     canvas.type(QStringLiteral("sabato"), {0.062, 0.262}, 0.080, QFont::ExtraBold, ink, -0.04);
-    canvas.type(QStringLiteral("duo ginestra"), {0.940, 0.150}, 0.024, QFont::Medium, ink, 0,
-                Qt::AlignRight);
+    canvas.type(QStringLiteral("duo ginestra"), {0.940, 0.150}, 0.024, QFont::Medium, ink, 0, Qt::AlignRight);
     return canvas.finish();
 }
 
@@ -382,14 +377,10 @@ QByteArray encoded(const QImage& picture, const char* format, int quality, int c
 }
 
 /// Photographs, whose noise costs a lossless format five megabytes.
-QByteArray photograph(const QImage& picture) {
-    return encoded(picture, "jpeg", 96, 0);
-}
+QByteArray photograph(const QImage& picture) { return encoded(picture, "jpeg", 96, 0); }
 
 /// Flat colours, whose edges a lossy format would smear.
-QByteArray drawing(const QImage& picture) {
-    return encoded(picture, "png", -1, 30);
-}
+QByteArray drawing(const QImage& picture) { return encoded(picture, "png", -1, 30); }
 
 } // namespace
 

@@ -175,7 +175,8 @@ std::vector<Album> makeAlbums() {
            {"Letzte Bahn, erste Bahn", 421},
            {"Pfützenwalzer", 237},
            {"Große Müdigkeit", 389}}}},
-        {"Se il vento gira prima di sera, chi resta sul molo conta le barche e chi parte non conta più niente",
+        {"Se il vento gira prima di sera, chi resta sul molo conta le barche e chi parte non conta più "
+         "niente",
          "Coro e Banda di San Giacomo, Ada Ferri, Nevia Corallo, Tullio Marchesan",
          "Ballate popolari dell’alto Adriatico raccolte, trascritte e armonizzate per coro misto e banda",
          "Musica popolare e canzone d’autore delle isole e delle coste",
@@ -186,8 +187,10 @@ std::vector<Album> makeAlbums() {
          2017,
          aac,
          DemoCover::Typography,
-         {{{"Se il vento gira prima di sera, chi resta sul molo conta le barche e chi parte non conta più niente: "
-            "ballata in sette parti per coro misto, banda di paese, due organetti e una voce che arriva tardi",
+         {{{"Se il vento gira prima di sera, chi resta sul molo conta le barche e chi parte non conta più "
+            "niente: "
+            "ballata in sette parti per coro misto, banda di paese, due organetti e una voce che arriva "
+            "tardi",
             754},
            {"Donaudampfschifffahrtselektrizitätenhauptbetriebswerkbauunterbeamtengesellschaft", 233},
            {"O", 121},
@@ -220,14 +223,10 @@ std::vector<Album> makeAlbums() {
     };
 }
 
-QString utf8(const char* text) {
-    return QString::fromUtf8(text);
-}
+QString utf8(const char* text) { return QString::fromUtf8(text); }
 
 /// A file name without what a file system would not take.
-QString fileName(QString text) {
-    return text.replace(u'/', u'-').left(80);
-}
+QString fileName(QString text) { return text.replace(u'/', u'-').left(80); }
 
 Track makeTrack(const Album& album, std::size_t disc, std::size_t number, const QString& folder) {
     const Song& song = album.discs[disc][number];
@@ -307,13 +306,12 @@ std::vector<DemoPlaylist> makePlaylists(const Library& library, int realTracks, 
     playlists.push_back(makePlaylist(QStringLiteral("In viaggio, col \"treno\""), tracksOf(library, train)));
     playlists.push_back(makePlaylist(QStringLiteral("日曜日の午後"), tracksOf(library, sunday)));
     if (scene == DemoScene::ManyPlaylists) {
-        static constexpr std::array months{"Gennaio", "Febbraio",  "Marzo",   "Aprile",   "Maggio",
-                                           "Giugno",  "Luglio",    "Agosto",  "Settembre", "Ottobre",
-                                           "Novembre", "Dicembre"};
+        static constexpr std::array months{"Gennaio",   "Febbraio", "Marzo",    "Aprile",
+                                           "Maggio",    "Giugno",   "Luglio",   "Agosto",
+                                           "Settembre", "Ottobre",  "Novembre", "Dicembre"};
         for (int year = 2019; year < 2024; ++year) {
             for (const char* month : months)
-                playlists.push_back(
-                    makePlaylist(QStringLiteral("%1 %2").arg(utf8(month)).arg(year), all));
+                playlists.push_back(makePlaylist(QStringLiteral("%1 %2").arg(utf8(month)).arg(year), all));
         }
         playlists.push_back(makePlaylist(
             QStringLiteral("Tutto quello che suonavamo in cucina l’anno in cui non smetteva più di piovere"),
@@ -337,7 +335,8 @@ SceneStart startOf(DemoScene scene) {
     case DemoScene::NoCover:
         return {"Sin título (cinta de garaje)", 0, 41};
     case DemoScene::LongTexts:
-        return {"Se il vento gira prima di sera, chi resta sul molo conta le barche e chi parte non conta più niente",
+        return {"Se il vento gira prima di sera, chi resta sul molo conta le barche e chi parte non conta "
+                "più niente",
                 0, 187};
     default:
         return {"Lontano", 9, 161};

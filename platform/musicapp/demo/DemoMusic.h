@@ -27,7 +27,7 @@ public:
     DemoMusic(const Options& options, dispatch::Dispatcher& dispatcher, images::ImageStore& images);
     ~DemoMusic() override;
 
-    script::Application& scripting() override;
+    script::ApplicationProvider& scripting() override;
     Capabilities capabilities() const override;
     QString playerName() const override;
     void setChangeHandler(ChangeHandler handler) override;

@@ -33,7 +33,7 @@ public:
     /// Leaves the bus. Never waits for a player.
     ~MprisMusic() override;
 
-    script::Application& scripting() override;
+    script::ApplicationProvider& scripting() override;
     Capabilities capabilities() const override;
     QString playerName() const override;
     void setChangeHandler(ChangeHandler handler) override;

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "platform/musicapp/Announcer.h"
+#include "platform/musicapp/Player.h"
+#include "platform/musicapp/demo/DemoLibrary.h"
+#include "platform/musicapp/demo/DemoMusic.h"
+
+#include <QHash>
+#include <QTemporaryDir>
+
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+
+namespace tarnwick::images {
+class ImageStore;
+}
+
+namespace tarnwick::musicapp {
+
+/// The simulated player. What it does is decided at once; the snapshot follows as soon as the sleeve of
+/// the new track is painted, so that track and cover always change together.
+class DemoTransport final : public Player, public std::enable_shared_from_this<DemoTransport> {
+public:
+    DemoTransport(const DemoMusic::Options& options, dispatch::Dispatcher& dispatcher,
+                  images::ImageStore& images);
+
+    /// Publishes the first snapshot; once, right after construction.
+    void start();
+
+    std::shared_ptr<const Snapshot> snapshot() const override;
+    dispatch::Instant now() const override { return m_dispatcher.now(); }
+    void positionWasRead() override {}
+    void command(Command command) override;
+    void setVolume(double volume) override;
+    void setShuffle(bool shuffle) override;
+    void setPosition(double seconds) override;
+    void play(const Track& track) override;
+    void play(const Playlist& playlist) override;
+    std::optional<QString> launch() override { return std::nullopt; }
+
+    Announcer& announcer() { return m_announcer; }
+
+    /// Blocks until the snapshot shows what was decided, at most `timeout`; whether it does.
+    bool waitUntilPublished(dispatch::Duration timeout);
+
+private:
+    using Lock = std::unique_lock<std::mutex>;
+
+    void begin(int place, Lock& lock);
+    void move(int step);
+    void changed(Lock& lock);
+    void publish(Lock& lock);
+    void paintThenPublish(DemoCover cover);
+    void makeCassette();
+    void scheduleEnd();
+    void settle();
+    double position() const;
+    void setPlaying(bool playing);
+    void fillQueue(int playlist, int track);
+    Snapshot makeSnapshot() const;
+
+    dispatch::Dispatcher& m_dispatcher;
+    images::ImageStore& m_images;
+    Announcer m_announcer;
+    std::unique_ptr<QTemporaryDir> m_cassetteFolder; ///< of the cassette scene only
+    const DemoLibrary m_library;
+
+    mutable std::mutex m_mutex;
+    mutable std::condition_variable m_published;
+    std::shared_ptr<const Snapshot> m_snapshot = std::make_shared<Snapshot>();
+    bool m_isPublished = false; ///< the snapshot shows the state below
+    bool m_isPainting = false;
+    QHash<int, QByteArray> m_painted; ///< by DemoCover
+
+    PlayerState m_state = PlayerState::Stopped;
+    std::vector<int> m_queue; ///< numbers of tracks, in playing order
+    int m_place = 0;          ///< in the queue
+    int m_playlist = -1;
+    double m_seconds = 0; ///< position at `m_since`
+    dispatch::Instant m_since{0};
+    double m_volume = 0.6;
+    bool m_shuffle = false;
+    dispatch::WorkItem m_end;
+};
+
+} // namespace tarnwick::musicapp
