@@ -11,10 +11,14 @@ class ImageStore;
 
 namespace tarnwick::musicapp {
 
+class DemoTransport;
+class ScriptableMusic;
+
 /// The built-in library on a simulated transport: what a machine without a player shows.
 ///
-/// The same options and the same calls at the same times give the same answers. Covers are painted
-/// on the background queue when they are first needed.
+/// The same options and the same calls at the same times give the same answers. Covers are painted off
+/// the main thread when they are first needed; a command that is given on the main thread then shows
+/// a little later.
 class DemoMusic final : public MusicApplication {
 public:
     struct Options {
@@ -36,8 +40,8 @@ public:
     std::optional<QString> finishCommands(dispatch::Duration timeout) override;
 
 private:
-    class Transport;
-    std::shared_ptr<Transport> m_transport;
+    std::shared_ptr<DemoTransport> m_transport;
+    std::unique_ptr<ScriptableMusic> m_scripting;
 };
 
 } // namespace tarnwick::musicapp

@@ -28,6 +28,9 @@ public:
     /// Publishes the first snapshot; once, right after construction.
     void start();
 
+    /// Nothing of this touches the dispatcher or the pictures any more when this returns.
+    void shutDown();
+
     std::shared_ptr<const Snapshot> snapshot() const override;
     dispatch::Instant now() const override { return m_dispatcher.now(); }
     void positionWasRead() override {}
@@ -47,18 +50,24 @@ public:
 private:
     using Lock = std::unique_lock<std::mutex>;
 
-    void begin(int place, Lock& lock);
-    void move(int step);
-    void changed(Lock& lock);
-    void publish(Lock& lock);
-    void paintThenPublish(DemoCover cover);
-    void makeCassette();
-    void scheduleEnd();
+    // All of these need the lock.
+    void begin(int place);
     void settle();
+    void publish(Lock& lock);
+    void show();
+    void scheduleEnd();
+    void fillQueue();
+    bool isPainted(DemoCover cover) const;
+    bool isSleeveReady() const;
     double position() const;
-    void setPlaying(bool playing);
-    void fillQueue(int playlist, int track);
+    const Track& track() const;
+    DemoCover cover(int place) const;
     Snapshot makeSnapshot() const;
+
+    void prepare(DemoCover cover, Lock& lock);
+    void paint(DemoCover cover, Lock& lock);
+    void work(dispatch::QualityOfService quality, std::function<void(DemoTransport&, Lock&)> task);
+    void endOfTrack(Lock& lock);
 
     dispatch::Dispatcher& m_dispatcher;
     images::ImageStore& m_images;
@@ -67,17 +76,20 @@ private:
     const DemoLibrary m_library;
 
     mutable std::mutex m_mutex;
-    mutable std::condition_variable m_published;
+    std::condition_variable m_changed;
     std::shared_ptr<const Snapshot> m_snapshot = std::make_shared<Snapshot>();
     bool m_isPublished = false; ///< the snapshot shows the state below
-    bool m_isPainting = false;
-    QHash<int, QByteArray> m_painted; ///< by DemoCover
+    bool m_isShutDown = false;
+    int m_working = 0;                    ///< tasks that run
+    QHash<int, QByteArray> m_painted;     ///< by DemoCover; empty bytes while it is being painted
+    DemoCover m_sleeve = DemoCover::None; ///< that `m_artwork` shows
+    std::optional<Artwork> m_artwork;
 
     PlayerState m_state = PlayerState::Stopped;
     std::vector<int> m_queue; ///< numbers of tracks, in playing order
     int m_place = 0;          ///< in the queue
-    int m_playlist = -1;
-    double m_seconds = 0; ///< position at `m_since`
+    int m_playlist = -1;      ///< that the queue is made of; -1: the album of the track
+    double m_seconds = 0;     ///< position at `m_since`
     dispatch::Instant m_since{0};
     double m_volume = 0.6;
     bool m_shuffle = false;

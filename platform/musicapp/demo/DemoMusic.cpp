@@ -1,0 +1,40 @@
+#include "platform/musicapp/demo/DemoMusic.h"
+
+#include "platform/musicapp/ScriptableMusic.h"
+#include "platform/musicapp/demo/DemoTransport.h"
+
+namespace tarnwick::musicapp {
+
+DemoMusic::DemoMusic(const Options& options, dispatch::Dispatcher& dispatcher, images::ImageStore& images)
+    : m_transport(std::make_shared<DemoTransport>(options, dispatcher, images)),
+      m_scripting(std::make_unique<ScriptableMusic>(*m_transport)) {
+    m_transport->start();
+}
+
+DemoMusic::~DemoMusic() { m_transport->shutDown(); }
+
+script::ApplicationProvider& DemoMusic::scripting() { return *m_scripting; }
+
+Capabilities DemoMusic::capabilities() const { return m_transport->snapshot()->capabilities; }
+
+QString DemoMusic::playerName() const { return m_transport->snapshot()->playerName; }
+
+void DemoMusic::setChangeHandler(ChangeHandler handler) {
+    m_transport->announcer().setHandler(std::move(handler));
+}
+
+bool DemoMusic::waitUntilReady(dispatch::Duration timeout) {
+    return m_transport->waitUntilPublished(timeout);
+}
+
+bool DemoMusic::waitUntilComplete(dispatch::Duration timeout) {
+    return m_transport->waitUntilPublished(timeout);
+}
+
+std::optional<QString> DemoMusic::finishCommands(dispatch::Duration timeout) {
+    if (m_transport->waitUntilPublished(timeout))
+        return std::nullopt;
+    return QStringLiteral("the demo player does not answer");
+}
+
+} // namespace tarnwick::musicapp
