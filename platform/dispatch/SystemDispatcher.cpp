@@ -78,7 +78,9 @@ SystemDispatcher::SystemDispatcher()
       m_userInteractive(threads(8)), m_default(threads(8)), m_background(threads(2), 5),
       m_timeKeeper([this] { keepTime(); }) {}
 
-SystemDispatcher::~SystemDispatcher() {
+SystemDispatcher::~SystemDispatcher() { shutDown(); }
+
+void SystemDispatcher::shutDown() {
     std::multimap<Instant, Task> dropped;
     {
         const std::lock_guard lock(m_mutex);
@@ -86,7 +88,8 @@ SystemDispatcher::~SystemDispatcher() {
         dropped.swap(m_due);
     }
     m_timeChanged.notify_all();
-    m_timeKeeper.join();
+    if (m_timeKeeper.joinable())
+        m_timeKeeper.join();
     m_default.shutDown();
     m_background.shutDown();
     m_userInteractive.shutDown();

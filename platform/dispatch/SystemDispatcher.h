@@ -16,8 +16,12 @@ class SystemDispatcher : public Dispatcher {
 public:
     SystemDispatcher();
 
-    /// Wakes sleepers, drops what is queued, and waits for the tasks that run.
     ~SystemDispatcher() override;
+
+    /// Wakes sleepers, drops what is queued for the global queues or for later, and waits for the tasks
+    /// that run. Nothing is queued there any more. So that what tasks refer to can be destroyed before
+    /// the dispatcher; its destructor does it otherwise.
+    void shutDown();
 
     Queue& mainQueue() override;
     Queue& globalQueue(QualityOfService quality) override;

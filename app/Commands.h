@@ -1,0 +1,25 @@
+#pragma once
+
+#include "app/CommandLine.h"
+
+namespace tarnwick {
+
+inline constexpr int exitDone = 0;
+inline constexpr int exitFailed = 1;
+inline constexpr int exitUsage = 2;
+
+/// One line on standard error; a line break inside becomes a blank.
+void complain(const QString& line);
+
+/// Standard output, as UTF-8.
+void print(const QString& text);
+
+// Each runs one command to its end and returns the exit code. There is a QCoreApplication, or a
+// QGuiApplication where the command says that it paints.
+
+int runDisplay(const Invocation& invocation);
+int runStatus(const Invocation& invocation);
+int runDo(const Invocation& invocation);
+int runScript(const Invocation& invocation);
+
+} // namespace tarnwick

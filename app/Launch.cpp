@@ -1,0 +1,91 @@
+#include "app/Launch.h"
+
+#include "app/Commands.h"
+
+#include <QGuiApplication>
+
+#include <array>
+#include <cstdio>
+#include <memory>
+
+namespace tarnwick {
+
+namespace {
+
+struct CommandEntry {
+    const char* name;
+    int (*run)(const Invocation&);
+    enum { Core, Offscreen, Screen } needs;
+};
+
+constexpr std::array commands{
+    CommandEntry{"display", runDisplay, CommandEntry::Screen},
+    CommandEntry{"status", runStatus, CommandEntry::Core},
+    CommandEntry{"do", runDo, CommandEntry::Core},
+    CommandEntry{"script", runScript, CommandEntry::Core},
+};
+
+/// The demo paints its covers with fonts, which needs more than the plain application object.
+bool mayShowDemo(const Invocation& invocation) {
+    const QString source = invocation.option(QStringLiteral("source")).value_or(QString());
+    return source == QLatin1String("demo") ||
+           (source != QLatin1String("mpris") && !qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS"));
+}
+
+std::unique_ptr<QCoreApplication> makeApplication(const CommandEntry& command, const Invocation& invocation,
+                                                  int& argc, char** argv) {
+    if (command.needs == CommandEntry::Screen)
+        return std::make_unique<QGuiApplication>(argc, argv);
+    if (command.needs == CommandEntry::Offscreen || mayShowDemo(invocation)) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        return std::make_unique<QGuiApplication>(argc, argv);
+    }
+    return std::make_unique<QCoreApplication>(argc, argv);
+}
+
+} // namespace
+
+void complain(const QString& line) {
+    QString oneLine = line;
+    oneLine.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    std::fprintf(stderr, "tarnwick: %s\n", oneLine.toUtf8().constData());
+}
+
+void print(const QString& text) {
+    const QByteArray bytes = text.toUtf8();
+    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
+    std::fflush(stdout);
+}
+
+int launch(int argc, char** argv) {
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    const auto parsed = parseCommandLine(arguments);
+    if (const auto* error = std::get_if<UsageError>(&parsed)) {
+        complain(error->message);
+        return exitUsage;
+    }
+    const auto& invocation = std::get<Invocation>(parsed);
+    if (invocation.has(QStringLiteral("help"))) {
+        print(helpText());
+        return exitDone;
+    }
+    if (invocation.has(QStringLiteral("version"))) {
+        print(QStringLiteral("tarnwick " TARNWICK_VERSION "\n"));
+        return exitDone;
+    }
+    for (const CommandEntry& command : commands) {
+        if (invocation.command != QLatin1String(command.name))
+            continue;
+        int qtArgc = 1; // Qt's own options are none of ours
+        const auto application = makeApplication(command, invocation, qtArgc, argv);
+        QCoreApplication::setApplicationName(QStringLiteral("tarnwick"));
+        QCoreApplication::setApplicationVersion(QStringLiteral(TARNWICK_VERSION));
+        return command.run(invocation);
+    }
+    complain(QStringLiteral("%1 is not built into this program").arg(invocation.command));
+    return exitFailed;
+}
+
+} // namespace tarnwick
