@@ -1,0 +1,175 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusContext>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusServiceWatcher>
+#include <QDBusUnixFileDescriptor>
+#include <QMap>
+#include <QSocketNotifier>
+#include <QVariantMap>
+#include <unistd.h>
+
+#include <memory>
+
+namespace tarnwick::power {
+
+/// Who keeps the display awake, and why. Like the real services it forgets who leaves the bus.
+class Inhibitions : public QObject {
+public:
+    explicit Inhibitions(const QDBusConnection& bus) {
+        m_watcher.setConnection(bus);
+        m_watcher.setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
+        connect(&m_watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this](const QString& owner) {
+            m_all.removeIf([&](auto it) { return it->owner == owner; });
+        });
+    }
+
+    uint add(const QString& owner, const QString& reason) {
+        m_watcher.addWatchedService(owner);
+        m_all.insert(++m_last, {owner, reason});
+        return m_last;
+    }
+    void remove(uint cookie) { m_all.remove(cookie); }
+
+    qsizetype count() const { return m_all.size(); }
+    QString firstReason() const { return m_all.isEmpty() ? QString() : m_all.first().reason; }
+
+private:
+    struct One {
+        QString owner;
+        QString reason;
+    };
+
+    QDBusServiceWatcher m_watcher;
+    QMap<uint, One> m_all;
+    uint m_last = 40;
+};
+
+/// Stands in for the screen saver.
+class ScreenSaverService : public QObject, protected QDBusContext {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.ScreenSaver")
+
+public:
+    explicit ScreenSaverService(QDBusConnection bus, bool hangs = false)
+        : inhibitions(bus), m_bus(bus), m_hangs(hangs) {
+        bus.registerObject(QStringLiteral("/org/freedesktop/ScreenSaver"), this,
+                           QDBusConnection::ExportAllSlots);
+        bus.registerService(QStringLiteral("org.freedesktop.ScreenSaver"));
+    }
+    ~ScreenSaverService() override {
+        m_bus.unregisterService(QStringLiteral("org.freedesktop.ScreenSaver"));
+        m_bus.unregisterObject(QStringLiteral("/org/freedesktop/ScreenSaver"));
+    }
+
+    Inhibitions inhibitions;
+
+public Q_SLOTS:
+    uint Inhibit(const QString& application, const QString& reason) {
+        Q_UNUSED(application)
+        if (m_hangs)
+            setDelayedReply(true);
+        return inhibitions.add(message().service(), reason);
+    }
+    void UnInhibit(uint cookie) { inhibitions.remove(cookie); }
+
+private:
+    QDBusConnection m_bus;
+    const bool m_hangs;
+};
+
+/// Stands in for a request of the portal.
+class PortalRequest : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Request")
+
+public:
+    PortalRequest(Inhibitions& inhibitions, uint cookie) : m_inhibitions(inhibitions), m_cookie(cookie) {}
+
+public Q_SLOTS:
+    void Close() { m_inhibitions.remove(m_cookie); }
+
+private:
+    Inhibitions& m_inhibitions;
+    const uint m_cookie;
+};
+
+/// Stands in for the portal; knows only the idle flag.
+class PortalService : public QObject, protected QDBusContext {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Inhibit")
+
+public:
+    explicit PortalService(QDBusConnection bus) : inhibitions(bus), m_bus(bus) {
+        bus.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), this,
+                           QDBusConnection::ExportAllSlots);
+        bus.registerService(QStringLiteral("org.freedesktop.portal.Desktop"));
+    }
+    ~PortalService() override {
+        m_bus.unregisterService(QStringLiteral("org.freedesktop.portal.Desktop"));
+        m_bus.unregisterObject(QStringLiteral("/org/freedesktop/portal/desktop"));
+    }
+
+    Inhibitions inhibitions;
+
+public Q_SLOTS:
+    QDBusObjectPath Inhibit(const QString& window, uint flags, const QVariantMap& options) {
+        Q_UNUSED(window)
+        const uint cookie =
+            inhibitions.add(message().service(), flags == 8 ? options[QStringLiteral("reason")].toString()
+                                                            : QStringLiteral("not idle"));
+        const auto path = QStringLiteral("/org/freedesktop/portal/desktop/request/%1").arg(cookie);
+        m_requests.push_back(std::make_unique<PortalRequest>(inhibitions, cookie));
+        m_bus.registerObject(path, m_requests.back().get(), QDBusConnection::ExportAllSlots);
+        return QDBusObjectPath(path);
+    }
+
+private:
+    QDBusConnection m_bus;
+    std::vector<std::unique_ptr<PortalRequest>> m_requests;
+};
+
+/// Stands in for logind: an inhibition ends when the last copy of its descriptor is closed.
+class LogindService : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.login1.Manager")
+
+public:
+    explicit LogindService(QDBusConnection bus) : m_bus(bus) {
+        bus.registerObject(QStringLiteral("/org/freedesktop/login1"), this, QDBusConnection::ExportAllSlots);
+        bus.registerService(QStringLiteral("org.freedesktop.login1"));
+    }
+    ~LogindService() override {
+        m_bus.unregisterService(QStringLiteral("org.freedesktop.login1"));
+        m_bus.unregisterObject(QStringLiteral("/org/freedesktop/login1"));
+    }
+
+    QString reason;
+    int count = 0;
+
+public Q_SLOTS:
+    QDBusUnixFileDescriptor Inhibit(const QString& what, const QString&, const QString& why,
+                                    const QString& mode) {
+        reason = what == QStringLiteral("idle") && mode == QStringLiteral("block") ? why : what + mode;
+        int ends[2] = {-1, -1};
+        if (::pipe(ends) != 0)
+            return {};
+        ++count;
+        auto* end = new QSocketNotifier(ends[0], QSocketNotifier::Read, this);
+        connect(end, &QSocketNotifier::activated, this, [this, end] {
+            end->setEnabled(false);
+            ::close(int(end->socket()));
+            --count;
+        });
+        QDBusUnixFileDescriptor descriptor;
+        descriptor.giveFileDescriptor(ends[1]);
+        return descriptor;
+    }
+
+private:
+    QDBusConnection m_bus;
+};
+
+} // namespace tarnwick::power
