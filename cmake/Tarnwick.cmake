@@ -54,3 +54,21 @@ function(tarnwick_test name)
     set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT}
         ENVIRONMENT "LC_ALL=C.UTF-8")
 endfunction()
+
+# tarnwick_qml_module(TARGET URI uri [QML_FILES file…] [IMPORTS uri…] [SINGLETONS file…])
+# Makes a library a QML module as well: its QML files, and its C++ types that carry QML_ELEMENT.
+# Executables link TARGETplugin too, and import the plugin by Q_IMPORT_QML_PLUGIN.
+function(tarnwick_qml_module name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "QML_FILES;IMPORTS;SINGLETONS")
+    if(arg_SINGLETONS)
+        set_source_files_properties(${arg_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
+    endif()
+    qt_add_qml_module(${name}
+        URI ${arg_URI}
+        VERSION 1.0
+        RESOURCE_PREFIX /qt/qml
+        DEPENDENCIES QtQuick
+        IMPORTS ${arg_IMPORTS}
+        QML_FILES ${arg_QML_FILES} ${arg_SINGLETONS})
+    target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}) # for the generated code
+endfunction()

@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QtQmlIntegration>
 
 #include <array>
 #include <optional>
@@ -12,6 +13,7 @@ namespace tarnwick {
 /// defaults hold, and a name, which is what the preferences window shows.
 namespace options {
 Q_NAMESPACE
+QML_NAMED_ELEMENT(Options)
 
 /// Background style of the display.
 enum class BackgroundOption {

@@ -144,6 +144,8 @@ std::unique_ptr<Grant> askEverybody(const DBusPowerManager::Buses& buses, const 
 } // namespace
 
 struct DBusPowerManager::State {
+    explicit State(Buses buses_) : buses(std::move(buses_)) {}
+
     const Buses buses;
     std::mutex mutex;
     std::map<Assertion, std::unique_ptr<Grant>> grants;
