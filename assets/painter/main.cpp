@@ -1,0 +1,41 @@
+// Paints one picture of the catalogue at build time: tarnwick-painter disc TAG FILE.webp
+
+#include "assets/painter/DiscShader.h"
+
+#include <QGuiApplication>
+#include <QImageWriter>
+
+#include <algorithm>
+#include <cstdio>
+
+using namespace tarnwick::painter;
+
+namespace {
+
+// Beyond this the file grows and the eye sees nothing; at 100 the format would turn lossless.
+constexpr int quality = 90;
+
+bool writeDisc(const QString& tag, const QString& file) {
+    const auto all = discs();
+    const auto disc = std::find_if(all.begin(), all.end(), [&](const Disc& d) {
+        return tag == QLatin1String(d.tag.data(), static_cast<qsizetype>(d.tag.size()));
+    });
+    if (disc == all.end())
+        return false;
+    QImageWriter writer(file, "webp");
+    writer.setQuality(quality);
+    return writer.write(paintDisc(*disc));
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
+    const QStringList arguments = QGuiApplication::arguments();
+    if (arguments.size() == 4 && arguments[1] == QLatin1String("disc") &&
+        writeDisc(arguments[2], arguments[3]))
+        return 0;
+    std::fprintf(stderr, "usage: tarnwick-painter disc TAG FILE.webp\n");
+    return 2;
+}
