@@ -1,5 +1,6 @@
 #include "platform/dispatch/VirtualDispatcher.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tarnwick::dispatch {
@@ -46,7 +47,8 @@ void VirtualDispatcher::runAndWait(QualityOfService quality, Task task) {
 void VirtualDispatcher::advance(Duration duration) {
     const Queue* const caller = m_current;
     const Instant end = m_now + duration;
-    while (!m_due.empty() && m_due.begin()->first <= end) {
+    // A task may sleep past the end; what falls due meanwhile still has its turn.
+    while (!m_due.empty() && m_due.begin()->first <= std::max(end, m_now)) {
         const auto first = m_due.begin();
         if (first->first > m_now)
             m_now = first->first;
@@ -54,8 +56,7 @@ void VirtualDispatcher::advance(Duration duration) {
         m_due.erase(first);
         callback();
     }
-    if (end > m_now) // a task may have slept past the end
-        m_now = end;
+    m_now = std::max(end, m_now);
     m_current = caller;
 }
 

@@ -41,13 +41,5 @@ TEST(Numerals, DecimalFloat) {
         EXPECT_EQ(decimalFloat(QString::fromUtf8(row.text)), row.value) << '"' << row.text << '"';
 }
 
-TEST(Numerals, TheLocaleOfTheUserDoesNotCount) {
-    const char* const before = setlocale(LC_ALL, nullptr);
-    if (!setlocale(LC_ALL, "de_DE.UTF-8"))
-        GTEST_SKIP() << "no locale with a decimal comma here";
-    EXPECT_EQ(decimalFloat(QStringLiteral("1.5")), 1.5);
-    setlocale(LC_ALL, before);
-}
-
 } // namespace
 } // namespace tarnwick
