@@ -25,7 +25,9 @@ MusicSource* sharedSource = nullptr;
 
 } // namespace
 
-MusicSource::MusicSource(Parts parts) : m_parts(parts), m_link(std::make_shared<Link>(parts)) {
+MusicSource::MusicSource(Parts parts)
+    : m_parts(parts), m_link(std::make_shared<Link>(parts)),
+      m_lasting(parts.dispatcher.globalQueue(QualityOfService::UserInteractive)) {
     m_link->source = this;
 }
 

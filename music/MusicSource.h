@@ -5,12 +5,12 @@
 #include "music/PublishedField.h"
 #include "music/ScriptRunner.h"
 #include "platform/dispatch/Dispatcher.h"
+#include "platform/dispatch/SerialQueue.h"
 #include "platform/images/ImageStore.h"
 #include "platform/musicapp/MusicApplication.h"
 
 #include <QObject>
 
-#include <deque>
 #include <memory>
 #include <optional>
 
@@ -158,12 +158,6 @@ private:
     /// What outlives the object in tasks that are under way.
     struct Link;
 
-    /// A text that may start a player and wait for it.
-    struct LastingCommand {
-        QString text;
-        std::function<void(const script::Outcome&)> finished;
-    };
-
     template <typename T>
     void publish(T& field, const std::type_identity_t<T>& value, void (MusicSource::*changed)()) {
         field = value;
@@ -193,14 +187,13 @@ private:
     void resetNow();
     void refreshSoon();
     void runLasting(const QString& text, std::function<void(const script::Outcome&)> finished);
-    void runNextLasting();
 
     Parts m_parts;
     std::shared_ptr<Link> m_link;
     musicapp::MusicApplication* m_followed = nullptr;
     ChangePass m_changes;
     std::optional<QString> m_albumOfTracks;
-    std::deque<LastingCommand> m_lasting; // the first one runs
+    dispatch::SerialQueue m_lasting; ///< texts that may start a player and wait for it
 
     std::unique_ptr<dispatch::TimerSource> updateTimer;
     std::unique_ptr<dispatch::TimerSource> shuffleSyncTimer;

@@ -33,28 +33,15 @@ void MusicSource::playStartupPlaylist() {
 }
 
 void MusicSource::runLasting(const QString& text, std::function<void(const script::Outcome&)> finished) {
-    m_lasting.push_back({text, std::move(finished)});
-    if (m_lasting.size() == 1)
-        runNextLasting();
-}
-
-void MusicSource::runNextLasting() {
-    m_parts.dispatcher.globalQueue(QualityOfService::UserInteractive)
-        .async([link = m_link, text = m_lasting.front().text] {
-            // The play/pause text has the blocking runner's line, the start-up text one of its own.
-            script::Outcome outcome;
-            if (text == scripts::playPause())
-                outcome.reply = link->parts.runner->runAndPrint(text);
-            else
-                outcome = link->parts.runner->runDirectly(text);
-            deliver(link, [outcome](MusicSource& source) {
-                const LastingCommand command = std::move(source.m_lasting.front());
-                source.m_lasting.pop_front();
-                if (!source.m_lasting.empty())
-                    source.runNextLasting();
-                command.finished(outcome);
-            });
-        });
+    m_lasting.async([link = m_link, text, finished = std::move(finished)] {
+        // The play/pause text has the blocking runner's line, the start-up text one of its own.
+        script::Outcome outcome;
+        if (text == scripts::playPause())
+            outcome.reply = link->parts.runner->runAndPrint(text);
+        else
+            outcome = link->parts.runner->runDirectly(text);
+        deliver(link, [outcome, finished](MusicSource&) { finished(outcome); });
+    });
 }
 
 void MusicSource::nextTrack() {
