@@ -79,7 +79,8 @@ TEST_F(MusicSourceTest, DecodesWhatIsOddAsItShould) {
 }
 
 TEST_F(MusicSourceTest, PicturesThatAreNoneAreNocover) {
-    for (const D& artwork : std::initializer_list<D>{D::missing(), D::data("no picture"), D::data({}), text("x")}) {
+    for (const D& artwork :
+         std::initializer_list<D>{D::missing(), D::data("no picture"), D::data({}), text("x")}) {
         refresh(nowPlaying({{11, artwork}}));
         EXPECT_EQ(source->currentAlbumArtwork(), noCover);
     }

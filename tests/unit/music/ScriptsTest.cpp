@@ -40,8 +40,8 @@ TEST(Scripts, AreSentToTheLetter) {
 
 TEST(Scripts, EscapeWhatTheUserAndTheTagsContain) {
     const QString text = playTitle(QStringLiteral(R"~(a "b" \c\)~"), QStringLiteral(R"~(L'album "x\")~"));
-    EXPECT_TRUE(text.contains(
-        QStringLiteral(R"~(whose name is "a \"b\" \\c\\" and album is "L'album \"x\\\"")~")))
+    EXPECT_TRUE(
+        text.contains(QStringLiteral(R"~(whose name is "a \"b\" \\c\\" and album is "L'album \"x\\\"")~")))
         << text.toStdString();
     EXPECT_TRUE(playPlaylist(QStringLiteral(R"~(Rock \ "n" Roll)~"))
                     .contains(QStringLiteral(R"~(play playlist "Rock \ \"n\" Roll")~")))
