@@ -21,5 +21,6 @@ int runDisplay(const Invocation& invocation);
 int runStatus(const Invocation& invocation);
 int runDo(const Invocation& invocation);
 int runScript(const Invocation& invocation);
+int runDefaults(const Invocation& invocation);
 
 } // namespace tarnwick

@@ -23,6 +23,7 @@ constexpr std::array commands{
     CommandEntry{"status", runStatus, CommandEntry::Core},
     CommandEntry{"do", runDo, CommandEntry::Core},
     CommandEntry{"script", runScript, CommandEntry::Core},
+    CommandEntry{"defaults", runDefaults, CommandEntry::Core},
 };
 
 /// The demo paints its covers with fonts, which needs more than the plain application object.

@@ -17,9 +17,9 @@ class Defaults : public QObject {
     Q_OBJECT
 
 public:
-    /// Stores `value` under `key`, at once: it outlives the process from when this returns. A failure
-    /// to do so is reported where the store was told to; the value then holds for this process.
-    virtual void set(const QString& key, const Value& value) = 0;
+    /// Stores `value` under `key`, at once: it outlives the process from when this returns. Whether it
+    /// does; if not, that is reported where the store was told to, and the value holds for this process.
+    virtual bool set(const QString& key, const Value& value) = 0;
 
     /// As `set`, but may reach the disk a little later, so that it can be called many times a second.
     /// The last value always gets there, unless the process is killed before.

@@ -101,22 +101,23 @@ void DefaultsFile::change(const QString& key, const QJsonValue& value) {
     m_changes.insert(key, value);
 }
 
-void DefaultsFile::write() {
+bool DefaultsFile::write() {
     const std::scoped_lock oneAtATime(m_writing);
     const QJsonObject changes = unwritten();
     if (changes.isEmpty())
-        return;
+        return true;
     const QString error = write(changes);
     if (!error.isEmpty() && !m_failing)
         m_report(QStringLiteral("The preferences cannot be saved to %1: %2").arg(m_path, error));
     m_failing = !error.isEmpty();
     if (m_failing)
-        return;
+        return false;
     const std::scoped_lock guard(m_mutex);
     for (auto it = changes.begin(); it != changes.end(); ++it) {
         if (m_changes.value(it.key()) == it.value())
             m_changes.remove(it.key());
     }
+    return true;
 }
 
 QJsonObject DefaultsFile::unwritten() {

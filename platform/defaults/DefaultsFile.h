@@ -34,8 +34,8 @@ public:
     /// Notes `value` for the next `write`.
     void change(const QString& key, const QJsonValue& value);
 
-    /// Writes what was noted into the file. What cannot be written stays noted.
-    void write();
+    /// Writes what was noted into the file. Whether it could; if not, it stays noted.
+    bool write();
 
     const QString& path() const { return m_path; }
 

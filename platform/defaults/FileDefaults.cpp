@@ -62,11 +62,12 @@ FileDefaults::~FileDefaults() {
     m_file->write();
 }
 
-void FileDefaults::set(const QString& key, const Value& value) {
+bool FileDefaults::set(const QString& key, const Value& value) {
     m_values.insert(key, toJson(value));
     m_file->change(key, toJson(value));
-    m_file->write();
+    const bool isWritten = m_file->write();
     watch();
+    return isWritten;
 }
 
 void FileDefaults::setSoon(const QString& key, const Value& value) {

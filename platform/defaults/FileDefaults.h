@@ -25,7 +25,7 @@ public:
     /// Writes what is not written yet.
     ~FileDefaults() override;
 
-    void set(const QString& key, const Value& value) override;
+    bool set(const QString& key, const Value& value) override;
     void setSoon(const QString& key, const Value& value) override;
     std::optional<Value> value(const QString& key) const override;
 

@@ -9,7 +9,10 @@ namespace tarnwick::defaults {
 /// Defaults that begin empty and end with the object.
 class MemoryDefaults : public Defaults {
 public:
-    void set(const QString& key, const Value& value) override { m_values.insert(key, value); }
+    bool set(const QString& key, const Value& value) override {
+        m_values.insert(key, value);
+        return true;
+    }
     void setSoon(const QString& key, const Value& value) override { set(key, value); }
 
     std::optional<Value> value(const QString& key) const override {
