@@ -1,0 +1,197 @@
+#include "platform/musicapp/mpris/MprisMusic.h"
+
+#include "platform/musicapp/Announcer.h"
+#include "platform/musicapp/ScriptableMusic.h"
+#include "platform/musicapp/mpris/BusThread.h"
+#include "platform/musicapp/mpris/Session.h"
+
+#include <QFile>
+
+#include <condition_variable>
+#include <mutex>
+
+namespace tarnwick::musicapp {
+
+using namespace std::chrono_literals;
+
+/// What every thread sees, and the way to the bus's thread.
+class MprisMusic::Impl final : public Player, public SessionListener {
+public:
+    Impl(const Options& options, dispatch::Dispatcher& dispatcher, images::ImageStore& images)
+        : m_dispatcher(dispatcher), m_scripting(*this) {
+        m_thread.post([this, options, &images] {
+            m_session = std::make_unique<Session>(options, m_thread, m_dispatcher, images, *this);
+        });
+    }
+
+    ~Impl() override {
+        m_announcer.setHandler({});
+        m_thread.post([this] { m_session.reset(); });
+    }
+
+    std::shared_ptr<const Snapshot> snapshot() const override {
+        const std::lock_guard lock(m_mutex);
+        return m_snapshot;
+    }
+
+    dispatch::Instant now() const override { return m_dispatcher.now(); }
+
+    void positionWasRead() override {
+        constexpr auto between = 1s;
+        const auto time = now();
+        {
+            const std::lock_guard lock(m_mutex);
+            if (time < m_positionAskedAt + between)
+                return;
+            m_positionAskedAt = time;
+        }
+        m_thread.post([this] { m_session->positionWasRead(); });
+    }
+
+    void command(Command command) override {
+        send([command](Session& session) { session.command(command); });
+    }
+
+    void setVolume(double volume) override {
+        stand([volume](Snapshot& snapshot) { snapshot.volume = volume; });
+        send([this, volume](Session& session) {
+            arrived();
+            session.setVolume(volume);
+        });
+    }
+
+    void setShuffle(bool shuffle) override {
+        stand([shuffle](Snapshot& snapshot) { snapshot.shuffle = shuffle; });
+        send([this, shuffle](Session& session) {
+            arrived();
+            session.setShuffle(shuffle);
+        });
+    }
+
+    void setPosition(double seconds) override {
+        send([seconds](Session& session) { session.setPosition(seconds); });
+    }
+
+    void play(const Track& track) override {
+        send([track](Session& session) { session.play(track); });
+    }
+
+    void play(const Playlist&) override {}
+
+    std::optional<QString> launch() override { return std::nullopt; }
+
+    ScriptableMusic& scripting() { return m_scripting; }
+    Announcer& announcer() { return m_announcer; }
+
+    bool waitUntilReady(dispatch::Duration timeout) {
+        std::unique_lock lock(m_mutex);
+        return m_changed.wait_for(lock, timeout, [this] { return m_isReady; });
+    }
+
+    bool waitUntilComplete(dispatch::Duration timeout) {
+        std::unique_lock lock(m_mutex);
+        return m_changed.wait_for(lock, timeout, [this] { return m_isReady && m_isComplete; });
+    }
+
+    std::optional<QString> finishCommands(dispatch::Duration timeout) {
+        std::unique_lock lock(m_mutex);
+        if (!m_changed.wait_for(lock, timeout, [this] { return m_unanswered == 0; }) && !m_failure)
+            return QStringLiteral("the player does not answer");
+        return std::exchange(m_failure, std::nullopt);
+    }
+
+private:
+    void publish(Snapshot snapshot, bool isComplete) override {
+        Changes changes;
+        {
+            const std::lock_guard lock(m_mutex);
+            if (m_onTheWay > 0) { // the session does not know yet what was set
+                snapshot.volume = m_snapshot->volume;
+                snapshot.shuffle = m_snapshot->shuffle;
+            }
+            changes = difference(*m_snapshot, snapshot, now());
+            m_snapshot = std::make_shared<const Snapshot>(std::move(snapshot));
+            m_isReady = true;
+            m_isComplete = isComplete;
+            m_changed.notify_all();
+        }
+        m_announcer.announce(changes);
+    }
+
+    void finished(const PlayerLink::Failure& failure) override {
+        const std::lock_guard lock(m_mutex);
+        --m_unanswered;
+        if (!m_failure)
+            m_failure = failure;
+        m_changed.notify_all();
+    }
+
+    /// Lets the snapshot show at once what is about to be set.
+    void stand(const std::function<void(Snapshot&)>& change) {
+        const std::lock_guard lock(m_mutex);
+        Snapshot next = *m_snapshot;
+        change(next);
+        m_snapshot = std::make_shared<const Snapshot>(std::move(next));
+        ++m_onTheWay;
+    }
+
+    void arrived() {
+        const std::lock_guard lock(m_mutex);
+        --m_onTheWay;
+    }
+
+    void send(std::function<void(Session&)> command) {
+        {
+            const std::lock_guard lock(m_mutex);
+            ++m_unanswered;
+        }
+        m_thread.post([this, command = std::move(command)] { command(*m_session); });
+    }
+
+    dispatch::Dispatcher& m_dispatcher;
+    ScriptableMusic m_scripting;
+    Announcer m_announcer;
+
+    mutable std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::shared_ptr<const Snapshot> m_snapshot = std::make_shared<Snapshot>();
+    bool m_isReady = false;
+    bool m_isComplete = false;
+    int m_onTheWay = 0;   ///< values set that have not reached the session
+    int m_unanswered = 0; ///< commands
+    std::optional<QString> m_failure;
+    dispatch::Instant m_positionAskedAt = -1h;
+
+    std::unique_ptr<Session> m_session; ///< touched on the bus's thread only
+    BusThread m_thread;                 ///< ends before anything above goes
+};
+
+bool MprisMusic::hasSessionBus() {
+    return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
+           QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
+}
+
+MprisMusic::MprisMusic(const Options& options, dispatch::Dispatcher& dispatcher, images::ImageStore& images)
+    : m_impl(std::make_unique<Impl>(options, dispatcher, images)) {}
+
+MprisMusic::~MprisMusic() = default;
+
+script::ApplicationProvider& MprisMusic::scripting() { return m_impl->scripting(); }
+
+Capabilities MprisMusic::capabilities() const { return m_impl->snapshot()->capabilities; }
+
+QString MprisMusic::playerName() const { return m_impl->snapshot()->playerName; }
+
+void MprisMusic::setChangeHandler(ChangeHandler handler) {
+    m_impl->announcer().setHandler(std::move(handler));
+}
+
+bool MprisMusic::waitUntilReady(dispatch::Duration timeout) { return m_impl->waitUntilReady(timeout); }
+
+bool MprisMusic::waitUntilComplete(dispatch::Duration timeout) { return m_impl->waitUntilComplete(timeout); }
+
+std::optional<QString> MprisMusic::finishCommands(dispatch::Duration timeout) {
+    return m_impl->finishCommands(timeout);
+}
+
+} // namespace tarnwick::musicapp

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/dispatch/Dispatcher.h"
+
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+namespace tarnwick::musicapp {
+
+/// One player as far as the choice goes.
+struct Candidate {
+    QString owner;
+    bool isPlaying = false;
+    std::optional<dispatch::Instant> lastPlayed; ///< none when it was never seen playing
+    QString song;                                ///< what it shows; equal texts are the same song
+};
+
+/// Which of `candidates`, in the order in which they appeared, is to be followed when `current` is now; its
+/// owner, empty when there is none to follow. The current one stays while it plays; else one that plays, else
+/// the one that played last, else the first. Another player that shows the current one's song is its echo.
+QString choosePlayer(const std::vector<Candidate>& candidates, const QString& current);
+
+} // namespace tarnwick::musicapp

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "platform/musicapp/mpris/PlayerModel.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QObject>
+#include <QTimer>
+
+#include <functional>
+
+namespace tarnwick::musicapp {
+
+/// The wire to one player: asks it, commands it, and tells its model what it says. Lives on the bus's
+/// thread. No call waits, and each is given up after a second.
+class PlayerLink : public QObject {
+public:
+    /// How a call ended: none when it went well, else why not, in a few words.
+    using Failure = std::optional<QString>;
+    using Done = std::function<void(const Failure&)>;
+    using Reply = std::function<void(const QDBusMessage&)>;
+
+    /// The player that owns `busName` under the unique name `owner`. `changed` is called whenever what is
+    /// believed, or whether the player answers, may have changed.
+    PlayerLink(const QDBusConnection& bus, QString busName, QString owner, dispatch::Dispatcher& dispatcher,
+               std::function<void()> changed);
+
+    /// Reads the first state.
+    void start();
+
+    void call(const QString& method, const QVariantList& arguments, const Done& done,
+              const QString& interface = {});
+    void setVolume(double volume, const Done& done);
+    void setShuffle(bool shuffle, const Done& done);
+    void setPosition(double seconds, const Done& done);
+
+    /// Signals that the player sent.
+    void propertiesChanged(const QVariantMap& changed, const QStringList& invalidated);
+    void seeked();
+
+    /// Lets the model think about what it was told meanwhile.
+    void attend();
+
+    /// Sends a method call; `reply` gets the answer, of whatever kind.
+    void send(QDBusMessage message, const Reply& reply);
+    QDBusMessage method(const QString& interface, const QString& name) const;
+
+    PlayerModel& model() { return m_model; }
+    const Belief& belief() const { return m_model.belief(); }
+    const QString& busName() const { return m_busName; }
+    const QString& owner() const { return m_owner; }
+    /// The name a person knows it by; the bus name's last part until the player has said it.
+    QString identity() const;
+    /// The name of its desktop file without suffix; empty when it tells none.
+    const QString& desktopEntry() const { return m_desktopEntry; }
+    /// Whether it opens files it is given.
+    bool canOpenFiles() const { return m_canOpenFiles; }
+    /// Whether its first state has arrived.
+    bool isReady() const { return m_model.isReady() && m_isIntroduced; }
+    /// Whether nothing more has to be waited for to know if there is a first state.
+    bool hasAnswered() const { return isReady() || m_model.isSilent(); }
+
+    /// Whether `wanted` names this player: its bus name, with or without instance, or its identity.
+    bool isNamed(const QString& wanted) const;
+
+private:
+    void introduce();
+    void read();
+    void setProperty(const QString& name, const QVariant& value, const Done& done);
+    void sendVolume();
+
+    QDBusConnection m_bus;
+    const QString m_busName;
+    const QString m_owner;
+    dispatch::Dispatcher& m_dispatcher;
+    std::function<void()> m_changed;
+    PlayerModel m_model;
+    QTimer m_timer;
+
+    bool m_isIntroduced = false;
+    QString m_identity;
+    QString m_desktopEntry;
+    bool m_canOpenFiles = false;
+
+    QTimer m_volumeTimer; ///< runs while no volume may be sent
+    std::optional<double> m_volume;
+    std::vector<Done> m_volumeDone;
+};
+
+} // namespace tarnwick::musicapp

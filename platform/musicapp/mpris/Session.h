@@ -1,0 +1,95 @@
+#pragma once
+
+#include "platform/musicapp/Player.h"
+#include "platform/musicapp/mpris/BusThread.h"
+#include "platform/musicapp/mpris/MprisMusic.h"
+#include "platform/musicapp/mpris/PlayerLink.h"
+#include "platform/musicapp/mpris/TrackLoader.h"
+
+#include <QDBusMessage>
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+#include <vector>
+
+namespace tarnwick::musicapp {
+
+/// What the session tells the outside. Called on the bus's thread.
+class SessionListener {
+public:
+    /// A newer snapshot; `isComplete` when nothing of it is still being read.
+    virtual void publish(Snapshot snapshot, bool isComplete) = 0;
+    /// A command has ended.
+    virtual void finished(const PlayerLink::Failure& failure) = 0;
+
+protected:
+    ~SessionListener() = default;
+};
+
+/// The players on one bus: finds them, follows the one that counts, and says what is to be seen. Lives on
+/// the bus's thread.
+class Session : public QObject {
+    Q_OBJECT
+
+public:
+    Session(const MprisMusic::Options& options, BusThread& thread, dispatch::Dispatcher& dispatcher,
+            images::ImageStore& images, SessionListener& listener);
+    ~Session() override;
+
+    void command(Player::Command command);
+    void setVolume(double volume);
+    void setShuffle(bool shuffle);
+    void setPosition(double seconds);
+    void play(const Track& track);
+    void positionWasRead();
+
+private Q_SLOTS:
+    void ownerChanged(const QString& name, const QString& before, const QString& after);
+    void propertiesChanged(const QDBusMessage& message);
+    void seeked(const QDBusMessage& message);
+
+private:
+    struct Known {
+        std::unique_ptr<PlayerLink> link;
+        std::optional<dispatch::Instant> lastPlayed;
+    };
+
+    void connectToBus();
+    void listNames();
+    void foundOwner(const QString& name, const QString& owner);
+    PlayerLink* linkOf(const QString& owner) const;
+    void playersChanged();
+    void follow(PlayerLink* link);
+    void beliefChanged();
+    void loadDetails();
+    void detailsLoaded(const TrackDetails& details);
+    void publish();
+    Snapshot makeSnapshot() const;
+    PlayerLink::Done done();
+    PlayerLink* followedOr(const PlayerLink::Done& refuse) const;
+
+    const MprisMusic::Options m_options;
+    dispatch::Dispatcher& m_dispatcher;
+    SessionListener& m_listener;
+    const QString m_connectionName;
+    QDBusConnection m_bus;
+    TrackLoader m_loader;
+
+    std::vector<Known> m_players; ///< in the order in which they appeared
+    PlayerLink* m_followed = nullptr;
+    bool m_namesAreKnown = false;
+    int m_ownersAwaited = 0;
+    QTimer m_choice; ///< coalesces what many players say at once
+
+    // Of the followed player:
+    int m_trackSerial = 0; ///< of the track that the details are of
+    QString m_detailsUrl;  ///< what they were loaded for
+    QString m_detailsArtUrl;
+    bool m_isLoading = false;
+    TrackDetails m_details;
+    QTimer m_patience; ///< runs while a new album waits for its cover
+    Snapshot m_shown;
+};
+
+} // namespace tarnwick::musicapp
