@@ -3,6 +3,10 @@
 #include <QImage>
 #include <QList>
 #include <QObject>
+#include <QRectF>
+#include <QSize>
+
+#include <functional>
 
 namespace tarnwick::windows {
 
@@ -22,8 +26,37 @@ public:
     /// Enters full screen, or leaves it.
     virtual void toggleFullScreen() = 0;
 
+    /// Whether the desktop's title bar and border are left away. The window is then moved by its own
+    /// background and resized at its own edges.
+    virtual void setTitleBarHidden(bool hidden) = 0;
+
+    /// Width and height stay in this proportion when the user resizes the window.
+    virtual void setContentAspectRatio(QSize ratio) = 0;
+
+    /// Puts the window there, as far as the desktop lets it: a frame that lies on no screen any more, or
+    /// is larger than the screen, is brought onto one.
+    virtual void setFrame(const QRectF& frame) = 0;
+
+    /// `shouldClose` is asked when the user closes the window; empty means yes.
+    virtual void setShouldClose(std::function<bool()> shouldClose) = 0;
+
+    /// Shows the window above all others and gives it the keyboard.
+    virtual void orderFront() = 0;
+
+    /// Takes the window off the screen. It keeps its state.
+    virtual void orderOut() = 0;
+    virtual void miniaturize() = 0;
+
+    /// Closes the window without asking.
+    virtual void close() = 0;
+
     virtual Level level() const = 0;
     virtual bool isFullScreen() const = 0;
+    virtual bool isVisible() const = 0;
+
+    /// In screen points, from the lower left corner of the first screen to that of the window; y grows
+    /// upwards. Where the desktop does not tell places, as if in the middle of its screen.
+    virtual QRectF frame() const = 0;
 
 Q_SIGNALS:
     void didMove();

@@ -11,12 +11,60 @@ class FakeWindow : public Window {
 public:
     void setLevel(Level level) override { m_level = level; }
     void toggleFullScreen() override { m_isFullScreen = !m_isFullScreen; }
+    void setTitleBarHidden(bool hidden) override { m_isTitleBarHidden = hidden; }
+    void setContentAspectRatio(QSize ratio) override { m_ratio = ratio; }
+    void setFrame(const QRectF& frame) override {
+        m_frame = frame;
+        Q_EMIT didMove();
+        Q_EMIT didResize();
+    }
+    void setShouldClose(std::function<bool()> shouldClose) override {
+        m_shouldClose = std::move(shouldClose);
+    }
+    void orderFront() override {
+        m_isVisible = true;
+        m_isMiniaturized = false;
+        ++m_timesOrderedFront;
+    }
+    void orderOut() override { m_isVisible = false; }
+    void miniaturize() override { m_isMiniaturized = true; }
+    void close() override {
+        m_isVisible = false;
+        m_isClosed = true;
+        Q_EMIT willClose();
+    }
+
     Level level() const override { return m_level; }
     bool isFullScreen() const override { return m_isFullScreen; }
+    bool isVisible() const override { return m_isVisible; }
+    QRectF frame() const override { return m_frame; }
+
+    /// The user presses the close button.
+    void pressClose() {
+        if (!m_shouldClose || m_shouldClose())
+            close();
+    }
+    /// The user, or the desktop, puts the window there.
+    void moveTo(const QRectF& frame) { setFrame(frame); }
+    void becomeKey() { Q_EMIT didBecomeKey(); }
+
+    bool isTitleBarHidden() const { return m_isTitleBarHidden; }
+    bool isMiniaturized() const { return m_isMiniaturized; }
+    bool isClosed() const { return m_isClosed; }
+    QSize contentAspectRatio() const { return m_ratio; }
+    int timesOrderedFront() const { return m_timesOrderedFront; }
 
 private:
     Level m_level = Level::Normal;
     bool m_isFullScreen = false;
+    bool m_isTitleBarHidden = false;
+    bool m_isVisible = false;
+    bool m_isMiniaturized = false;
+    bool m_isClosed = false;
+    int m_timesOrderedFront = 0;
+    QSize m_ratio;
+    QRectF m_frame;
+    std::function<bool()> m_shouldClose;
 };
 
 /// Windows without a screen; begins with none.

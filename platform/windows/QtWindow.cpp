@@ -1,0 +1,146 @@
+#include "platform/windows/QtWindow.h"
+
+#include "platform/windows/Frames.h"
+#include "platform/windows/QtWindowSystem.h"
+#include "platform/windows/SizeHints.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QScreen>
+
+namespace tarnwick::windows {
+
+namespace {
+
+QRect firstScreen() {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen ? screen->geometry() : QRect();
+}
+
+/// Whether windows know where they are and may say where they want to be.
+bool placesAreKnown() { return !QGuiApplication::platformName().startsWith(QLatin1String("wayland")); }
+
+} // namespace
+
+QtWindow::QtWindow(QWindow& window, dispatch::Dispatcher& dispatcher)
+    : m_window(window), m_dispatcher(dispatcher), m_settledSize(window.size()) {
+    m_window.installEventFilter(this);
+}
+
+QtWindow::~QtWindow() { m_ratioWork.cancel(); }
+
+void QtWindow::setLevel(Level level) {
+    m_level = level;
+    const bool floats = level == Level::Floating;
+    if (m_window.flags().testFlag(Qt::WindowStaysOnTopHint) != floats)
+        m_window.setFlag(Qt::WindowStaysOnTopHint, floats);
+}
+
+void QtWindow::toggleFullScreen() {
+    m_window.setWindowStates(m_window.windowStates() ^ Qt::WindowFullScreen);
+    hintAtRatio();
+}
+
+void QtWindow::setTitleBarHidden(bool hidden) {
+    if (m_window.flags().testFlag(Qt::FramelessWindowHint) != hidden)
+        m_window.setFlag(Qt::FramelessWindowHint, hidden);
+}
+
+void QtWindow::setContentAspectRatio(QSize ratio) {
+    m_ratio = ratio;
+    hintAtRatio();
+    keepRatioSoon();
+}
+
+void QtWindow::setFrame(const QRectF& frame) {
+    QList<QRect> screens;
+    for (const QScreen* screen : QGuiApplication::screens())
+        screens.append(screen->availableGeometry());
+    const QRect wanted = broughtOntoScreen(rectangleFromFrame(frame, firstScreen()), screens);
+    m_settledSize = wanted.size();
+    if (placesAreKnown())
+        m_window.setFramePosition(wanted.topLeft());
+    m_window.resize(wanted.size());
+    hintAtRatio();
+}
+
+void QtWindow::setShouldClose(std::function<bool()> shouldClose) { m_shouldClose = std::move(shouldClose); }
+
+void QtWindow::orderFront() {
+    m_window.setWindowStates(m_window.windowStates() & ~Qt::WindowMinimized);
+    m_window.setVisible(true);
+    hintAtRatio();
+    m_window.raise();
+    m_window.requestActivate();
+}
+
+void QtWindow::orderOut() { m_window.setVisible(false); }
+
+void QtWindow::miniaturize() { m_window.setWindowStates(m_window.windowStates() | Qt::WindowMinimized); }
+
+void QtWindow::close() {
+    m_closing = true;
+    m_window.close();
+    m_closing = false;
+}
+
+bool QtWindow::isFullScreen() const { return m_window.windowStates().testFlag(Qt::WindowFullScreen); }
+
+bool QtWindow::isVisible() const { return m_window.isVisible(); }
+
+QRectF QtWindow::frame() const {
+    QRect rectangle(m_window.framePosition(), m_window.size());
+    if (!placesAreKnown() && m_window.screen())
+        rectangle = centred(m_window.size(), m_window.screen()->geometry());
+    return frameFromRectangle(rectangle, firstScreen());
+}
+
+bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::Move:
+        Q_EMIT didMove();
+        break;
+    case QEvent::Resize:
+        keepRatioSoon();
+        Q_EMIT didResize();
+        break;
+    case QEvent::FocusIn:
+        Q_EMIT didBecomeKey();
+        break;
+    case QEvent::Close:
+        if (!mayClose()) {
+            event->ignore();
+            return true;
+        }
+        Q_EMIT willClose();
+        break;
+    default:
+        break;
+    }
+    return Window::eventFilter(watched, event);
+}
+
+bool QtWindow::mayClose() { return m_closing || !m_shouldClose || m_shouldClose(); }
+
+void QtWindow::hintAtRatio() { hintAtAspectRatio(m_window, m_ratio); }
+
+void QtWindow::keepRatioSoon() {
+    m_ratioWork.cancel();
+    if (!m_ratio.isEmpty())
+        m_ratioWork = m_dispatcher.asyncAfter(m_dispatcher.mainQueue(), QtWindowSystem::settlingTime,
+                                              [this] { keepRatio(); });
+}
+
+void QtWindow::keepRatio() {
+    if (m_window.windowStates() != Qt::WindowNoState || !m_window.screen())
+        return;
+    const QSize size = m_window.size();
+    // A pixel more or less is the desktop's rounding.
+    if (std::abs(size.width() * m_ratio.height() - size.height() * m_ratio.width()) >
+        m_ratio.width() + m_ratio.height())
+        m_window.resize(
+            inProportion(size, m_settledSize, m_ratio, m_window.screen()->availableGeometry().size()));
+    m_settledSize = m_window.size();
+}
+
+} // namespace tarnwick::windows

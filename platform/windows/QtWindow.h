@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/dispatch/Dispatcher.h"
+#include "platform/windows/Windows.h"
+
+#include <QPointer>
+#include <QWindow>
+
+namespace tarnwick::windows {
+
+/// A window of Qt's.
+class QtWindow : public Window {
+    Q_OBJECT
+
+public:
+    /// `window` must outlive this object or end it; so must `dispatcher`.
+    QtWindow(QWindow& window, dispatch::Dispatcher& dispatcher);
+    ~QtWindow() override;
+
+    void setLevel(Level level) override;
+    void toggleFullScreen() override;
+    void setTitleBarHidden(bool hidden) override;
+    void setContentAspectRatio(QSize ratio) override;
+    void setFrame(const QRectF& frame) override;
+    void setShouldClose(std::function<bool()> shouldClose) override;
+    void orderFront() override;
+    void orderOut() override;
+    void miniaturize() override;
+    void close() override;
+
+    Level level() const override { return m_level; }
+    bool isFullScreen() const override;
+    bool isVisible() const override;
+    QRectF frame() const override;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool mayClose();
+    void hintAtRatio();
+    void keepRatioSoon();
+    void keepRatio();
+
+    QWindow& m_window;
+    dispatch::Dispatcher& m_dispatcher;
+    Level m_level = Level::Normal;
+    QSize m_ratio; ///< empty: any
+    QSize m_settledSize;
+    std::function<bool()> m_shouldClose;
+    dispatch::WorkItem m_ratioWork;
+    bool m_closing = false;
+};
+
+} // namespace tarnwick::windows
