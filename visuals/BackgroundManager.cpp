@@ -44,13 +44,9 @@ std::vector<Colour> BackgroundManager::paintedColors(BackgroundOption option) co
     }
 }
 
-QList<QColor> BackgroundManager::gradientColorList() const {
-    return listOf(m_gradientColors);
-}
+QList<QColor> BackgroundManager::gradientColorList() const { return listOf(m_gradientColors); }
 
-QList<QColor> BackgroundManager::darkGradientColorList() const {
-    return listOf(m_darkGradientColors);
-}
+QList<QColor> BackgroundManager::darkGradientColorList() const { return listOf(m_darkGradientColors); }
 
 BackgroundOption BackgroundManager::resolved(BackgroundOption option) {
     if (option != BackgroundOption::Random)

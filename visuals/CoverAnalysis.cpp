@@ -68,9 +68,7 @@ std::optional<Colour> opaqueMean(const QImage& cover, const QRect& region) {
                   static_cast<double>(sums.channel[2]) / scale, 1.0};
 }
 
-int part(int length, double share) {
-    return static_cast<int>(length * share);
-}
+int part(int length, double share) { return static_cast<int>(length * share); }
 
 QRect bandRegion(QSize size) {
     return {part(size.width(), 0.1), part(size.height(), 0.9), part(size.width(), 0.8),

@@ -1,0 +1,123 @@
+#include "assets/RenderQueue.h"
+#include "platform/dispatch/VirtualDispatcher.h"
+#include "visuals/RotatingCDLayerView.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QQuickWindow>
+#include <gtest/gtest.h>
+
+#include <numbers>
+
+namespace tarnwick {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+DiscImage disc(const char* name) { return DiscImage::named(Catalogue::shared(), QLatin1String(name)); }
+
+template <typename Condition>
+bool waitFor(Condition condition) {
+    const QDeadlineTimer deadline(5000);
+    while (!condition() && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
+    return condition();
+}
+
+class RotatingCDViewTest : public testing::Test {
+protected:
+    RotatingCDViewTest() {
+        window.resize(300, 200);
+        view.setParentItem(window.contentItem());
+        view.setClock(&clock);
+        view.setNsImage(disc("33Vinyl"));
+        view.setSide(200);
+        QObject::connect(&view, &RotatingCDLayerView::logLine, [this](const QString& line) { log += line; });
+    }
+
+    /// How many frames are drawn in a span of real time, which is what must not happen.
+    int framesIn(std::chrono::milliseconds span) {
+        QCoreApplication::processEvents();
+        frames = 0;
+        const QDeadlineTimer end(span);
+        while (!end.hasExpired())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
+        return frames;
+    }
+
+    CDLayer& layer() { return *view.view()->cdLayer(); }
+
+    animation::ManualClock clock;
+    QQuickWindow window;
+    RotatingCDLayerView view;
+    QString log;
+    int frames = 0;
+};
+
+} // namespace
+
+TEST_F(RotatingCDViewTest, TurnsWhilePlayingAndStopsWhereItIs) {
+    view.setIsPlaying(true);
+    EXPECT_FALSE(view.view()->isRotating());
+    view.setRotateCDDuringPlayback(true);
+    EXPECT_TRUE(view.view()->isRotating());
+    clock.advance(325ms);
+    EXPECT_NEAR(layer().rotation(), 90, 1e-6);
+    view.setIsPlaying(false);
+    clock.advance(10s);
+    EXPECT_NEAR(view.view()->angle(), -std::numbers::pi / 2, 1e-9);
+    EXPECT_NEAR(layer().rotation(), 90, 1e-6);
+    view.setIsPlaying(true);
+    view.setNsImage(disc("45Vinyl")); // an update restarts the turn, and it must not jump
+    clock.advance(325ms);
+    EXPECT_NEAR(layer().rotation(), 180, 1e-6);
+}
+
+TEST_F(RotatingCDViewTest, FillsTheSmallerSideOfItsView) {
+    view.setSize({300, 120});
+    EXPECT_EQ(layer().size(), QSizeF(120, 120));
+    EXPECT_EQ(layer().position(), QPointF(90, 0));
+    EXPECT_EQ(layer().picture()->size(), QSize(120, 120));
+}
+
+TEST_F(RotatingCDViewTest, ABrokenPictureGivesTheDefaultDisc) {
+    view.setNsImage(DiscImage::of(images::Image::fromPixels(QImage(0, 0, QImage::Format_RGBA8888))));
+    EXPECT_EQ(log, QLatin1String("Errore: Immagine non valida. Usando immagine predefinita."));
+    EXPECT_EQ(layer().picture(), Catalogue::shared().picture(QStringLiteral("cddefault"), {200, 200}));
+}
+
+TEST_F(RotatingCDViewTest, DrawsElsewhereAndOnlyTheLastOfMany) {
+    dispatch::VirtualDispatcher dispatcher;
+    renderqueue::setDispatcher(&dispatcher);
+    for (const int side : {120, 140, 160, 180})
+        view.setSide(side);
+    EXPECT_EQ(renderqueue::pending(), 1);
+    EXPECT_EQ(layer().picture()->width(), 200); // the old one, stretched, until the new one is there
+    dispatcher.runUntilIdle();
+    renderqueue::setDispatcher(nullptr);
+    EXPECT_EQ(renderqueue::pending(), 0);
+    EXPECT_EQ(layer().picture()->width(), 180);
+}
+
+TEST_F(RotatingCDViewTest, DrawsFramesOnlyWhileItTurns) {
+    view.setClock(nullptr);
+    QObject::connect(&window, &QQuickWindow::frameSwapped, &window, [&] { ++frames; });
+    window.show();
+    ASSERT_TRUE(waitFor([&] { return frames > 0; }));
+    view.setRotateCDDuringPlayback(true);
+    view.setIsPlaying(true);
+    const auto* picture = layer().picture().get();
+    frames = 0;
+    ASSERT_TRUE(waitFor([&] { return frames > 5; }));
+    EXPECT_EQ(layer().picture().get(), picture);
+
+    view.setIsPlaying(false);
+    EXPECT_LE(framesIn(300ms), 1); // the last angle
+
+    view.setIsPlaying(true);
+    view.setVisible(false);
+    EXPECT_LE(framesIn(300ms), 1);
+}
+
+} // namespace tarnwick
