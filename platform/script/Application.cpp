@@ -13,17 +13,11 @@ std::pair<qint64, qint64> Query::within(qint64 size) const {
     return {first, std::min(last + 1, size)};
 }
 
-void Object::setProperty(Term, const Value&) {
-    throw Error::notSettable();
-}
+void Object::setProperty(Term, const Value&) { throw Error::notSettable(); }
 
-std::vector<ObjectPointer> Object::elements(const Query&) const {
-    throw Error::noSuchObject();
-}
+std::vector<ObjectPointer> Object::elements(const Query&) const { throw Error::noSuchObject(); }
 
-qint64 Object::count(const Query& query) const {
-    return static_cast<qint64>(elements(query).size());
-}
+qint64 Object::count(const Query& query) const { return static_cast<qint64>(elements(query).size()); }
 
 std::vector<Value> Object::values(const Query& query, Term property) const {
     const std::vector<ObjectPointer> found = elements(query);
@@ -34,12 +28,8 @@ std::vector<Value> Object::values(const Query& query, Term property) const {
     return result;
 }
 
-bool Object::isSame(const Object& other) const {
-    return this == &other;
-}
+bool Object::isSame(const Object& other) const { return this == &other; }
 
-Value Application::perform(Term, const Value&, const Parameters&) {
-    throw Error::notUnderstood();
-}
+Value Application::perform(Term, const Value&, const Parameters&) { throw Error::notUnderstood(); }
 
 } // namespace tarnwick::script

@@ -24,6 +24,9 @@ qint64 requireInteger(const Value& value);
 double requireReal(const Value& value);
 bool requireBoolean(const Value& value);
 
+/// Throws error -1700: "Can’t make VALUE into type TYPE."
+[[noreturn]] void throwCannotMake(const Value& value, QLatin1String type);
+
 /// How the language writes a real as text: 12 significant digits, always with a fraction, with an
 /// exponent from 10000 on and up to 0.0001 ("1.0", "245.5", "1.2E+4").
 QString realText(double value);

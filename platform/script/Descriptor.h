@@ -65,6 +65,10 @@ public:
     std::optional<Descriptor> coerceToList() const;
     /// Texts, numbers, booleans, constants, aliases; absent for the rest, `missing value` among it.
     std::optional<QString> text() const;
+    /// How a script writes an object; empty for what is none.
+    QString specifier() const;
+    /// The integer, else 0.
+    qint64 integerValue() const;
     /// Numbers, booleans and texts that are a number; else 0.
     double doubleValue() const;
     /// As `doubleValue()`, rounded; 0 when outside of 32 bits.

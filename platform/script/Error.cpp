@@ -2,9 +2,7 @@
 
 namespace tarnwick::script {
 
-QString Error::toString() const {
-    return QStringLiteral("%1 (%2)").arg(message, QString::number(number));
-}
+QString Error::toString() const { return QStringLiteral("%1 (%2)").arg(message, QString::number(number)); }
 
 QString Error::toStringWithPlace() const {
     if (range.line == 0)

@@ -34,6 +34,8 @@ struct Filter {
 
     /// Whether `object` satisfies the condition, asking it for the properties.
     bool matches(const Object& object) const;
+    /// Whether an element whose `property` is `actual` satisfies this leaf.
+    bool holdsFor(const Value& actual) const;
     /// The value that `property` has in everything that satisfies the condition (an Equal that is the
     /// condition itself or one term of its And), so that an index can be used; null when there is none.
     /// Texts are then equal by `comparisonKey()`, and `matches()` still has to be asked unless

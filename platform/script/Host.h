@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRandomGenerator>
 #include <QString>
 
 #include <chrono>
@@ -20,6 +21,9 @@ public:
     virtual void displayDialog(const QString& text) = 0;
     /// `delay`: returns when the time has passed.
     virtual void delay(std::chrono::nanoseconds duration) = 0;
+    /// `some item`: a number from 0 to `bound` - 1, each as likely. The default takes the system's random
+    /// source.
+    virtual quint32 random(quint32 bound) { return QRandomGenerator::global()->bounded(bound); }
 };
 
 } // namespace tarnwick::script

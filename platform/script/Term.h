@@ -20,11 +20,9 @@ consteval Term term(const char (&code)[5]) {
 namespace terms {
 inline constexpr Term Name = term("pnam");        ///< property `name`: element by name goes by it
 inline constexpr Term Id = term("ID  ");          ///< property `id`: element by id goes by it
-inline constexpr Term Class = term("pcls");       ///< property `class`, answered by the interpreter
 inline constexpr Term Running = term("prun");     ///< property `running` of the application, answered by it
 inline constexpr Term Version = term("vers");     ///< property `version`
 inline constexpr Term Application = term("capp"); ///< class `application`
-inline constexpr Term Item = term("cobj");        ///< class `item`
 inline constexpr Term Launch = term("ascr");      ///< command `launch`
 inline constexpr Term Activate = term("misc");    ///< command `activate`
 inline constexpr Term Quit = term("quit");        ///< command `quit`

@@ -26,7 +26,6 @@ QString nameOr(const QHash<Term, QString>& names, Term code, QLatin1String role)
 Terminology::Terminology() {
     addProperty(QStringLiteral("name"), terms::Name);
     addProperty(QStringLiteral("id"), terms::Id);
-    addProperty(QStringLiteral("class"), terms::Class);
     addProperty(QStringLiteral("running"), terms::Running);
     addProperty(QStringLiteral("version"), terms::Version);
     addClass(QStringLiteral("application"), QStringLiteral("applications"), terms::Application);
@@ -79,9 +78,7 @@ const Terminology::Parameters& Terminology::parameters(Term command) const {
     return found == m_parameters.end() ? none : *found;
 }
 
-QString Terminology::className(Term code) const {
-    return nameOr(m_classNames, code, QLatin1String("class"));
-}
+QString Terminology::className(Term code) const { return nameOr(m_classNames, code, QLatin1String("class")); }
 
 QString Terminology::propertyName(Term code) const {
     return nameOr(m_propertyNames, code, QLatin1String("property"));

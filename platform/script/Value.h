@@ -49,9 +49,10 @@ public:
         if (m_references >= 0 && --m_references == 0)
             destroy();
     }
-    /// Never counted and never released again, so that a compiled text's literals may be read by several
-    /// threads at once. Whoever makes a cell immortal deletes it.
+    /// From now on not counted, so that a compiled text's literals may be read by several threads at once;
+    /// until `makeMortal()`, after which the next `release()` is the last one.
     void makeImmortal() { m_references = -1; }
+    void makeMortal() { m_references = 1; }
 
 protected:
     explicit Cell(Kind kind) : m_kind(kind) {}
@@ -63,10 +64,6 @@ private:
     int m_references = 0;
     Kind m_kind;
 };
-
-struct ListCell;
-struct RecordCell;
-struct ItemReferenceCell;
 
 /// One value of a running script: 16 bytes, cheap to copy. It belongs to the thread and to the run in
 /// which it was made, and must not be kept beyond that; what is to be kept or handed to another thread
@@ -137,9 +134,6 @@ public:
 
     /// The shared cell, for kinds that have one.
     Cell* cell() const { return m_bits.cell; }
-    ListCell& listCell() const;
-    RecordCell& recordCell() const;
-    ItemReferenceCell& itemReferenceCell() const;
 
     void swap(Value& other) noexcept {
         std::swap(m_kind, other.m_kind);

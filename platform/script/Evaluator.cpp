@@ -1,0 +1,449 @@
+#include "platform/script/Evaluator.h"
+
+#include "platform/script/Classes.h"
+#include "platform/script/Coercion.h"
+#include "platform/script/Operators.h"
+#include "platform/script/Pieces.h"
+#include "platform/script/Snapshot.h"
+
+#include <cmath>
+
+namespace tarnwick::script {
+
+namespace {
+
+const char* stackPointer() { return static_cast<const char*>(__builtin_frame_address(0)); }
+
+} // namespace
+
+Evaluator::Evaluator(const Program& program, ApplicationProvider& applications, Host& host,
+                     const Limits& limits)
+    : m_program(program), m_applications(applications), m_host(host), m_limits(limits),
+      m_globals(program.globalNames.size()),
+      m_script(Value::constant(classes::Script, QStringLiteral("«script»"))),
+      m_stackEnd(stackPointer() - limits.stackBytes) {
+    if (limits.runTime)
+        m_deadline = std::chrono::steady_clock::now() + *limits.runTime;
+    m_target = m_script;
+}
+
+Value Evaluator::run() {
+    try {
+        std::vector<Value> slots_(m_program.main.slotNames.size());
+        m_slots = slots_.data();
+        m_handler = &m_program.main;
+        for (const auto& [slot, initial] : m_program.properties)
+            m_globals[static_cast<std::size_t>(slot)] = evaluate(*initial);
+        if (execute(m_program.main.body) == Flow::Return)
+            return std::move(m_returned);
+        return std::move(m_result);
+    } catch (const Abort& abort) {
+        throw abort.error;
+    }
+}
+
+// Limits
+
+void Evaluator::checkLimits() const {
+    if (m_limits.cancelled && m_limits.cancelled->load(std::memory_order_relaxed))
+        throw Abort{{errors::UserCancelled, QStringLiteral("User canceled.")}};
+    if (m_limits.runTime && std::chrono::steady_clock::now() >= m_deadline)
+        throw Abort{{errors::TimedOut, QStringLiteral("The script has run for too long.")}};
+}
+
+void Evaluator::checkStack() const {
+    if (stackPointer() < m_stackEnd) [[unlikely]]
+        throw Error{errors::StackOverflow, QStringLiteral("Stack overflow.")};
+}
+
+// Statements
+
+Evaluator::Flow Evaluator::execute(const Block& block) {
+    const Statement* current = nullptr;
+    try {
+        for (const Statement* statement : block) {
+            current = statement;
+            const Flow flow = execute(*statement);
+            if (flow != Flow::Next)
+                return flow;
+        }
+    } catch (Error& error) {
+        if (error.range.line == 0)
+            error.range = current->range;
+        throw;
+    } catch (Abort& abort) {
+        if (abort.error.range.line == 0)
+            abort.error.range = current->range;
+        throw;
+    }
+    return Flow::Next;
+}
+
+Evaluator::Flow Evaluator::execute(const Statement& statement) {
+    switch (statement.kind) {
+    case StatementKind::Set:
+    case StatementKind::Copy:
+        executeAssignment(static_cast<const AssignmentStatement&>(statement));
+        return Flow::Next;
+    case StatementKind::If:
+        return executeIf(static_cast<const IfStatement&>(statement));
+    case StatementKind::Expression: {
+        Value value = evaluate(*static_cast<const ExpressionStatement&>(statement).expression);
+        if (!value.isNothing())
+            m_result = std::move(value);
+        return Flow::Next;
+    }
+    case StatementKind::Repeat:
+        return executeForever(static_cast<const RepeatStatement&>(statement));
+    case StatementKind::RepeatTimes:
+        return executeTimes(static_cast<const RepeatStatement&>(statement));
+    case StatementKind::RepeatWhile:
+        return executeWhile(static_cast<const RepeatStatement&>(statement));
+    case StatementKind::RepeatCounting:
+        return executeCounting(static_cast<const RepeatStatement&>(statement));
+    case StatementKind::RepeatIn:
+        return executeIn(static_cast<const RepeatStatement&>(statement));
+    case StatementKind::Exit:
+        return Flow::Exit;
+    case StatementKind::Return: {
+        const Expression* value = static_cast<const ReturnStatement&>(statement).value;
+        m_returned = value ? evaluate(*value) : Value();
+        return Flow::Return;
+    }
+    case StatementKind::Tell:
+        return executeTell(static_cast<const TellStatement&>(statement));
+    case StatementKind::Try:
+        return executeTry(static_cast<const TryStatement&>(statement));
+    case StatementKind::Error:
+        executeError(static_cast<const ErrorStatement&>(statement));
+    case StatementKind::Considering:
+        return executeConsidering(static_cast<const ConsideringStatement&>(statement));
+    case StatementKind::Group:
+        return execute(static_cast<const GroupStatement&>(statement).body);
+    }
+    return Flow::Next;
+}
+
+Evaluator::Flow Evaluator::executeIf(const IfStatement& statement) {
+    for (const auto& [condition, body] : statement.branches) {
+        if (evaluateCondition(*condition))
+            return execute(body);
+    }
+    return execute(statement.otherwise);
+}
+
+Evaluator::Flow Evaluator::executeTell(const TellStatement& statement) {
+    Value target = contents(evaluate(*statement.target));
+    std::shared_ptr<Application> application = m_application;
+    if (target.is(Kind::Object)) {
+        if (auto asked = std::dynamic_pointer_cast<Application>(target.asObject()))
+            application = std::move(asked);
+    } else if (target.is(Kind::Constant) && target.asTerm() == classes::Script) {
+        application = nullptr;
+    }
+    target.swap(m_target);
+    application.swap(m_application);
+    const auto restore = [&] {
+        target.swap(m_target);
+        application.swap(m_application);
+    };
+    try {
+        const Flow flow = execute(statement.body);
+        restore();
+        return flow;
+    } catch (...) {
+        restore();
+        throw;
+    }
+}
+
+Evaluator::Flow Evaluator::executeTry(const TryStatement& statement) {
+    try {
+        return execute(statement.body);
+    } catch (const Error& error) {
+        tick();
+        if (statement.message)
+            variable(*statement.message) = Value::text(error.message);
+        if (statement.number)
+            variable(*statement.number) = Value::integer(error.number);
+    }
+    return execute(statement.onError);
+}
+
+Evaluator::Flow Evaluator::executeConsidering(const ConsideringStatement& statement) {
+    const bool outer = m_considersCase;
+    if (statement.changesCase)
+        m_considersCase = statement.considersCase;
+    try {
+        const Flow flow = execute(statement.body);
+        m_considersCase = outer;
+        return flow;
+    } catch (...) {
+        m_considersCase = outer;
+        throw;
+    }
+}
+
+Evaluator::Flow Evaluator::executeForever(const RepeatStatement& statement) {
+    for (;;) {
+        tick();
+        const Flow flow = execute(statement.body);
+        if (flow != Flow::Next)
+            return flow == Flow::Exit ? Flow::Next : flow;
+    }
+}
+
+Evaluator::Flow Evaluator::executeTimes(const RepeatStatement& statement) {
+    const qint64 times = requireInteger(evaluate(*statement.from));
+    for (qint64 i = 0; i < times; ++i) {
+        tick();
+        const Flow flow = execute(statement.body);
+        if (flow != Flow::Next)
+            return flow == Flow::Exit ? Flow::Next : flow;
+    }
+    return Flow::Next;
+}
+
+Evaluator::Flow Evaluator::executeWhile(const RepeatStatement& statement) {
+    while (evaluateCondition(*statement.from) != statement.until) {
+        tick();
+        const Flow flow = execute(statement.body);
+        if (flow != Flow::Next)
+            return flow == Flow::Exit ? Flow::Next : flow;
+    }
+    return Flow::Next;
+}
+
+Evaluator::Flow Evaluator::executeCounting(const RepeatStatement& statement) {
+    const qint64 from = requireInteger(evaluate(*statement.from));
+    const qint64 to = requireInteger(evaluate(*statement.to));
+    const qint64 by = statement.by ? requireInteger(evaluate(*statement.by)) : 1;
+    if (by == 0)
+        throw Error{errors::General, QStringLiteral("Can’t repeat by 0.")};
+    for (qint64 i = from; by > 0 ? i <= to : i >= to;) {
+        tick();
+        // Looked up each time: what the script does to the variable lasts until the next round.
+        variable(*statement.variable) = Value::integer(i);
+        const Flow flow = execute(statement.body);
+        if (flow != Flow::Next)
+            return flow == Flow::Exit ? Flow::Next : flow;
+        if (__builtin_add_overflow(i, by, &i))
+            break;
+    }
+    return Flow::Next;
+}
+
+Evaluator::Flow Evaluator::executeIn(const RepeatStatement& statement) {
+    Value list = contents(evaluate(*statement.from));
+    if (list.is(Kind::Text))
+        list = piecesBetween(list, PieceClass::Character, 0, countPieces(list, PieceClass::Character, {}) - 1,
+                             {});
+    else if (!list.is(Kind::List))
+        list = coerce(list, CoercionType::List, QString());
+    const auto count = static_cast<qsizetype>(list.asList().size());
+    for (qsizetype i = 0; i < count && i < static_cast<qsizetype>(list.asList().size()); ++i) {
+        tick();
+        variable(*statement.variable) = Value(new ItemReferenceCell(list, i));
+        const Flow flow = execute(statement.body);
+        if (flow != Flow::Next)
+            return flow == Flow::Exit ? Flow::Next : flow;
+    }
+    return Flow::Next;
+}
+
+void Evaluator::executeError(const ErrorStatement& statement) {
+    Error error{errors::General, QString(), statement.range};
+    if (statement.message) {
+        const Value value = evaluate(*statement.message);
+        // `error -128` is a number without words.
+        if (contents(value).is(Kind::Integer) && !statement.number)
+            error.number = static_cast<int>(requireInteger(value));
+        else
+            error.message = requireText(value);
+    }
+    if (statement.number)
+        error.number = static_cast<int>(requireInteger(evaluate(*statement.number)));
+    if (error.message.isEmpty())
+        error.message = error.number == errors::UserCancelled
+                            ? QStringLiteral("User canceled.")
+                            : QStringLiteral("An error of type %1 has occurred.").arg(error.number);
+    throw error;
+}
+
+void Evaluator::executeAssignment(const AssignmentStatement& statement) {
+    Value value = evaluate(*statement.value);
+    if (value.isNothing())
+        throw Error{
+            errors::NotDefined,
+            QStringLiteral("No result was returned from “%1”.").arg(textOfPlace(statement.value->range)),
+            statement.value->range};
+    if (statement.kind == StatementKind::Copy)
+        value = deepCopy(contents(value));
+    if (statement.keepsResult)
+        m_result = value;
+    if (statement.target->kind == ExpressionKind::Variable) [[likely]] {
+        variable(static_cast<const VariableExpression&>(*statement.target)) = std::move(value);
+        return;
+    }
+    assign(*statement.target, std::move(value));
+}
+
+void Evaluator::assign(const Expression& target, Value value) {
+    switch (target.kind) {
+    case ExpressionKind::Variable:
+        variable(static_cast<const VariableExpression&>(target)) = std::move(value);
+        return;
+    case ExpressionKind::Piece:
+        assignPiece(static_cast<const PieceExpression&>(target), std::move(value));
+        return;
+    case ExpressionKind::BuiltinProperty:
+        assignBuiltin(static_cast<const BuiltinPropertyExpression&>(target), std::move(value));
+        return;
+    case ExpressionKind::TermProperty:
+        assignTerm(static_cast<const TermPropertyExpression&>(target), value);
+        return;
+    case ExpressionKind::List:
+        assignEach(static_cast<const ListExpression&>(target), value);
+        return;
+    case ExpressionKind::Field: {
+        const auto& field = static_cast<const FieldExpression&>(target);
+        const Value container = containerOf(field.container);
+        if (container.is(Kind::Record)) {
+            if (Value* place = recordIn(container).find(field.name)) {
+                *place = std::move(value);
+                return;
+            }
+        }
+        break;
+    }
+    default:
+        break;
+    }
+    throw Error{errors::NotSettable,
+                QStringLiteral("Can’t set %1 to %2.").arg(textOfPlace(target.range), briefLiteral(value)),
+                target.range};
+}
+
+void Evaluator::assignPiece(const PieceExpression& target, Value value) {
+    Value scratch;
+    if (target.piece == PieceClass::Item && target.selection.form == SelectionForm::Index) {
+        qint64 index = 0;
+        const Value position = evaluate(*target.selection.first);
+        index = position.is(Kind::Integer) ? position.asInteger() : requireInteger(position);
+        const Value& container =
+            contents(*(target.container ? locate(*target.container, scratch) : &m_target));
+        if (container.is(Kind::List)) {
+            std::vector<Value>& items = listIn(container).items;
+            const auto size = static_cast<qint64>(items.size());
+            const qint64 at = index < 0 ? size + index : index - 1;
+            if (at < 0 || at >= size)
+                throw Error{errors::BadIndex,
+                            QStringLiteral("Can’t set %1. Invalid index.").arg(textOfPlace(target.range)),
+                            target.range};
+            // What was there goes only after the list is whole again.
+            value.swap(items[static_cast<std::size_t>(at)]);
+            return;
+        }
+    }
+    throw Error{errors::NotSettable,
+                QStringLiteral("Can’t set %1 to %2.").arg(textOfPlace(target.range), briefLiteral(value)),
+                target.range};
+}
+
+void Evaluator::assignBuiltin(const BuiltinPropertyExpression& target, Value value) {
+    if (target.property == Builtin::TextItemDelimiters) {
+        m_delimiters.clear();
+        const Value& given = contents(value);
+        if (given.is(Kind::List)) {
+            for (const Value& each : given.asList())
+                m_delimiters.append(requireText(each));
+        } else {
+            m_delimiters.append(given.isMissing() ? QString() : requireText(given));
+        }
+        return;
+    }
+    Value scratch;
+    if (target.property == Builtin::Contents && target.container) {
+        Value reference = evaluate(*target.container);
+        if (reference.is(Kind::ItemReference)) {
+            const ItemReferenceCell& cell = referenceIn(reference);
+            std::vector<Value>& items = listIn(cell.list).items;
+            if (cell.index < static_cast<qsizetype>(items.size())) {
+                value.swap(items[static_cast<std::size_t>(cell.index)]);
+                return;
+            }
+        } else if (target.container->kind == ExpressionKind::Variable) {
+            assign(*target.container, std::move(value));
+            return;
+        }
+    }
+    if (target.property == Builtin::End || target.property == Builtin::Beginning) {
+        const Value& list = contents(*(target.container ? locate(*target.container, scratch) : &m_target));
+        if (list.is(Kind::List)) {
+            if (target.property == Builtin::End)
+                listIn(list).append(std::move(value));
+            else
+                listIn(list).prepend(std::move(value));
+            return;
+        }
+    }
+    throw Error{errors::NotSettable,
+                QStringLiteral("Can’t set %1 to %2.").arg(textOfPlace(target.range), briefLiteral(value)),
+                target.range};
+}
+
+void Evaluator::assignTerm(const TermPropertyExpression& target, const Value& value) {
+    const Value container = containerOf(target.container);
+    if (container.is(Kind::Record)) {
+        recordIn(container).set(target.name, value);
+        return;
+    }
+    if (!container.is(Kind::Object))
+        throw Error{errors::NotSettable,
+                    QStringLiteral("Can’t set %1 to %2.").arg(textOfPlace(target.range), briefLiteral(value)),
+                    target.range};
+    try {
+        container.asObject()->setProperty(target.term, contents(value));
+    } catch (const Error& error) {
+        rethrow(error, target.range, "Can’t set %1.");
+    }
+}
+
+void Evaluator::assignEach(const ListExpression& targets, const Value& given) {
+    const Value value = contents(given);
+    if (!value.is(Kind::List) || value.asList().size() < targets.items.size())
+        throw Error{errors::NoSuchObject,
+                    QStringLiteral("Can’t get item %1 of %2.")
+                        .arg(QString::number(targets.items.size()), briefLiteral(value)),
+                    targets.range};
+    // Copied first: {a, b} may be set to {b, a}, and an assignment may change the list itself.
+    const std::vector<Value> items = value.asList();
+    for (std::size_t i = 0; i < targets.items.size(); ++i)
+        assign(*targets.items[i], items[i]);
+}
+
+// Errors
+
+QString Evaluator::textOfPlace(const SourceRange& range) const {
+    const QString text = m_program.source.mid(range.offset, std::min(range.length, 200)).simplified();
+    return text.size() > 80 ? text.left(80) + QChar(0x2026) : text;
+}
+
+void Evaluator::throwCannotGet(const SourceRange& range) const {
+    throw Error{errors::NoSuchObject, QStringLiteral("Can’t get %1.").arg(textOfPlace(range)), range};
+}
+
+void Evaluator::rethrow(Error error, const SourceRange& range, const char* what) const {
+    if (error.message.isEmpty())
+        error.message = error.number == errors::NotRunning ? Error::notRunning().message
+                                                           : QString::fromUtf8(what).arg(textOfPlace(range));
+    if (error.range.line == 0)
+        error.range = range;
+    const QString prefix =
+        m_application ? m_application->name() + QStringLiteral(" got an error: ") : QString();
+    if (!error.message.startsWith(prefix))
+        error.message.prepend(prefix);
+    throw error;
+}
+
+} // namespace tarnwick::script

@@ -1,0 +1,140 @@
+#pragma once
+
+#include "platform/script/Application.h"
+#include "platform/script/Cells.h"
+#include "platform/script/Host.h"
+#include "platform/script/Interpreter.h"
+#include "platform/script/SyntaxTree.h"
+
+#include <QHash>
+#include <QStringList>
+
+#include <chrono>
+
+namespace tarnwick::script {
+
+/// Runs one program once, by walking its tree. Lives on the stack of the thread that runs it, inside of a
+/// `Heap`.
+///
+/// `Evaluator.cpp` has the statements and the limits, `EvaluatorExpressions.cpp` values, operators and calls,
+/// `EvaluatorReferences.cpp` what is asked of applications, lists and texts.
+class Evaluator {
+public:
+    /// Everything given must outlive the evaluator.
+    Evaluator(const Program& program, ApplicationProvider& applications, Host& host, const Limits& limits);
+
+    /// The script's reply. Throws `Error`, with its place.
+    Value run();
+
+private:
+    enum class Flow : quint8 { Next, Exit, Return };
+    /// Thrown when the script has to end whatever its `on error` says.
+    struct Abort {
+        Error error;
+    };
+    /// The elements that a reference means, as the application is asked for them.
+    struct ElementQuery {
+        ObjectPointer container;
+        Query query;
+        Filter filter;
+        bool hasFilter = false;
+    };
+    class CallFrame;
+
+    // Statements
+    Flow execute(const Block& block);
+    Flow execute(const Statement& statement);
+    Flow executeIf(const IfStatement& statement);
+    Flow executeTell(const TellStatement& statement);
+    Flow executeTry(const TryStatement& statement);
+    Flow executeConsidering(const ConsideringStatement& statement);
+    Flow executeForever(const RepeatStatement& statement);
+    Flow executeTimes(const RepeatStatement& statement);
+    Flow executeWhile(const RepeatStatement& statement);
+    Flow executeCounting(const RepeatStatement& statement);
+    Flow executeIn(const RepeatStatement& statement);
+    [[noreturn]] void executeError(const ErrorStatement& statement);
+    void executeAssignment(const AssignmentStatement& statement);
+    void assign(const Expression& target, Value value);
+    void assignPiece(const PieceExpression& target, Value value);
+    void assignBuiltin(const BuiltinPropertyExpression& target, Value value);
+    void assignTerm(const TermPropertyExpression& target, const Value& value);
+    void assignEach(const ListExpression& targets, const Value& value);
+
+    // Limits
+    void tick() {
+        if ((++m_ticks & 0xff) == 0) [[unlikely]]
+            checkLimits();
+    }
+    void checkLimits() const;
+    void checkStack() const;
+
+    // Expressions
+    Value evaluate(const Expression& expression);
+    /// Where the value stands, without a copy: in a variable, in a list, or else in `scratch`. Good until the
+    /// next evaluation.
+    const Value* locate(const Expression& expression, Value& scratch);
+    const Value* locatePiece(const PieceExpression& piece, Value& scratch);
+    Value& variable(const VariableExpression& variable);
+    const Value& definedVariable(const VariableExpression& variable);
+    bool evaluateCondition(const Expression& expression);
+    bool compare(const ComparisonExpression& comparison);
+    Value evaluateList(const ListExpression& list);
+    Value evaluateRecord(const RecordExpression& record);
+    Value evaluateCoercion(const CoercionExpression& coercion);
+    Value evaluateCall(const CallExpression& call);
+    Value callHandler(const Handler& handler, std::vector<Value> arguments, const SourceRange& range);
+    Value evaluateStandardCommand(const StandardCommandExpression& command);
+    void delay(double seconds);
+    bool evaluateExists(const ExistsExpression& exists);
+
+    // References
+    Value evaluateTermProperty(const TermPropertyExpression& property);
+    Value propertyOf(const Value& container, const TermPropertyExpression& property);
+    Value evaluateBuiltin(const BuiltinPropertyExpression& property);
+    Value evaluateField(const FieldExpression& field);
+    Value evaluatePiece(const PieceExpression& piece);
+    Value pieceOutsideOfList(const Value& whole, qint64 index, const PieceExpression& piece);
+    Value evaluateElement(const ElementExpression& element);
+    std::vector<ObjectPointer> findElements(const ElementExpression& element);
+    std::vector<ObjectPointer> findByTrying(const ElementExpression& element, const ElementQuery& wanted);
+    ElementQuery makeQuery(const ElementExpression& element);
+    void select(ElementQuery& query, const Selection& selection, const SourceRange& range);
+    Filter makeFilter(const FilterTemplate& from);
+    static Filter equality(Term property, const Value& value);
+    Value evaluateCount(const CountExpression& count);
+    Value evaluateCommand(const CommandExpression& command);
+    Value applicationNamed(const QString& name, const SourceRange& range);
+    Value containerOf(const Expression* container);
+    QString className(Term code) const;
+
+    // Errors
+    QString textOfPlace(const SourceRange& range) const;
+    [[noreturn]] void throwCannotGet(const SourceRange& range) const;
+    /// Words and places an error that an application has thrown.
+    [[noreturn]] void rethrow(Error error, const SourceRange& range, const char* what) const;
+
+    const Program& m_program;
+    ApplicationProvider& m_applications;
+    Host& m_host;
+    const Limits& m_limits;
+
+    std::vector<Value> m_globals;
+    Value* m_slots = nullptr; ///< the variables of the running handler
+    const Handler* m_handler = nullptr;
+    Value m_target; ///< `it`
+    Value m_script; ///< `me`
+    std::shared_ptr<Application> m_application;
+    QHash<QString, std::shared_ptr<Application>> m_opened;
+    Value m_result;
+    Value m_returned;
+    QStringList m_delimiters{QString()};
+    bool m_considersCase = false;
+
+    quint32 m_ticks = 0;
+    int m_calls = 0;
+    const char* m_stackEnd = nullptr;
+    std::chrono::steady_clock::time_point m_deadline;
+};
+
+} // namespace tarnwick::script

@@ -1,0 +1,76 @@
+#include "platform/script/Interpreter.h"
+
+#include "platform/script/Evaluator.h"
+#include "platform/script/Parser.h"
+#include "platform/script/ProgramCache.h"
+#include "platform/script/Snapshot.h"
+
+#include <QStringDecoder>
+
+#include <new>
+
+namespace tarnwick::script {
+
+namespace {
+
+constexpr qsizetype MaximumSource = 16'000'000;
+
+Outcome failure(const Error& error) { return {.reply = {}, .error = error}; }
+
+} // namespace
+
+Interpreter::Interpreter(ApplicationProvider& applications)
+    : m_applications(applications), m_cache(std::make_unique<ProgramCache>()) {}
+
+Interpreter::~Interpreter() = default;
+
+std::variant<ProgramPointer, Error> Interpreter::compile(const QString& source) {
+    if (source.size() > MaximumSource)
+        return Error{errors::OutOfMemory, QStringLiteral("The script is too long.")};
+    if (ProgramPointer known = m_cache->find(source))
+        return known;
+    try {
+        ProgramPointer program = Parser(source, m_applications).parse();
+        m_cache->insert(source, program);
+        return program;
+    } catch (const Error& error) {
+        return error;
+    }
+}
+
+Outcome Interpreter::run(const ProgramPointer& program, Host& host, const Limits& limits) {
+    Heap heap(limits.memoryBytes, limits.listLength, limits.listLength * 16);
+    try {
+        // The values of the run go before the heap that counts them.
+        Evaluator evaluator(*program, m_applications, host, limits);
+        return {.reply = snapshot(evaluator.run()), .error = {}};
+    } catch (const Error& error) {
+        return failure(error);
+    } catch (const std::bad_alloc&) {
+        return failure({errors::OutOfMemory, QStringLiteral("Out of memory.")});
+    }
+}
+
+Outcome Interpreter::run(const QString& source, Host& host, const Limits& limits) {
+    const std::variant<ProgramPointer, Error> compiled = compile(source);
+    if (const auto* error = std::get_if<Error>(&compiled))
+        return failure(*error);
+    return run(std::get<ProgramPointer>(compiled), host, limits);
+}
+
+std::variant<QString, Error> decodeSource(const QByteArray& bytes) {
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    QString text = decoder(bytes);
+    if (!decoder.hasError())
+        return text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    // Where the good part ends tells the place.
+    const qsizetype bad = std::max<qsizetype>(text.indexOf(QChar::ReplacementCharacter), 0);
+    const auto offset = static_cast<int>(bad);
+    const QStringView good = QStringView(text).left(bad);
+    const auto lineBegin = static_cast<int>(good.lastIndexOf(QLatin1Char('\n')) + 1);
+    return Error{errors::Syntax,
+                 QStringLiteral("The text is not UTF-8."),
+                 {static_cast<int>(good.count(QLatin1Char('\n'))) + 1, offset - lineBegin + 1, offset, 1}};
+}
+
+} // namespace tarnwick::script
