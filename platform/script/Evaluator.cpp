@@ -425,8 +425,8 @@ void Evaluator::assignEach(const ListExpression& targets, const Value& given) {
 // Errors
 
 QString Evaluator::textOfPlace(const SourceRange& range) const {
-    const QString text = m_program.source.mid(range.offset, std::min(range.length, 200)).simplified();
-    return text.size() > 80 ? text.left(80) + QChar(0x2026) : text;
+    const QString text = m_program.source.mid(range.offset, std::min(range.length, 400)).simplified();
+    return text.size() > 200 ? text.left(200) + QChar(0x2026) : text;
 }
 
 void Evaluator::throwCannotGet(const SourceRange& range) const {

@@ -310,11 +310,9 @@ Expression* Parser::parseLiteral() {
 }
 
 Expression* Parser::parseParentheses() {
-    const SourceRange begin = take().range;
+    take();
     Expression* inner = parseExpression();
     expect(TokenKind::RightParenthesis, "“)”");
-    inner->range = begin;
-    finish(*inner);
     return inner;
 }
 

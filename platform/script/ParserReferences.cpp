@@ -187,8 +187,10 @@ std::unique_ptr<FilterTemplate> Parser::makeFilterLeaf(const ComparisonExpressio
 Parser::Link Parser::parseLink() {
     const Nesting nesting(*this);
     accept(Keyword::The);
+    const bool isGroup = token().is(TokenKind::LeftParenthesis);
     Link link = parsePlainLink();
-    finish(*link.node);
+    if (!isGroup)
+        finish(*link.node);
     while (accept(TokenKind::Possessive)) {
         Expression* owner = link.node;
         link = parseOwned(owner);

@@ -61,7 +61,8 @@ void append(QString& to, const Descriptor& value) {
         appendQuoted(to, *value.text());
         break;
     case DescriptorType::Data:
-        to += QLatin1String("«data tdta") + QString::fromLatin1(value.data().toHex().toUpper()) + QChar(0xbb);
+        to +=
+            QStringLiteral("«data tdta") + QString::fromLatin1(value.data().toHex().toUpper()) + QChar(0xbb);
         break;
     case DescriptorType::Alias:
         to += QLatin1String("alias ");
