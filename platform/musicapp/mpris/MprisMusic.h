@@ -17,10 +17,10 @@ namespace tarnwick::musicapp {
 class MprisMusic final : public MusicApplication {
 public:
     struct Options {
-        QString busAddress;  ///< empty: the session bus
-        QString player;      ///< bus name or Identity of the only player to follow; empty: choose
-        QString cacheFolder; ///< for pictures from the web; empty: none are kept
-        QString stateFile;   ///< remembers the player last followed; empty: it is not remembered
+        QString busAddress = {};  ///< empty: the session bus
+        QString player = {};      ///< bus name or Identity of the only player to follow; empty: choose
+        QString cacheFolder = {}; ///< for pictures from the web; empty: none are kept
+        QString stateFile = {};   ///< remembers the player last followed; empty: it is not remembered
     };
 
     /// Whether there is a session bus to connect to.

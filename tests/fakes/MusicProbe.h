@@ -1,0 +1,146 @@
+#pragma once
+
+#include "platform/musicapp/MusicApplication.h"
+#include "platform/musicapp/MusicTerms.h"
+#include "platform/script/Application.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+
+namespace tarnwick {
+
+/// Looks at a music application as a script does, and waits for what it should come to say.
+class MusicProbe {
+public:
+    explicit MusicProbe(musicapp::MusicApplication& music) : m_music(music) {
+        m_music.setChangeHandler([this](musicapp::Changes changes) {
+            const std::lock_guard lock(m_mutex);
+            m_changes |= changes;
+            ++m_announcements;
+            m_changed.notify_all();
+        });
+    }
+    MusicProbe(const MusicProbe&) = delete;
+    MusicProbe& operator=(const MusicProbe&) = delete;
+    ~MusicProbe() { m_music.setChangeHandler({}); }
+
+    std::shared_ptr<script::Application> application() {
+        return m_music.scripting().application(QStringLiteral("Music"));
+    }
+
+    /// "playing", "paused" or "stopped".
+    QString state() { return application()->property(musicapp::terms::PlayerState).constantName(); }
+    bool isRunning() { return application()->isRunning(); }
+
+    /// A property of the current track; Nothing when there is none.
+    script::Value fact(script::Term property) {
+        try {
+            return application()->property(musicapp::terms::CurrentTrack).asObject()->property(property);
+        } catch (const script::Error&) {
+            return {};
+        }
+    }
+    QString text(script::Term property) {
+        const script::Value value = fact(property);
+        return value.is(script::Kind::Text) ? value.asText() : QString();
+    }
+    qint64 number(script::Term property) {
+        const script::Value value = fact(property);
+        return value.is(script::Kind::Integer) ? value.asInteger() : 0;
+    }
+    double real(script::Term property) {
+        const script::Value value = fact(property);
+        return value.is(script::Kind::Real) ? value.asReal() : 0;
+    }
+    QString title() { return text(script::terms::Name); }
+    QString artist() { return text(musicapp::terms::Artist); }
+    QString album() { return text(musicapp::terms::Album); }
+
+    /// The bytes of the cover; empty when there is none.
+    QByteArray cover() {
+        try {
+            const auto track = application()->property(musicapp::terms::CurrentTrack).asObject();
+            const auto artworks =
+                track->elements({.elementClass = musicapp::terms::Artwork, .from = 1, .to = 1});
+            return artworks.empty() ? QByteArray()
+                                    : artworks.front()->property(musicapp::terms::Data).asData();
+        } catch (const script::Error&) {
+            return {};
+        }
+    }
+
+    /// A property of the application; Nothing when it has none.
+    script::Value setting(script::Term property) {
+        try {
+            return application()->property(property);
+        } catch (const script::Error&) {
+            return {};
+        }
+    }
+    double position() {
+        const script::Value value = setting(musicapp::terms::PlayerPosition);
+        return value.is(script::Kind::Real) ? value.asReal() : -1;
+    }
+    /// 0 to 100; -1 when the player has none.
+    qint64 volume() {
+        const script::Value value = setting(musicapp::terms::SoundVolume);
+        return value.is(script::Kind::Integer) ? value.asInteger() : -1;
+    }
+
+    /// The values of `property` of the tracks of the library.
+    QStringList library(script::Term property = script::terms::Name) {
+        QStringList result;
+        for (const script::Value& value : playlist(musicapp::terms::LibraryPlaylist)
+                                              ->values({.elementClass = musicapp::terms::Track}, property))
+            result.append(value.is(script::Kind::Text) ? value.asText() : QString::number(value.asInteger()));
+        return result;
+    }
+    script::ObjectPointer playlist(script::Term kind) {
+        return application()->elements({.elementClass = kind, .from = 1, .to = 1}).front();
+    }
+    QStringList playlists() {
+        QStringList result;
+        for (const auto& each : application()->elements({.elementClass = musicapp::terms::UserPlaylist}))
+            result.append(each->property(script::terms::Name).asText());
+        return result;
+    }
+
+    void perform(script::Term command, const script::Value& direct = {}) {
+        application()->perform(command, direct, {});
+    }
+
+    /// Blocks until `condition` holds; whether it did within `timeout`.
+    bool eventually(const std::function<bool()>& condition,
+                    std::chrono::milliseconds timeout = std::chrono::seconds(5)) {
+        const auto end = std::chrono::steady_clock::now() + timeout;
+        while (!condition()) {
+            std::unique_lock lock(m_mutex);
+            if (std::chrono::steady_clock::now() > end)
+                return false;
+            // Some conditions are about the clock or the player's record, so not only when told.
+            m_changed.wait_for(lock, std::chrono::milliseconds(10));
+        }
+        return true;
+    }
+
+    /// What was announced since the last call.
+    musicapp::Changes takeChanges() {
+        const std::lock_guard lock(m_mutex);
+        return std::exchange(m_changes, musicapp::Changes());
+    }
+    int announcements() {
+        const std::lock_guard lock(m_mutex);
+        return m_announcements;
+    }
+
+private:
+    musicapp::MusicApplication& m_music;
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    musicapp::Changes m_changes;
+    int m_announcements = 0;
+};
+
+} // namespace tarnwick

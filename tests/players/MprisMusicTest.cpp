@@ -1,0 +1,244 @@
+#include "platform/musicapp/mpris/MprisMusic.h"
+
+#include "platform/dispatch/SystemDispatcher.h"
+#include "platform/images/ImageStore.h"
+#include "tests/fakes/FakePlayer.h"
+#include "tests/fakes/MusicProbe.h"
+#include "tests/fakes/PrivateBus.h"
+
+#include <QBuffer>
+#include <QImage>
+#include <QTemporaryDir>
+#include <gmock/gmock.h>
+
+namespace tarnwick {
+namespace {
+
+using musicapp::Change;
+namespace terms = musicapp::terms;
+using namespace std::chrono_literals;
+
+QByteArray picture(QRgb colour, int size = 32) {
+    QImage image(size, size, QImage::Format_RGB32);
+    image.fill(colour);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    image.save(&buffer, "PNG");
+    return bytes;
+}
+
+QString write(const QTemporaryDir& folder, const QString& name, const QByteArray& bytes) {
+    QFile file(folder.filePath(name));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+    return file.fileName();
+}
+
+struct MprisMusicTest : testing::Test {
+    PrivateBus bus;
+    QTemporaryDir folder;
+    dispatch::SystemDispatcher dispatcher;
+    images::ImageStore images{dispatcher};
+    std::unique_ptr<musicapp::MprisMusic> music;
+    std::unique_ptr<MusicProbe> probe;
+
+    void start(const QString& player = {}) {
+        music = std::make_unique<musicapp::MprisMusic>(
+            musicapp::MprisMusic::Options{.busAddress = bus.address(), .player = player}, dispatcher, images);
+        probe = std::make_unique<MusicProbe>(*music);
+        ASSERT_TRUE(music->waitUntilReady(5s));
+    }
+    void TearDown() override {
+        probe.reset();
+        const auto begin = std::chrono::steady_clock::now();
+        music.reset();
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, 500ms) << "leaving must not wait for a player";
+    }
+};
+
+TEST_F(MprisMusicTest, WithoutAPlayerMusicDoesNotRun) {
+    start();
+    EXPECT_FALSE(probe->isRunning());
+    EXPECT_EQ(probe->state(), "stopped");
+    EXPECT_TRUE(probe->playlists().isEmpty());
+    EXPECT_EQ(music->playerName(), "");
+    try {
+        probe->application()->property(terms::SoundVolume);
+        FAIL() << "no error";
+    } catch (const script::Error& error) {
+        EXPECT_EQ(error.number, script::errors::NotRunning);
+    }
+}
+
+TEST_F(MprisMusicTest, TellsWhatPlays) {
+    const QByteArray cover = picture(qRgb(200, 30, 30));
+    FakePlayer player(bus.address(), QStringLiteral("fake"));
+    player.put(playing(metadata("Alba", "Nevia", "Lontano",
+                                {{"xesam:comment", QStringList{"Italy"}},
+                                 {"xesam:genre", QStringList{"Jazz", "Folk"}},
+                                 {"xesam:trackNumber", 4},
+                                 {"xesam:discNumber", 2},
+                                 {"xesam:contentCreated", "2019-05-03T00:00:00"},
+                                 {"mpris:artUrl", "file://" + write(folder, "art", cover)}}),
+                       42));
+    player.appear();
+    start();
+    EXPECT_EQ(music->playerName(), "fake");
+    EXPECT_EQ(probe->state(), "playing");
+    EXPECT_EQ(probe->title(), "Alba");
+    EXPECT_EQ(probe->artist(), "Nevia");
+    EXPECT_EQ(probe->album(), "Lontano");
+    EXPECT_EQ(probe->text(terms::Genre), "Jazz, Folk");
+    EXPECT_EQ(probe->text(terms::Comment), "Italy");
+    EXPECT_EQ(probe->number(terms::TrackNumber), 4);
+    EXPECT_EQ(probe->number(terms::DiscNumber), 2);
+    EXPECT_EQ(probe->number(terms::Year), 2019);
+    EXPECT_DOUBLE_EQ(probe->real(terms::Duration), 180);
+    EXPECT_EQ(probe->cover(), cover);
+    EXPECT_EQ(probe->volume(), 50);
+    EXPECT_NEAR(probe->position(), 42, 1);
+    EXPECT_TRUE(music->capabilities().canGoNext);
+    EXPECT_EQ(probe->library(), QStringList{"Alba"});
+    EXPECT_TRUE(probe->fact(terms::BitRate).isNothing()) << "what nobody knows is an error";
+    EXPECT_FALSE(probe->fact(terms::Compilation).asBoolean());
+}
+
+TEST_F(MprisMusicTest, FollowsEveryChange) {
+    FakePlayer player(bus.address(), QStringLiteral("fake"));
+    player.put(playing(metadata("Alba", "Nevia", "Lontano")));
+    player.appear();
+    start();
+    probe->takeChanges();
+
+    player.signal({{"Metadata", metadata("Notturno", "Nevia", "Lontano")}, {"Position", qlonglong{0}}});
+    EXPECT_TRUE(probe->eventually([&] { return probe->title() == "Notturno"; }, 600ms));
+    EXPECT_TRUE(probe->takeChanges().testFlag(Change::Track));
+
+    player.signal({{"Volume", 0.41999998}});
+    EXPECT_TRUE(probe->eventually([&] { return probe->volume() == 42; }));
+    EXPECT_TRUE(probe->takeChanges().testFlag(Change::Volume));
+
+    player.signal({{"Shuffle", true}});
+    EXPECT_TRUE(probe->eventually([&] { return probe->setting(terms::ShuffleEnabled).asBoolean(); }));
+
+    player.put({{"Position", qlonglong{90000000}}});
+    player.seeked(90000000);
+    EXPECT_TRUE(probe->eventually([&] { return probe->position() >= 90; }));
+    EXPECT_TRUE(probe->takeChanges().testFlag(Change::Position));
+
+    player.signal({{"PlaybackStatus", "Paused"}});
+    EXPECT_TRUE(probe->eventually([&] { return probe->state() == "paused"; }));
+    player.signal({{"PlaybackStatus", "Stopped"}});
+    EXPECT_TRUE(probe->eventually([&] { return probe->state() == "stopped"; }));
+    EXPECT_TRUE(probe->isRunning());
+    EXPECT_EQ(probe->title(), "");
+}
+
+TEST_F(MprisMusicTest, CommandsReachThePlayer) {
+    FakePlayer player(bus.address(), QStringLiteral("fake"));
+    player.put(playing(metadata("Alba", "Nevia", "Lontano")));
+    player.appear();
+    start();
+    probe->perform(terms::NextTrack);
+    probe->perform(terms::PreviousTrack);
+    probe->perform(terms::Pause);
+    EXPECT_EQ(music->finishCommands(1s), std::nullopt);
+    EXPECT_EQ(player.calls("Next").size(), 1);
+    EXPECT_EQ(player.calls("Previous").size(), 1);
+    EXPECT_EQ(player.calls("Pause").size(), 1);
+
+    player.answer("Next", [](const QDBusMessage& call) {
+        return call.createErrorReply("org.example.Refused", QString(5000, 'x'));
+    });
+    probe->perform(terms::NextTrack);
+    EXPECT_EQ(music->finishCommands(1s).value_or(""), "fake refused Next: org.example.Refused");
+    EXPECT_EQ(music->finishCommands(1s), std::nullopt) << "told once";
+}
+
+TEST_F(MprisMusicTest, AVolumeStandsAtOnceAndIsSentSparingly) {
+    FakePlayer player(bus.address(), QStringLiteral("fake"));
+    player.put(playing(metadata("Alba", "Nevia", "Lontano")));
+    player.appear();
+    start();
+    const auto begin = std::chrono::steady_clock::now();
+    for (int volume = 0; volume <= 90; ++volume) {
+        probe->application()->setProperty(terms::SoundVolume, script::Value::integer(volume));
+        ASSERT_EQ(probe->volume(), volume);
+    }
+    EXPECT_EQ(music->finishCommands(1s), std::nullopt);
+    const auto passed = std::chrono::steady_clock::now() - begin;
+    const QStringList sent = player.calls("Set Volume");
+    EXPECT_LE(sent.size(), passed / 50ms + 2);
+    EXPECT_EQ(sent.last(), "Set Volume 0.9");
+    EXPECT_EQ(probe->volume(), 90);
+}
+
+TEST_F(MprisMusicTest, AValueThatThePlayerSwallowsIsTakenBack) {
+    FakePlayer player(bus.address(), QStringLiteral("fake"));
+    player.put(playing(metadata("Alba", "Nevia", "Lontano")));
+    player.answer("Set", [](const QDBusMessage& call) { return call.createReply(); });
+    player.appear();
+    start();
+    EXPECT_TRUE(music->capabilities().canShuffle);
+    probe->application()->setProperty(terms::ShuffleEnabled, script::Value::boolean(true));
+    EXPECT_TRUE(probe->setting(terms::ShuffleEnabled).asBoolean());
+    EXPECT_TRUE(probe->eventually([&] { return !probe->setting(terms::ShuffleEnabled).asBoolean(); }));
+    EXPECT_TRUE(probe->takeChanges().testFlag(Change::Shuffle));
+    EXPECT_FALSE(music->capabilities().canShuffle);
+}
+
+TEST_F(MprisMusicTest, APlayerThatHangsBlocksNobodyAndIsRightAgainSoon) {
+    FakePlayer player(bus.address(), QStringLiteral("fake"));
+    player.put(playing(metadata("Alba", "Nevia", "Lontano")));
+    player.appear();
+    start();
+    player.hang(true);
+    const auto begin = std::chrono::steady_clock::now();
+    probe->perform(terms::NextTrack);
+    probe->application()->setProperty(terms::SoundVolume, script::Value::integer(10));
+    EXPECT_EQ(probe->title(), "Alba");
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 100ms);
+    EXPECT_EQ(music->finishCommands(2s).value_or(""), "fake does not answer");
+
+    player.put({{"Metadata", metadata("Notturno", "Nevia", "Lontano")}});
+    player.hang(false);
+    EXPECT_TRUE(probe->eventually([&] { return probe->title() == "Notturno"; }, 1500ms));
+}
+
+TEST_F(MprisMusicTest, OneThatNeverAnswersHidesNoOther) {
+    FakePlayer mute(bus.address(), QStringLiteral("aaa"));
+    mute.hang(true);
+    mute.appear();
+    FakePlayer player(bus.address(), QStringLiteral("fake"));
+    player.put(playing(metadata("Alba", "Nevia", "Lontano")));
+    player.appear();
+    start();
+    EXPECT_EQ(probe->title(), "Alba");
+}
+
+TEST_F(MprisMusicTest, APlayerThatDiesIsGoneAndMayComeBack) {
+    auto player = std::make_unique<FakePlayer>(bus.address(), QStringLiteral("fake"));
+    player->put(playing(metadata("Alba", "Nevia", "Lontano")));
+    player->appear();
+    start();
+    player.reset();
+    EXPECT_TRUE(probe->eventually([&] { return !probe->isRunning(); }));
+    FakePlayer again(bus.address(), QStringLiteral("fake"));
+    again.put(playing(metadata("Notturno", "Nevia", "Lontano")));
+    again.appear();
+    EXPECT_TRUE(probe->eventually([&] { return probe->title() == "Notturno"; }));
+}
+
+TEST_F(MprisMusicTest, AFloodOfSignalsEndsWithTheLastState) {
+    FakePlayer player(bus.address(), QStringLiteral("fake"));
+    player.put(playing(metadata("0", "Nevia", "Lontano")));
+    player.appear();
+    start();
+    for (int i = 1; i <= 2000; ++i)
+        player.signal({{"Metadata", metadata(QString::number(i), "Nevia", "Lontano")}});
+    EXPECT_TRUE(probe->eventually([&] { return probe->title() == "2000"; }));
+    EXPECT_LT(probe->announcements(), 60) << "bursts are passed on as one";
+}
+
+} // namespace
+} // namespace tarnwick
