@@ -175,7 +175,10 @@ void Session::playersChanged() {
         return;
     PlayerLink* chosen =
         linkOf(choosePlayer(candidates, m_followed != nullptr ? m_followed->owner() : QString()));
-    if (chosen != m_followed || chosen == nullptr) {
+    if (chosen == nullptr) {
+        follow(nullptr);
+        publish();
+    } else if (chosen != m_followed) {
         follow(chosen);
         beliefChanged();
     }
@@ -192,14 +195,8 @@ void Session::follow(PlayerLink* link) {
 
 /// Lets the outside see what is believed about the followed player, once what belongs to it is there.
 void Session::beliefChanged() {
-    if (m_followed == nullptr) {
-        const bool mayAppear = !m_namesAreKnown || m_ownersAwaited > 0 ||
-                               std::any_of(m_players.begin(), m_players.end(),
-                                           [](const Known& known) { return !known.link->hasAnswered(); });
-        if (!mayAppear)
-            publish();
+    if (m_followed == nullptr)
         return;
-    }
     const Belief& belief = m_followed->belief();
     if (belief.trackSerial != m_trackSerial || belief.metadata.url != m_detailsUrl ||
         belief.metadata.artUrl != m_detailsArtUrl)
