@@ -1,0 +1,185 @@
+#include "platform/musicapp/tags/FileFacts.h"
+
+#include "platform/musicapp/tags/TagFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QStringList>
+#include <sys/stat.h>
+#include <taglib/aifffile.h>
+#include <taglib/apefile.h>
+#include <taglib/asffile.h>
+#include <taglib/flacfile.h>
+#include <taglib/itfile.h>
+#include <taglib/modfile.h>
+#include <taglib/mp4file.h>
+#include <taglib/mpcfile.h>
+#include <taglib/mpegfile.h>
+#include <taglib/oggflacfile.h>
+#include <taglib/opusfile.h>
+#include <taglib/s3mfile.h>
+#include <taglib/speexfile.h>
+#include <taglib/tpropertymap.h>
+#include <taglib/trueaudiofile.h>
+#include <taglib/vorbisfile.h>
+#include <taglib/wavfile.h>
+#include <taglib/wavpackfile.h>
+#include <taglib/xmfile.h>
+
+#include <algorithm>
+#include <array>
+
+namespace tarnwick::musicapp {
+
+namespace {
+
+constexpr qsizetype maximumText = 20000;
+
+template <typename... Types>
+bool isOneOf(const TagLib::File* file) {
+    return ((dynamic_cast<const Types*>(file) != nullptr) || ...);
+}
+
+/// The type of the file in words.
+QString kindOf(const TagLib::File* file, const TagFile& opened) {
+    if (opened.dsfSampleRate > 0)
+        return QStringLiteral("DSD audio file");
+    if (const auto* mp4 = dynamic_cast<const TagLib::MP4::File*>(file)) {
+        const auto* properties = mp4->audioProperties();
+        const bool isLossless = properties != nullptr && properties->codec() == TagLib::MP4::Properties::ALAC;
+        return isLossless ? QStringLiteral("Apple Lossless audio file") : QStringLiteral("AAC audio file");
+    }
+    if (isOneOf<TagLib::MPEG::File>(file))
+        return QStringLiteral("MPEG audio file");
+    if (isOneOf<TagLib::FLAC::File, TagLib::Ogg::FLAC::File>(file))
+        return QStringLiteral("FLAC audio file");
+    if (isOneOf<TagLib::Ogg::Opus::File>(file))
+        return QStringLiteral("Opus audio file");
+    if (isOneOf<TagLib::Ogg::Speex::File>(file))
+        return QStringLiteral("Speex (spx) audio file");
+    if (isOneOf<TagLib::Ogg::Vorbis::File>(file))
+        return QStringLiteral("Ogg Vorbis audio file");
+    if (isOneOf<TagLib::RIFF::WAV::File>(file))
+        return QStringLiteral("WAV audio file");
+    if (isOneOf<TagLib::RIFF::AIFF::File>(file))
+        return QStringLiteral("AIFF audio file");
+    if (isOneOf<TagLib::WavPack::File>(file))
+        return QStringLiteral("WavPack audio file");
+    if (isOneOf<TagLib::APE::File>(file))
+        return QStringLiteral("Monkey’s Audio (APE) file");
+    if (isOneOf<TagLib::MPC::File>(file))
+        return QStringLiteral("Musepack audio file");
+    if (isOneOf<TagLib::TrueAudio::File>(file))
+        return QStringLiteral("TTA audio file");
+    if (isOneOf<TagLib::ASF::File>(file))
+        return QStringLiteral("Windows Media (WMA) audio file");
+    if (isOneOf<TagLib::Mod::File, TagLib::S3M::File, TagLib::IT::File, TagLib::XM::File>(file))
+        return QStringLiteral("Module audio file");
+    return {};
+}
+
+/// Types that TagLib does not read, by suffix.
+QString kindOfSuffix(const QString& path) {
+    static constexpr std::array suffixes{"ac3", "dts", "caf", "gsm", "amr",
+                                         "tak", "shn", "qoa", "mlp", "ofr"};
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    if (suffix == QLatin1String("mid") || suffix == QLatin1String("midi"))
+        return QStringLiteral("MIDI file");
+    if (suffix == QLatin1String("dff"))
+        return QStringLiteral("DSD audio file");
+    const bool isKnown = std::any_of(suffixes.begin(), suffixes.end(),
+                                     [&](const char* known) { return suffix == QLatin1String(known); });
+    return isKnown ? suffix.toUpper() + QStringLiteral(" audio file") : QString();
+}
+
+QString textOf(const TagLib::String& text) {
+    return QString::fromStdString(text.to8Bit(true)).left(maximumText).trimmed();
+}
+
+/// The values of the first of `keys` that there is, with ", " between them.
+QString textOf(const TagLib::PropertyMap& properties, std::initializer_list<const char*> keys) {
+    for (const char* key : keys) {
+        const auto entry = properties.find(key);
+        if (entry == properties.end())
+            continue;
+        QStringList texts;
+        for (const TagLib::String& value : entry->second) {
+            const QString text = textOf(value);
+            if (!text.isEmpty() && !texts.contains(text))
+                texts.append(text);
+        }
+        if (!texts.isEmpty())
+            return texts.join(QStringLiteral(", "));
+    }
+    return {};
+}
+
+/// The number that a text begins with; 0 without one.
+int leadingNumber(const QString& text) {
+    int digits = 0;
+    while (digits < text.size() && digits < 9 && text[digits].isDigit())
+        ++digits;
+    return text.left(digits).toInt();
+}
+
+void readTag(const TagLib::PropertyMap& properties, Track& track) {
+    track.name = textOf(properties, {"TITLE"});
+    track.artist = textOf(properties, {"ARTIST", "ALBUMARTIST"});
+    track.album = textOf(properties, {"ALBUM"});
+    track.genre = textOf(properties, {"GENRE"});
+    track.comment = textOf(properties, {"COMMENT", "DESCRIPTION"});
+    track.grouping = textOf(properties, {"GROUPING", "CONTENTGROUP"});
+    track.year = leadingNumber(textOf(properties, {"DATE", "YEAR", "ORIGINALDATE"}));
+    track.trackNumber = leadingNumber(textOf(properties, {"TRACKNUMBER"}));
+    const QString disc = textOf(properties, {"DISCNUMBER"});
+    track.discNumber = leadingNumber(disc);
+    track.discCount = leadingNumber(disc.section(u'/', 1));
+    if (track.discCount == 0)
+        track.discCount = leadingNumber(textOf(properties, {"DISCTOTAL", "TOTALDISCS"}));
+    track.compilation = leadingNumber(textOf(properties, {"COMPILATION"})) > 0;
+}
+
+void readSound(const TagFile& opened, Track& track) {
+    if (opened.dsfSampleRate > 0) {
+        track.sampleRate = opened.dsfSampleRate;
+        track.bitRate = static_cast<int>(qint64{opened.dsfSampleRate} * opened.dsfChannels / 1000);
+        track.duration = static_cast<double>(opened.dsfSamples) / opened.dsfSampleRate;
+    } else if (const TagLib::AudioProperties* sound = opened.reference.audioProperties()) {
+        track.sampleRate = std::max(0, sound->sampleRate());
+        track.bitRate = std::max(0, sound->bitrate());
+        track.duration = std::max(0, sound->lengthInMilliseconds()) / 1000.0;
+    }
+}
+
+} // namespace
+
+std::optional<Track> readFileFacts(const QString& path) {
+    struct stat status {};
+    if (path.isEmpty() || ::stat(QFile::encodeName(path).constData(), &status) != 0 ||
+        !S_ISREG(status.st_mode))
+        return std::nullopt;
+    Track track;
+    const TagFile opened = openTagFile(path, true);
+    if (TagLib::File* file = opened.reference.file()) {
+        readTag(file->properties(), track);
+        readSound(opened, track);
+        track.kind = kindOf(file, opened);
+    }
+    if (track.kind.isEmpty())
+        track.kind = kindOfSuffix(path);
+    track.path = path;
+    track.size = status.st_size;
+    return track;
+}
+
+bool isMusicFileName(const QString& name) {
+    static const QStringList suffixes = [] {
+        QStringList known{QStringLiteral("dsf")};
+        for (const TagLib::String& suffix : TagLib::FileRef::defaultFileExtensions())
+            known.append(QString::fromStdString(suffix.to8Bit(true)));
+        return known;
+    }();
+    return suffixes.contains(QFileInfo(name).suffix().toLower());
+}
+
+} // namespace tarnwick::musicapp
