@@ -17,7 +17,6 @@ void print(const QString& text);
 // Each runs one command to its end and returns the exit code. There is a QCoreApplication, or a
 // QGuiApplication where the command says that it paints.
 
-int runDisplay(const Invocation& invocation);
 int runStatus(const Invocation& invocation);
 int runDo(const Invocation& invocation);
 int runScript(const Invocation& invocation);

@@ -19,7 +19,6 @@ struct CommandEntry {
 };
 
 constexpr std::array commands{
-    CommandEntry{"display", runDisplay, CommandEntry::Screen},
     CommandEntry{"status", runStatus, CommandEntry::Core},
     CommandEntry{"do", runDo, CommandEntry::Core},
     CommandEntry{"script", runScript, CommandEntry::Core},
