@@ -71,4 +71,7 @@ function(tarnwick_qml_module name)
         IMPORTS ${arg_IMPORTS}
         QML_FILES ${arg_QML_FILES} ${arg_SINGLETONS})
     target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}) # for the generated code
+    get_target_property(sources ${name} SOURCES)
+    list(FILTER sources INCLUDE REGEX "/qmlcache/")
+    set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -Wno-shadow) # Qt's, not ours
 endfunction()

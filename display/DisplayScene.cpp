@@ -1,0 +1,38 @@
+#include "display/DisplayScene.h"
+
+#include "display/TarnwickView.h"
+
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QtQml/qqmlextensionplugin.h>
+
+Q_IMPORT_QML_PLUGIN(Tarnwick_DisplayPlugin)
+Q_IMPORT_QML_PLUGIN(Tarnwick_SettingsPlugin)
+
+namespace tarnwick {
+
+QUrl DisplayScene::rootUrl() { return QUrl(QStringLiteral("qrc:/qt/qml/Tarnwick/Display/DisplayView.qml")); }
+
+void DisplayScene::prepare(QQmlEngine& engine) {
+    const QString root = QStringLiteral("qrc:/qt/qml");
+    if (!engine.importPathList().contains(root))
+        engine.addImportPath(root);
+}
+
+QVariantMap DisplayScene::initialProperties(TarnwickView& view) {
+    return {{QStringLiteral("view"), QVariant::fromValue(&view)}};
+}
+
+std::unique_ptr<QQuickItem> DisplayScene::create(QQmlEngine& engine, TarnwickView& view) {
+    prepare(engine);
+    QQmlComponent component(&engine, rootUrl());
+    std::unique_ptr<QObject> object(component.createWithInitialProperties(initialProperties(view)));
+    if (!object || !qobject_cast<QQuickItem*>(object.get())) {
+        qWarning().noquote() << component.errorString();
+        return nullptr;
+    }
+    return std::unique_ptr<QQuickItem>(static_cast<QQuickItem*>(object.release()));
+}
+
+} // namespace tarnwick

@@ -1,0 +1,133 @@
+#include "display/PictureWorkshop.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <cmath>
+#include <vector>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr int blurPasses = 3;
+
+/// One box pass over `count` values that are `stride` apart.
+void boxPass(uchar* values, int count, qsizetype stride, int radius, std::vector<uchar>& line) {
+    line.resize(static_cast<std::size_t>(count));
+    const int width = 2 * radius + 1;
+    int sum = 0;
+    for (int i = 0; i < std::min(radius, count); ++i)
+        sum += values[i * stride];
+    for (int i = 0; i < count; ++i) {
+        if (i + radius < count)
+            sum += values[(i + radius) * stride];
+        if (i - radius - 1 >= 0)
+            sum -= values[(i - radius - 1) * stride];
+        line[static_cast<std::size_t>(i)] = static_cast<uchar>(sum / width);
+    }
+    for (int i = 0; i < count; ++i)
+        values[i * stride] = line[static_cast<std::size_t>(i)];
+}
+
+void blur(QImage& mask, double radius) {
+    const int box = static_cast<int>(std::lround(radius / blurPasses));
+    if (box < 1)
+        return;
+    std::vector<uchar> line;
+    for (int pass = 0; pass < blurPasses; ++pass) {
+        for (int y = 0; y < mask.height(); ++y)
+            boxPass(mask.scanLine(y), mask.width(), 1, box, line);
+        for (int x = 0; x < mask.width(); ++x)
+            boxPass(mask.bits() + x, mask.height(), mask.bytesPerLine(), box, line);
+    }
+}
+
+void drawShape(QPainter& painter, const QRectF& rect, double radius) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    if (2 * radius >= std::min(rect.width(), rect.height()))
+        painter.drawEllipse(rect);
+    else
+        painter.drawRoundedRect(rect, radius, radius);
+}
+
+} // namespace
+
+int PictureCut::margin() const {
+    if (shadowOpacity <= 0)
+        return 1;
+    const double reach = shadowRadius + std::max(std::abs(shadowOffset.x()), std::abs(shadowOffset.y()));
+    return static_cast<int>(std::ceil(reach)) + 1;
+}
+
+PictureWorkshop::PictureWorkshop(dispatch::Dispatcher& dispatcher, const Catalogue& catalogue)
+    : m_dispatcher(dispatcher), m_catalogue(catalogue) {}
+
+PictureWorkshop::~PictureWorkshop() = default;
+
+void PictureWorkshop::make(Paint paint, Done done) {
+    ++m_pending;
+    std::weak_ptr<PictureWorkshop*> weak = m_self;
+    m_dispatcher.globalQueue(dispatch::QualityOfService::Background)
+        .async([&dispatcher = m_dispatcher, weak, paint = std::move(paint), done = std::move(done)] {
+            dispatcher.mainQueue().async([weak, done, picture = paint()] {
+                const auto self = weak.lock();
+                if (!self)
+                    return;
+                --(*self)->m_pending;
+                done(picture);
+            });
+        });
+}
+
+dispatch::WorkItem PictureWorkshop::later(dispatch::Duration delay, dispatch::Task task) {
+    return m_dispatcher.asyncAfter(m_dispatcher.mainQueue(), delay, std::move(task));
+}
+
+QImage PictureWorkshop::fitted(const Catalogue& catalogue, const Picture& picture, QSize size) {
+    if (!picture.image) {
+        const auto drawn = picture.disc.render(std::min(size.width(), size.height()));
+        return drawn ? *drawn : QImage();
+    }
+    if (const QString name = catalogue.nameOf(*picture.image); !name.isEmpty()) {
+        const auto drawn = catalogue.picture(name, size);
+        return drawn ? *drawn : QImage();
+    }
+    const QImage pixels = picture.image->pixels();
+    if (pixels.isNull())
+        return {};
+    return pixels.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+        .convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+QImage PictureWorkshop::cut(const QImage& picture, const PictureCut& how) {
+    if (picture.isNull())
+        return {};
+    const int margin = how.margin();
+    const QRectF rect(QPointF(margin, margin), QSizeF(how.size));
+    const QSize whole = how.size + QSize(2 * margin, 2 * margin);
+    QImage result(whole, QImage::Format_ARGB32_Premultiplied);
+    result.fill(Qt::transparent);
+    QPainter painter(&result);
+    if (how.shadowOpacity > 0) {
+        QImage mask(whole, QImage::Format_Alpha8);
+        mask.fill(0);
+        QPainter shape(&mask);
+        shape.setBrush(Qt::black);
+        drawShape(shape, rect.translated(how.shadowOffset), how.cornerRadius);
+        shape.end();
+        blur(mask, how.shadowRadius);
+        painter.setOpacity(how.shadowOpacity);
+        painter.drawImage(0, 0, mask); // an alpha mask paints black
+        painter.setOpacity(1);
+    }
+    QBrush brush(picture);
+    brush.setTransform(QTransform::fromTranslate(margin, margin));
+    painter.setBrush(brush);
+    drawShape(painter, rect, how.cornerRadius);
+    painter.end();
+    return result;
+}
+
+} // namespace tarnwick

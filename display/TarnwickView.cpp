@@ -1,0 +1,251 @@
+#include "display/TarnwickView.h"
+
+#include <QLocale>
+
+namespace tarnwick {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto clockInterval = 1s;
+constexpr auto turnDuration = 1000ms;
+constexpr auto slideDuration = 700ms;
+constexpr auto albumWriteBackDelay = 500ms;
+constexpr auto hoverDuration = 200ms;
+constexpr double fullTurn = 360;
+
+} // namespace
+
+TarnwickView::TarnwickView(Parts parts)
+    : m_parts(std::move(parts)), m_workshop(m_parts.dispatcher, m_parts.catalogue),
+      m_screenSaverManager(m_parts.power) {
+    watchTheModel();
+    watchTheSettings();
+}
+
+TarnwickView::~TarnwickView() = default;
+
+void TarnwickView::appear() {
+    MusicSource& source = m_parts.musicSource;
+    source.fetchNowPlaying();
+    source.fetchCurrentPlaylistName();
+    source.syncShuffleState();
+    source.startUpdating();
+    source.startElapsedTimeTimer();
+    applyBackground();
+    m_screenSaverManager.preventSleep();
+    assign(m_currentTime, formattedNow(QStringLiteral("HH:mm")), &TarnwickView::currentTimeChanged);
+    startClock();
+}
+
+void TarnwickView::disappear() { m_screenSaverManager.allowSleep(); }
+
+void TarnwickView::watchTheModel() {
+    // The source outlives the view, so each watcher asks whether the view is still there.
+    MusicSource& source = m_parts.musicSource;
+    ChangePass& changes = source.changes();
+    const auto alive = [weak = std::weak_ptr(m_alive)] { return !weak.expired(); };
+    changes.watch([&source] { return source.currentTrackTitle(); },
+                  [this, alive](const QString&, const QString&) {
+                      if (alive())
+                          trackChanged();
+                  });
+    changes.watch([&source] { return source.currentAlbumArtwork(); },
+                  [this, alive](const auto&, const auto&) {
+                      if (!alive())
+                          return;
+                      Q_EMIT artworkChanged();
+                      applyBackground();
+                  });
+}
+
+void TarnwickView::watchTheSettings() {
+    connect(&m_parts.settings, &Settings::backgroundOptionChanged, this, [this] {
+        applyBackground();
+        Q_EMIT paintedColorsChanged();
+    });
+    connect(&m_parts.backgroundManager, &BackgroundManager::gradientColorsChanged, this,
+            &TarnwickView::paintedColorsChanged);
+    connect(&m_parts.backgroundManager, &BackgroundManager::darkGradientColorsChanged, this,
+            &TarnwickView::paintedColorsChanged);
+}
+
+void TarnwickView::trackChanged() {
+    MusicSource& source = m_parts.musicSource;
+    const QString previous = source.previousAlbumTitle().value_or(QString());
+    const QString album = source.currentAlbumName().value_or(QString());
+    if (m_parts.settings.backgroundOption() == BackgroundOption::Random)
+        m_parts.backgroundManager.lastRandomChoice.reset();
+    applyBackground();
+    if (previous != album)
+        albumChanged();
+    later(albumWriteBackDelay, [this, name = source.currentAlbumName()] {
+        m_transaction.withoutAnimation([&] { m_parts.musicSource.setPreviousAlbumTitle(name); });
+    });
+}
+
+void TarnwickView::albumChanged() {
+    m_transaction.animate(slideDuration, [this] {
+        if (m_parts.settings.enableFlip())
+            m_transaction.animate(turnDuration, [this] {
+                assign(m_rotationAngle, m_rotationAngle + fullTurn, &TarnwickView::rotationAngleChanged);
+            });
+    });
+    if (m_parts.settings.enableCDAnimation()) {
+        slideRecordAwayAndBack();
+        return;
+    }
+    assign(m_isCDVisible, true, &TarnwickView::isCDVisibleChanged);
+    later(0s, [this] {
+        assign(m_tracklistUpdateKey, m_tracklistUpdateKey + 1, &TarnwickView::tracklistUpdateKeyChanged);
+        m_parts.musicSource.fetchTracksByDisc();
+    });
+}
+
+void TarnwickView::slideRecordAwayAndBack() {
+    const auto slide = [this](bool visible) {
+        m_transaction.animate(slideDuration, [this, visible] {
+            assign(m_isCDVisible, visible, &TarnwickView::isCDVisibleChanged);
+        });
+    };
+    later(0s, [this, slide] {
+        slide(false);
+        later(slideDuration, [slide] { slide(true); });
+    });
+}
+
+void TarnwickView::applyBackground() {
+    m_parts.backgroundManager.applyBackground(m_parts.settings.backgroundOption(),
+                                              m_parts.musicSource.currentAlbumArtwork());
+}
+
+void TarnwickView::startClock() {
+    // A timer's first tick comes at once, a clock's after the first second.
+    m_clockTimer =
+        m_parts.dispatcher.makeTimer(m_parts.dispatcher.mainQueue(), clockInterval,
+                                     [this, alive = std::weak_ptr(m_alive), isFirst = true]() mutable {
+                                         if (std::exchange(isFirst, false) || alive.expired())
+                                             return;
+                                         assign(m_currentTime, formattedNow(QStringLiteral("HH:mm:ss")),
+                                                &TarnwickView::currentTimeChanged);
+                                     });
+}
+
+void TarnwickView::setWindowSize(const QSizeF&) {
+    assign(m_isFullscreen, isWindowFullScreen(), &TarnwickView::isFullscreenChanged);
+}
+
+void TarnwickView::tapCover() {
+    m_transaction.animate(turnDuration, [this] { setFlipped(!m_isFlipped); });
+    if (m_isFlipped)
+        m_parts.musicSource.fetchTracksByDisc();
+}
+
+void TarnwickView::onKeyDown(int keyCode) {
+    const auto titles = flattenedTitles().size();
+    m_transaction.animate([&] {
+        switch (keyCode) {
+        case Return:
+            if (m_isFlipped)
+                confirmSelection();
+            else
+                setFlipped(true);
+            break;
+        case Escape:
+            if (m_isFlipped)
+                setFlipped(false);
+            else if (isWindowFullScreen())
+                m_parts.windows.firstWindow()->toggleFullScreen();
+            break;
+        case DownArrow:
+            if (m_isFlipped && titles > 0)
+                select(m_selectedTrackIndex
+                           ? std::max(*m_selectedTrackIndex,
+                                      std::min(*m_selectedTrackIndex + 1, static_cast<int>(titles) - 1))
+                           : 0);
+            break;
+        case UpArrow:
+            if (m_isFlipped && m_selectedTrackIndex && *m_selectedTrackIndex >= 1)
+                select(*m_selectedTrackIndex - 1);
+            break;
+        default:
+            break;
+        }
+    });
+}
+
+void TarnwickView::confirmSelection() {
+    const QStringList titles = flattenedTitles();
+    if (m_selectedTrackIndex && *m_selectedTrackIndex < titles.size())
+        playTrack(titles.at(*m_selectedTrackIndex));
+    select(std::nullopt);
+    setFlipped(false);
+}
+
+QStringList TarnwickView::flattenedTitles() const {
+    QStringList titles;
+    for (const DiscTrack& disc : m_parts.musicSource.tracksByDisc())
+        titles += disc.tracks;
+    return titles;
+}
+
+void TarnwickView::hoverTrack(int disc, int row) {
+    if (m_hoveringTracks.value(disc, -1) == row)
+        return;
+    m_transaction.animate(hoverDuration, [&] {
+        if (row < 0)
+            m_hoveringTracks.remove(disc);
+        else
+            m_hoveringTracks.insert(disc, row);
+        Q_EMIT hoveringTracksChanged();
+    });
+}
+
+QString TarnwickView::formattedNow(const QString& pattern) const {
+    return QLocale(QLocale::Italian, QLocale::Italy).toString(m_parts.wallClock(), pattern);
+}
+
+bool TarnwickView::isWindowFullScreen() const {
+    const windows::Window* window = m_parts.windows.firstWindow();
+    return window && window->isFullScreen();
+}
+
+void TarnwickView::setShowTrackControls(bool show) {
+    assign(m_showTrackControls, show, &TarnwickView::showTrackControlsChanged);
+}
+
+void TarnwickView::setHovered(bool hovered) { assign(m_isHovered, hovered, &TarnwickView::isHoveredChanged); }
+
+void TarnwickView::setReducedMotion(bool reduced) {
+    assign(m_reducedMotion, reduced, &TarnwickView::reducedMotionChanged);
+}
+
+QList<QColor> TarnwickView::paintedColors() const {
+    QList<QColor> colors;
+    for (const Colour& colour : m_parts.backgroundManager.paintedColors(m_parts.settings.backgroundOption()))
+        colors.append(colour.toQColor());
+    return colors;
+}
+
+void TarnwickView::setFlipped(bool flipped) {
+    if (!flipped && !m_hoveringTracks.isEmpty()) { // the rows go, and with them what the pointer was over
+        m_hoveringTracks.clear();
+        Q_EMIT hoveringTracksChanged();
+    }
+    assign(m_isFlipped, flipped, &TarnwickView::isFlippedChanged);
+}
+
+void TarnwickView::select(std::optional<int> index) {
+    assign(m_selectedTrackIndex, index, &TarnwickView::selectedTrackIndexChanged);
+}
+
+void TarnwickView::later(dispatch::Duration delay, dispatch::Task task) {
+    m_parts.dispatcher.asyncAfter(m_parts.dispatcher.mainQueue(), delay,
+                                  [alive = std::weak_ptr(m_alive), task = std::move(task)] {
+                                      if (!alive.expired())
+                                          task();
+                                  });
+}
+
+} // namespace tarnwick

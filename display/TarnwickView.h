@@ -1,0 +1,204 @@
+#pragma once
+
+#include "display/Picture.h"
+#include "display/PictureWorkshop.h"
+#include "music/MusicSource.h"
+#include "platform/animation/Transaction.h"
+#include "platform/power/PowerManager.h"
+#include "platform/windows/Windows.h"
+#include "settings/ScreenSaverManager.h"
+#include "settings/Settings.h"
+#include "visuals/BackgroundManager.h"
+
+#include <QDateTime>
+#include <QHash>
+#include <QObject>
+#include <QSizeF>
+#include <QtQmlIntegration>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace tarnwick {
+
+/// The state of the display and what it does when something changes. Main thread only.
+///
+/// Everything that the looks need beside the model's facts and the preferences is a property here.
+class TarnwickView : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("There is one, and it is handed in")
+
+    Q_PROPERTY(QVariant musicSource READ musicSourceVariant CONSTANT)
+    Q_PROPERTY(tarnwick::Settings* settings READ settings CONSTANT)
+    Q_PROPERTY(QVariant backgroundManager READ backgroundManagerVariant CONSTANT)
+    Q_PROPERTY(tarnwick::PictureWorkshop* workshop READ workshop CONSTANT)
+    Q_PROPERTY(QVariant transaction READ transactionVariant CONSTANT)
+    /// The cover; none when there is none.
+    Q_PROPERTY(tarnwick::Picture artwork READ artwork NOTIFY artworkChanged)
+    /// The colours behind everything, top to bottom.
+    Q_PROPERTY(QList<QColor> paintedColors READ paintedColors NOTIFY paintedColorsChanged)
+    /// The main window is in full screen, as of the last change of its size.
+    Q_PROPERTY(bool isFullscreen READ isFullscreen NOTIFY isFullscreenChanged)
+    Q_PROPERTY(bool showTrackControls READ showTrackControls WRITE setShowTrackControls NOTIFY
+                   showTrackControlsChanged)
+    /// The pointer is over the bar.
+    Q_PROPERTY(bool isHovered READ isHovered WRITE setHovered NOTIFY isHoveredChanged)
+    /// The turn of the cover about its vertical axis, degrees; grows by 360 a spin.
+    Q_PROPERTY(double rotationAngle READ rotationAngle NOTIFY rotationAngleChanged)
+    /// The back of the cover, the track list, is shown.
+    Q_PROPERTY(bool isFlipped READ isFlipped NOTIFY isFlippedChanged)
+    /// The record is slid out beside the cover.
+    Q_PROPERTY(bool isCDVisible READ isCDVisible NOTIFY isCDVisibleChanged)
+    /// The clock: "HH:mm" at first, then "HH:mm:ss" every second.
+    Q_PROPERTY(QString currentTime READ currentTime NOTIFY currentTimeChanged)
+    /// The row that the keys have chosen, an index into all titles, disc after disc; -1 for none.
+    Q_PROPERTY(int selectedTrackIndex READ selectedTrackIndexOrNone NOTIFY selectedTrackIndexChanged)
+    /// A change rebuilds the rows of the track list.
+    Q_PROPERTY(int tracklistUpdateKey READ tracklistUpdateKey NOTIFY tracklistUpdateKeyChanged)
+    /// Turns, spins and slides are replaced by fades.
+    Q_PROPERTY(bool reducedMotion READ reducedMotion NOTIFY reducedMotionChanged)
+
+public:
+    /// Hardware codes of the keys that the display answers.
+    enum KeyCode { Return = 36, Escape = 53, DownArrow = 125, UpArrow = 126 };
+
+    /// What the view is made of; everything must outlive it.
+    struct Parts {
+        dispatch::Dispatcher& dispatcher;
+        MusicSource& musicSource;
+        Settings& settings;
+        BackgroundManager& backgroundManager;
+        windows::WindowSystem& windows;
+        power::PowerManager* power = nullptr; ///< null: the display is not kept awake
+        const Catalogue& catalogue = Catalogue::shared();
+        std::function<QDateTime()> wallClock = [] { return QDateTime::currentDateTime(); };
+    };
+
+    explicit TarnwickView(Parts parts);
+    ~TarnwickView() override;
+
+    /// The first time the view is shown: asks for everything, starts the polls, the timers and the clock,
+    /// and keeps the display awake.
+    void appear();
+
+    /// Lets the display sleep again. The clock goes on.
+    void disappear();
+
+    /// The window's size in points; looks at full screen.
+    Q_INVOKABLE void setWindowSize(const QSizeF& size);
+
+    /// Turns the cover over and asks for the album's tracks, or turns it back.
+    Q_INVOKABLE void tapCover();
+
+    /// Answers a key by its hardware code; others are ignored.
+    Q_INVOKABLE void onKeyDown(int keyCode);
+
+    /// Plays a title of the album, as a tap on its row does.
+    Q_INVOKABLE void playTrack(const QString& title) { m_parts.musicSource.playTrack(title); }
+
+    /// The pointer entered row `row` of a disc, or left it when `row` is -1.
+    Q_INVOKABLE void hoverTrack(int disc, int row);
+
+    /// The row of a disc under the pointer; -1 for none.
+    Q_INVOKABLE int hoveredTrack(int disc) const { return m_hoveringTracks.value(disc, -1); }
+
+    /// The present date and time, as an Italian writes it; `pattern` as "HH:mm" or "dd MMM yyyy".
+    Q_INVOKABLE QString formattedNow(const QString& pattern) const;
+
+    /// Whether the application's first window is in full screen; false without one.
+    Q_INVOKABLE bool isWindowFullScreen() const;
+
+    void setShowTrackControls(bool show);
+    void setHovered(bool hovered);
+    void setReducedMotion(bool reduced);
+
+    MusicSource& musicSource() const { return m_parts.musicSource; }
+    Settings* settings() const { return &m_parts.settings; }
+    BackgroundManager& backgroundManager() const { return m_parts.backgroundManager; }
+    PictureWorkshop* workshop() { return &m_workshop; }
+    animation::Transaction& transaction() { return m_transaction; }
+
+    Picture artwork() const { return m_parts.musicSource.currentAlbumArtwork(); }
+    QList<QColor> paintedColors() const;
+    bool isFullscreen() const { return m_isFullscreen; }
+    bool showTrackControls() const { return m_showTrackControls; }
+    bool isHovered() const { return m_isHovered; }
+    double rotationAngle() const { return m_rotationAngle; }
+    bool isFlipped() const { return m_isFlipped; }
+    bool isCDVisible() const { return m_isCDVisible; }
+    const QString& currentTime() const { return m_currentTime; }
+    const QHash<int, int>& hoveringTracks() const { return m_hoveringTracks; }
+    std::optional<int> selectedTrackIndex() const { return m_selectedTrackIndex; }
+    int tracklistUpdateKey() const { return m_tracklistUpdateKey; }
+    bool reducedMotion() const { return m_reducedMotion; }
+    const ScreenSaverManager& screenSaverManager() const { return m_screenSaverManager; }
+
+Q_SIGNALS:
+    void artworkChanged();
+    void paintedColorsChanged();
+    void isFullscreenChanged();
+    void showTrackControlsChanged();
+    void isHoveredChanged();
+    void rotationAngleChanged();
+    void isFlippedChanged();
+    void isCDVisibleChanged();
+    void currentTimeChanged();
+    void hoveringTracksChanged();
+    void selectedTrackIndexChanged();
+    void tracklistUpdateKeyChanged();
+    void reducedMotionChanged();
+
+private:
+    template <typename T>
+    void assign(T& field, const std::type_identity_t<T>& value, void (TarnwickView::*changed)()) {
+        if (field == value)
+            return;
+        field = value;
+        Q_EMIT(this->*changed)();
+    }
+
+    void watchTheModel();
+    void watchTheSettings();
+    void trackChanged();
+    void albumChanged();
+    void slideRecordAwayAndBack();
+    void applyBackground();
+    void startClock();
+    void setFlipped(bool flipped);
+    void select(std::optional<int> index);
+    void confirmSelection();
+    QStringList flattenedTitles() const;
+
+    /// Runs `task` on the main queue after `delay`, unless the view has gone.
+    void later(dispatch::Duration delay, dispatch::Task task);
+
+    QVariant musicSourceVariant() const { return QVariant::fromValue<QObject*>(&m_parts.musicSource); }
+    QVariant backgroundManagerVariant() const {
+        return QVariant::fromValue<QObject*>(&m_parts.backgroundManager);
+    }
+    QVariant transactionVariant() { return QVariant::fromValue<QObject*>(&m_transaction); }
+    int selectedTrackIndexOrNone() const { return m_selectedTrackIndex.value_or(-1); }
+
+    const Parts m_parts;
+    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
+    PictureWorkshop m_workshop;
+    animation::Transaction m_transaction;
+    ScreenSaverManager m_screenSaverManager;
+    std::unique_ptr<dispatch::TimerSource> m_clockTimer;
+
+    bool m_isFullscreen = false;
+    bool m_showTrackControls = false;
+    bool m_isHovered = false;
+    double m_rotationAngle = 0;
+    bool m_isFlipped = false;
+    bool m_isCDVisible = true;
+    QString m_currentTime;
+    QHash<int, int> m_hoveringTracks; // by disc; a disc without a hovered row has no entry
+    std::optional<int> m_selectedTrackIndex;
+    int m_tracklistUpdateKey = 0;
+    bool m_reducedMotion = false;
+};
+
+} // namespace tarnwick
