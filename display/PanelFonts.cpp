@@ -1,0 +1,28 @@
+#include "display/PanelFonts.h"
+
+#include <QStringList>
+
+namespace tarnwick {
+
+QFont systemFont() {
+    QFont font;
+    font.setFamilies({QStringLiteral("Inter"), QStringLiteral("Noto Sans"),
+                      QStringLiteral("Noto Sans CJK JP"), QStringLiteral("Noto Sans Arabic"),
+                      QStringLiteral("Noto Sans Hebrew")});
+    return font;
+}
+
+QFont SystemPanelFonts::font(const QString& /*name*/) const { return systemFont(); }
+
+QFont panelFont(const QFont& font, int pixels, int weight) {
+    QFont sized = font;
+    sized.setPixelSize(qMax(1, pixels));
+    sized.setHintingPreference(QFont::PreferVerticalHinting);
+    if (!sized.styleName().isEmpty() && weight < QFont::DemiBold)
+        return sized;
+    sized.setStyleName({});
+    sized.setWeight(static_cast<QFont::Weight>(weight));
+    return sized;
+}
+
+} // namespace tarnwick

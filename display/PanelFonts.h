@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QFont>
+#include <QString>
+
+namespace tarnwick {
+
+/// What turns the name of a font, as the preferences hold it, into a font.
+class PanelFonts {
+public:
+    PanelFonts() = default;
+    PanelFonts(const PanelFonts&) = delete;
+    PanelFonts& operator=(const PanelFonts&) = delete;
+    virtual ~PanelFonts() = default;
+
+    /// The font of that PostScript name, or the system font when there is none; family and style are
+    /// set, the size is the caller's.
+    virtual QFont font(const QString& name) const = 0;
+};
+
+/// Knows the system font alone.
+class SystemPanelFonts : public PanelFonts {
+public:
+    QFont font(const QString& name) const override;
+};
+
+/// The system font: Inter, with faces beside it for the scripts that it lacks.
+QFont systemFont();
+
+/// `font` at a size in logical pixels and a weight of 100 to 900, laid out without rounding to whole
+/// pixels sideways. A face that was named keeps its style, except where a bold one is asked for.
+QFont panelFont(const QFont& font, int pixels, int weight);
+
+} // namespace tarnwick
