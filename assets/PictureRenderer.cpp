@@ -29,7 +29,23 @@ QImage renderVector(const QByteArray& svg, QSize size) {
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
-    renderer.render(&painter, QRectF(QPointF(), QSizeF(size)));
+    const QRectF whole{QPointF(), QSizeF(size)};
+    const auto mark = QStringLiteral("mark");
+    if (!renderer.elementExists(mark)) {
+        renderer.render(&painter, whole);
+        return picture;
+    }
+    // A mark before a backdrop: the backdrop is stretched to the picture, the mark keeps its proportions
+    // and its place.
+    renderer.render(&painter, QStringLiteral("backdrop"), whole);
+    const QSizeF drawn = renderer.defaultSize();
+    const double scale = std::min(whole.width() / drawn.width(), whole.height() / drawn.height());
+    QRectF place = renderer.boundsOnElement(mark);
+    const QPointF centre(place.center().x() / drawn.width() * whole.width(),
+                         place.center().y() / drawn.height() * whole.height());
+    place.setSize(place.size() * scale);
+    place.moveCenter(centre);
+    renderer.render(&painter, mark, place);
     return picture;
 }
 

@@ -1,7 +1,9 @@
-// Paints one picture of the catalogue at build time: tarnwick-painter disc TAG FILE.webp
+// Paints one picture of the catalogue at build time.
 
 #include "assets/painter/DiscShader.h"
+#include "assets/painter/Logo.h"
 
+#include <QFile>
 #include <QGuiApplication>
 #include <QImageWriter>
 
@@ -27,6 +29,11 @@ bool writeDisc(const QString& tag, const QString& file) {
     return writer.write(paintDisc(*disc));
 }
 
+bool writeLogo(const QString& format, const QString& colour, const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(logoSvg(format.toUpper(), colour)) > 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -36,6 +43,9 @@ int main(int argc, char** argv) {
     if (arguments.size() == 4 && arguments[1] == QLatin1String("disc") &&
         writeDisc(arguments[2], arguments[3]))
         return 0;
-    std::fprintf(stderr, "usage: tarnwick-painter disc TAG FILE.webp\n");
+    if (arguments.size() == 5 && arguments[1] == QLatin1String("logo") &&
+        writeLogo(arguments[2], arguments[3], arguments[4]))
+        return 0;
+    std::fprintf(stderr, "usage: tarnwick-painter disc TAG FILE.webp | logo FORMAT COLOUR FILE.svg\n");
     return 2;
 }

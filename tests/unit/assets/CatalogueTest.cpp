@@ -26,6 +26,57 @@ TEST(Catalogue, HandsOutOneHandleForAName) {
     EXPECT_EQ(catalogue.nameOf(images::Image::fromPixels(first->pixels())), QString());
 }
 
+TEST(Catalogue, EveryPictureCanBeDrawn) {
+    const Catalogue& catalogue = Catalogue::shared();
+    const std::pair<Catalogue::Kind, int> kinds[]{{Catalogue::Kind::Disc, 28},
+                                                  {Catalogue::Kind::Flag, 154},
+                                                  {Catalogue::Kind::Logo, 10},
+                                                  {Catalogue::Kind::Picture, 3},
+                                                  {Catalogue::Kind::Symbol, 15}};
+    for (const auto& [kind, count] : kinds) {
+        EXPECT_EQ(catalogue.names(kind).size(), count);
+        if (kind == Catalogue::Kind::Disc)
+            continue; // seconds of decoding; their own test looks at them
+        for (const QString& name : catalogue.names(kind)) {
+            const auto picture = catalogue.picture(name, QSize(64, 48), Qt::white);
+            ASSERT_TRUE(picture) << name.toStdString();
+            // Something is drawn in the middle half of every one of them.
+            bool drawn = false;
+            for (int y = 12; y < 36 && !drawn; ++y) {
+                for (int x = 16; x < 48 && !drawn; ++x)
+                    drawn = picture->pixelColor(x, y).alpha() > 128;
+            }
+            EXPECT_TRUE(drawn) << name.toStdString();
+        }
+    }
+}
+
+TEST(Catalogue, SymbolsTakeTheirTint) {
+    const auto picture =
+        Catalogue::shared().picture(QStringLiteral("play.fill"), {48, 48}, QColor(10, 200, 30));
+    ASSERT_TRUE(picture);
+    EXPECT_EQ(picture->pixelColor(22, 24), QColor(10, 200, 30));
+    EXPECT_EQ(picture->pixelColor(1, 1).alpha(), 0);
+    EXPECT_NE(picture, Catalogue::shared().picture(QStringLiteral("play.fill"), {48, 48}, Qt::white));
+}
+
+TEST(Catalogue, TheMarkKeepsItsProportionsInEveryWindow) {
+    for (const QSize size : {QSize(1200, 600), QSize(1000, 1000), QSize(400, 900)}) {
+        const auto picture = Catalogue::shared().picture(QStringLiteral("applogo800"), size);
+        ASSERT_TRUE(picture);
+        for (const QPoint corner : {QPoint(0, 0), QPoint(size.width() - 1, 0), QPoint(0, size.height() - 1),
+                                    QPoint(size.width() - 1, size.height() - 1)})
+            EXPECT_EQ(picture->pixelColor(corner).alpha(), 255);
+        // The sleeve, 460 by 480 of 1600 by 800, is red or cream at the left and the record dark at the
+        // right.
+        const double scale = std::min(size.width() / 1600.0, size.height() / 800.0);
+        const double centre = 566.0 / 1600 * size.width();
+        const int middle = size.height() / 2;
+        EXPECT_GT(picture->pixelColor(int(centre - 330 * scale), middle).red(), 200);
+        EXPECT_LT(picture->pixelColor(int(centre + 330 * scale), middle).red(), 60);
+    }
+}
+
 TEST(Catalogue, AMissingNameGivesNothing) {
     const Catalogue& catalogue = Catalogue::shared();
     for (const QString& name : {QString(), QStringLiteral("no such picture"), QStringLiteral("NoCover")}) {
