@@ -21,5 +21,7 @@ int runStatus(const Invocation& invocation);
 int runDo(const Invocation& invocation);
 int runScript(const Invocation& invocation);
 int runDefaults(const Invocation& invocation);
+int runPalette(const Invocation& invocation);
+int runRecord(const Invocation& invocation);
 
 } // namespace tarnwick

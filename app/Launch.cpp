@@ -23,6 +23,8 @@ constexpr std::array commands{
     CommandEntry{"do", runDo, CommandEntry::Core},
     CommandEntry{"script", runScript, CommandEntry::Core},
     CommandEntry{"defaults", runDefaults, CommandEntry::Core},
+    CommandEntry{"palette", runPalette, CommandEntry::Core},
+    CommandEntry{"record", runRecord, CommandEntry::Core},
 };
 
 /// The demo paints its covers with fonts, which needs more than the plain application object.

@@ -6,6 +6,9 @@
 
 namespace tarnwick {
 
+/// The print of a compact disc, from which those of the other discs are scaled.
+inline constexpr RecordPrint standardPrint{300, 30, 5};
+
 /// The name of the picture on which a record with `tag` is printed; empty when there is none for it.
 QString generatedRecordBase(const QString& tag);
 

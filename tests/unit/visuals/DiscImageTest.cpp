@@ -17,8 +17,6 @@ images::Image plainCover(const QColor& colour, QSize size = {50, 50}) {
     return images::Image::fromPixels(image);
 }
 
-constexpr RecordPrint standardPrint{300, 30, 5};
-
 DiscImage recordOf(const QString& tag, const QColor& colour, QStringList* log = nullptr,
                    const Catalogue& catalogue = Catalogue::shared()) {
     return makeGeneratedRecord(catalogue, plainCover(colour), tag, standardPrint, [log](const QString& line) {
