@@ -27,6 +27,8 @@ public:
 
     /// Somebody looked at the position, which is a reason to ask the player for it again.
     virtual void positionWasRead() = 0;
+    /// The same of the playlists.
+    virtual void playlistsWereRead() = 0;
 
     virtual void command(Command command) = 0;
     /// 0 to 1. Stands in the snapshot when this returns.

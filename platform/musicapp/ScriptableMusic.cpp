@@ -168,6 +168,7 @@ private:
     }
 
     std::vector<ObjectPointer> userPlaylists() const {
+        m_player.playlistsWereRead();
         std::vector<ObjectPointer> playlists;
         for (const Playlist& playlist : m_snapshot->playlists)
             playlists.push_back(std::make_shared<UserPlaylistObject>(playlist));

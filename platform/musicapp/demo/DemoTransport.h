@@ -34,6 +34,7 @@ public:
     std::shared_ptr<const Snapshot> snapshot() const override;
     dispatch::Instant now() const override { return m_dispatcher.now(); }
     void positionWasRead() override {}
+    void playlistsWereRead() override {}
     void command(Command command) override;
     void setVolume(double volume) override;
     void setShuffle(bool shuffle) override;

@@ -37,15 +37,13 @@ public:
     dispatch::Instant now() const override { return m_dispatcher.now(); }
 
     void positionWasRead() override {
-        constexpr auto between = 1s;
-        const auto time = now();
-        {
-            const std::lock_guard lock(m_mutex);
-            if (time < m_positionAskedAt + between)
-                return;
-            m_positionAskedAt = time;
-        }
-        m_thread.post([this] { m_session->positionWasRead(); });
+        if (isDue(m_positionAskedAt))
+            m_thread.post([this] { m_session->positionWasRead(); });
+    }
+
+    void playlistsWereRead() override {
+        if (isDue(m_playlistsAskedAt))
+            m_thread.post([this] { m_session->playlistsWereRead(); });
     }
 
     void command(Command command) override {
@@ -76,7 +74,9 @@ public:
         send([track](Session& session) { session.play(track); });
     }
 
-    void play(const Playlist&) override {}
+    void play(const Playlist& playlist) override {
+        send([playlist](Session& session) { session.play(playlist); });
+    }
 
     std::optional<QString> launch() override { return std::nullopt; }
 
@@ -118,12 +118,26 @@ private:
         m_announcer.announce(changes);
     }
 
+    void began() override {
+        const std::lock_guard lock(m_mutex);
+        ++m_unanswered;
+    }
+
     void finished(const PlayerLink::Failure& failure) override {
         const std::lock_guard lock(m_mutex);
         --m_unanswered;
         if (!m_failure)
             m_failure = failure;
         m_changed.notify_all();
+    }
+
+    /// Whether what was done last at `last` may be done again.
+    bool isDue(dispatch::Instant& last) {
+        const std::lock_guard lock(m_mutex);
+        if (now() < last + 1s)
+            return false;
+        last = now();
+        return true;
     }
 
     /// Lets the snapshot show at once what is about to be set.
@@ -161,6 +175,7 @@ private:
     int m_unanswered = 0; ///< commands
     std::optional<QString> m_failure;
     dispatch::Instant m_positionAskedAt = -1h;
+    dispatch::Instant m_playlistsAskedAt = -1h;
 
     std::unique_ptr<Session> m_session; ///< touched on the bus's thread only
     BusThread m_thread;                 ///< ends before anything above goes

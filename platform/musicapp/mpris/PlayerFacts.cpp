@@ -66,40 +66,6 @@ QString fileNameOf(const QString& url, bool withSuffix) {
     return withSuffix ? file.fileName() : file.completeBaseName();
 }
 
-Metadata metadataOf(const QVariantMap& given) {
-    const QVariantMap map = plainMap(given, true);
-    Metadata result;
-    Track& track = result.track;
-    track.id = textOf(map.value(QStringLiteral("mpris:trackid")));
-    track.artist = firstText(map, {"xesam:artist", "xesam:albumartist"});
-    track.album = firstText(map, {"xesam:album"});
-    track.genre = firstText(map, {"xesam:genre"});
-    track.comment = withoutEcho(firstText(map, {"xesam:comment", "comment"}));
-    track.grouping = firstText(map, {"xesam:grouping", "grouping"});
-    track.trackNumber = firstCount(map, {"xesam:tracknumber", "track"});
-    track.discNumber = firstCount(map, {"xesam:discnumber", "disc"});
-    track.discCount = std::max(firstCount(map, {"xesam:disccount", "disctotal"}),
-                               afterSlash(firstText(map, {"xesam:discnumber", "disc"})));
-    track.bitRate = bitRateOf(map);
-    track.year = firstCount(map, {"year", "xesam:year", "sayonara:year", "date"});
-    const double length = numberOf(map.value(QStringLiteral("mpris:length"))).value_or(0) / 1e6;
-    track.duration = length > 0 && length < longest ? length : 0;
-    result.url = firstText(map, {"xesam:url"});
-    result.artUrl = firstText(map, {"mpris:arturl"});
-
-    const QString created = firstText(map, {"xesam:contentcreated"});
-    result.contentYear = countOf(created);
-    result.contentDate = QDate::fromString(created.left(10), Qt::ISODate);
-
-    track.name = firstText(map, {"xesam:title"});
-    const bool isLocal = !track.name.isEmpty() && track.name == fileNameOf(result.url, true);
-    if (track.name.isEmpty() || isLocal) {
-        track.name = fileNameOf(result.url, false);
-        result.titleIsFileName = true;
-    }
-    return result;
-}
-
 PlayerState stateOf(const QString& status) {
     if (status.compare(QLatin1String("Playing"), Qt::CaseInsensitive) == 0)
         return PlayerState::Playing;
@@ -125,11 +91,49 @@ bool isSameTrack(const Metadata& before, const Metadata& after) {
            std::abs(before.track.duration - after.track.duration) < 1;
 }
 
+Metadata normaliseMetadata(const QVariantMap& given) {
+    const QVariantMap map = plainMap(given, true);
+    Metadata result;
+    Track& track = result.track;
+    track.id = textOf(map.value(QStringLiteral("mpris:trackid")));
+    track.artist = firstText(map, {"xesam:artist", "xesam:albumartist"});
+    track.album = firstText(map, {"xesam:album"});
+    track.genre = firstText(map, {"xesam:genre"});
+    track.comment = withoutEcho(firstText(map, {"xesam:comment", "comment"}));
+    track.grouping = firstText(map, {"xesam:grouping", "grouping"});
+    track.trackNumber = firstCount(map, {"xesam:tracknumber", "track"});
+    track.discNumber = firstCount(map, {"xesam:discnumber", "disc"});
+    track.discCount = std::max(firstCount(map, {"xesam:disccount", "disctotal"}),
+                               afterSlash(firstText(map, {"xesam:discnumber", "disc"})));
+    track.bitRate = bitRateOf(map);
+    track.year = firstCount(map, {"year", "xesam:year", "sayonara:year", "date"});
+    const double length = numberOf(map.value(QStringLiteral("mpris:length"))).value_or(0) / 1e6;
+    track.duration = length > 0 && length < longest ? length : 0;
+    result.url = firstText(map, {"xesam:url"});
+    result.artUrl = firstText(map, {"mpris:arturl"});
+    // Where old builds of one player say their pictures are, and where they are.
+    static const QString oldHost = QStringLiteral("https://open.spotify.com/image/");
+    if (result.artUrl.startsWith(oldHost))
+        result.artUrl.replace(0, oldHost.size(), QStringLiteral("https://i.scdn.co/image/"));
+
+    const QString created = firstText(map, {"xesam:contentcreated"});
+    result.contentYear = countOf(created);
+    result.contentDate = QDate::fromString(created.left(10), Qt::ISODate);
+
+    track.name = firstText(map, {"xesam:title"});
+    const bool isLocal = !track.name.isEmpty() && track.name == fileNameOf(result.url, true);
+    if (track.name.isEmpty() || isLocal) {
+        track.name = fileNameOf(result.url, false);
+        result.titleIsFileName = true;
+    }
+    return result;
+}
+
 PlayerFacts normalise(const QVariantMap& properties) {
     const auto value = [&](const char* key) { return properties.value(QLatin1String(key)); };
     const auto flag = [&](const char* key) { return flagOf(value(key)).value_or(false); };
     PlayerFacts facts;
-    facts.metadata = metadataOf(value("Metadata").toMap());
+    facts.metadata = normaliseMetadata(value("Metadata").toMap());
     facts.status = facts.metadata.isEmpty() ? PlayerState::Stopped : stateOf(textOf(value("PlaybackStatus")));
     if (const auto microseconds = numberOf(value("Position")))
         facts.position = std::clamp(*microseconds / 1e6, 0.0, longest);

@@ -43,6 +43,9 @@ struct PlayerFacts {
 /// and types are dealt with. `properties` are plain values, by name.
 PlayerFacts normalise(const QVariantMap& properties);
 
+/// The same of metadata alone, as a track list gives them.
+Metadata normaliseMetadata(const QVariantMap& metadata);
+
 /// Those of `properties` that have a type which makes sense for them.
 QVariantMap believable(const QVariantMap& properties);
 

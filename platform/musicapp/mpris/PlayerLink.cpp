@@ -32,7 +32,7 @@ QVariantMap mapOf(const QDBusMessage& reply) { return plainValue(reply.arguments
 PlayerLink::PlayerLink(const QDBusConnection& bus, QString busName, QString owner,
                        dispatch::Dispatcher& dispatcher, std::function<void()> changed)
     : m_bus(bus), m_busName(std::move(busName)), m_owner(std::move(owner)), m_dispatcher(dispatcher),
-      m_changed(std::move(changed)) {
+      m_changed(std::move(changed)), m_trackList(*this), m_playlists(*this, m_changed) {
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
     connect(&m_timer, &QTimer::timeout, this, &PlayerLink::attend);
@@ -51,7 +51,7 @@ void PlayerLink::call(const QString& methodName, const QVariantList& arguments, 
         m_model.stateWasAskedFor(m_dispatcher.now());
     else
         m_model.readLater(m_dispatcher.now());
-    QDBusMessage message = method(interface.isEmpty() ? playerInterface : interface, methodName);
+    QDBusMessage message = method(rootInterface + u'.' + interface, methodName);
     message.setArguments(arguments);
     send(message, [this, done, methodName](const QDBusMessage& reply) {
         Failure failure;
@@ -118,6 +118,19 @@ void PlayerLink::attend() {
     m_changed();
 }
 
+QDBusMessage PlayerLink::getAll(const QString& interface) const {
+    QDBusMessage message = method(propertiesInterface, QStringLiteral("GetAll"));
+    message.setArguments({interface});
+    return message;
+}
+
+void PlayerLink::readProperties(const QString& interface,
+                                const std::function<void(const QVariantMap&)>& ready) {
+    send(getAll(interface), [ready](const QDBusMessage& reply) {
+        ready(reply.type() == QDBusMessage::ErrorMessage ? QVariantMap() : mapOf(reply));
+    });
+}
+
 void PlayerLink::send(QDBusMessage message, const Reply& reply) {
     message.setAutoStartService(false);
     auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message, timeout), this);
@@ -144,9 +157,7 @@ bool PlayerLink::isNamed(const QString& wanted) const {
 
 /// Asks for what the player is, as opposed to what it does.
 void PlayerLink::introduce() {
-    QDBusMessage message = method(propertiesInterface, QStringLiteral("GetAll"));
-    message.setArguments({rootInterface});
-    send(message, [this](const QDBusMessage& reply) {
+    send(getAll(rootInterface), [this](const QDBusMessage& reply) {
         if (isTimeOut(reply)) {
             introduce();
             return;
@@ -163,9 +174,7 @@ void PlayerLink::introduce() {
 
 void PlayerLink::read() {
     m_model.readWasSent(m_dispatcher.now());
-    QDBusMessage message = method(propertiesInterface, QStringLiteral("GetAll"));
-    message.setArguments({playerInterface});
-    send(message, [this](const QDBusMessage& reply) {
+    send(getAll(playerInterface), [this](const QDBusMessage& reply) {
         if (reply.type() == QDBusMessage::ErrorMessage)
             m_model.readFailed(isTimeOut(reply), m_dispatcher.now());
         else

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "platform/musicapp/mpris/PlayerModel.h"
+#include "platform/musicapp/mpris/PlaylistsLink.h"
+#include "platform/musicapp/mpris/TrackListLink.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -28,8 +30,9 @@ public:
     /// Reads the first state.
     void start();
 
+    /// Calls a method of the Player interface, or of `interface` ("TrackList").
     void call(const QString& method, const QVariantList& arguments, const Done& done,
-              const QString& interface = {});
+              const QString& interface = QStringLiteral("Player"));
     void setVolume(double volume, const Done& done);
     void setShuffle(bool shuffle, const Done& done);
     void setPosition(double seconds, const Done& done);
@@ -41,10 +44,15 @@ public:
     /// Lets the model think about what it was told meanwhile.
     void attend();
 
+    /// Calls `ready` with the properties of `interface`; with none when the player has no such interface or
+    /// does not answer.
+    void readProperties(const QString& interface, const std::function<void(const QVariantMap&)>& ready);
     /// Sends a method call; `reply` gets the answer, of whatever kind.
     void send(QDBusMessage message, const Reply& reply);
     QDBusMessage method(const QString& interface, const QString& name) const;
 
+    TrackListLink& trackList() { return m_trackList; }
+    PlaylistsLink& playlists() { return m_playlists; }
     PlayerModel& model() { return m_model; }
     const Belief& belief() const { return m_model.belief(); }
     const QString& busName() const { return m_busName; }
@@ -64,6 +72,7 @@ public:
     bool isNamed(const QString& wanted) const;
 
 private:
+    QDBusMessage getAll(const QString& interface) const;
     void introduce();
     void read();
     void setProperty(const QString& name, const QVariant& value, const Done& done);
@@ -75,6 +84,8 @@ private:
     dispatch::Dispatcher& m_dispatcher;
     std::function<void()> m_changed;
     PlayerModel m_model;
+    TrackListLink m_trackList;
+    PlaylistsLink m_playlists;
     QTimer m_timer;
 
     bool m_isIntroduced = false;

@@ -3,7 +3,8 @@
 #include "platform/musicapp/mpris/BusValue.h"
 #include "platform/musicapp/mpris/PlayerChooser.h"
 
-#include <QDBusConnectionInterface>
+#include <QDBusObjectPath>
+#include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
 #include <QUrl>
 
@@ -14,7 +15,8 @@ namespace tarnwick::musicapp {
 
 namespace {
 
-constexpr int coverPatience = 150; // ms that a new album waits for its cover
+constexpr int coverPatience = 150;     // ms that a new album waits for its cover
+constexpr int playlistPatience = 1000; // ms in which a playlist should have begun
 const QString namePrefix = QStringLiteral("org.mpris.MediaPlayer2.");
 const QString objectPath = QStringLiteral("/org/mpris/MediaPlayer2");
 const QString busService = QStringLiteral("org.freedesktop.DBus");
@@ -35,6 +37,11 @@ QDBusConnection connection(const QString& address, const QString& name) {
                              : QDBusConnection::connectToBus(address, name);
 }
 
+/// Whether `url` means the file at `path`, however it is escaped.
+bool samePath(const QString& url, const QString& path) {
+    return QUrl(url).toLocalFile() == path || url == path || url == QLatin1String("file://") + path;
+}
+
 QString songOf(const Belief& belief) {
     const Track& track = belief.metadata.track;
     return track.name.isEmpty() ? QString() : track.name + u'\n' + track.artist;
@@ -46,7 +53,7 @@ Session::Session(const MprisMusic::Options& options, BusThread& thread, dispatch
                  images::ImageStore& images, SessionListener& listener)
     : m_options(options), m_dispatcher(dispatcher), m_listener(listener),
       m_connectionName(uniqueConnectionName()), m_bus(connection(options.busAddress, m_connectionName)),
-      m_loader(thread, dispatcher, images) {
+      m_loader(options.cacheFolder, thread, dispatcher, images) {
     m_choice.setSingleShot(true);
     connect(&m_choice, &QTimer::timeout, this, &Session::playersChanged);
     m_patience.setSingleShot(true);
@@ -75,6 +82,11 @@ void Session::connectToBus() {
                   QStringLiteral("PropertiesChanged"), this, SLOT(propertiesChanged(QDBusMessage)));
     m_bus.connect(QString(), objectPath, QStringLiteral("org.mpris.MediaPlayer2.Player"),
                   QStringLiteral("Seeked"), this, SLOT(seeked(QDBusMessage)));
+    for (const char* signal : {"TrackListReplaced", "TrackAdded", "TrackRemoved", "TrackMetadataChanged"})
+        m_bus.connect(QString(), objectPath, QString(), QLatin1String(signal), this,
+                      SLOT(trackListChanged(QDBusMessage)));
+    m_bus.connect(QString(), objectPath, QString(), QStringLiteral("PlaylistChanged"), this,
+                  SLOT(playlistsChanged(QDBusMessage)));
 }
 
 void Session::listNames() {
@@ -140,16 +152,35 @@ PlayerLink* Session::linkOf(const QString& owner) const {
 
 void Session::propertiesChanged(const QDBusMessage& message) {
     PlayerLink* link = linkOf(message.service());
-    if (link == nullptr || message.arguments().size() < 2 ||
-        message.arguments().at(0).toString() != QLatin1String("org.mpris.MediaPlayer2.Player"))
+    if (link == nullptr || message.arguments().size() < 2)
         return;
-    link->propertiesChanged(plainValue(message.arguments().at(1)).toMap(),
-                            message.arguments().value(2).toStringList());
+    const QString interface = message.arguments().at(0).toString();
+    if (interface == QLatin1String("org.mpris.MediaPlayer2.Player"))
+        link->propertiesChanged(plainValue(message.arguments().at(1)).toMap(),
+                                message.arguments().value(2).toStringList());
+    else if (interface.endsWith(QLatin1String(".TrackList")))
+        trackListChanged(message);
+    else if (interface.endsWith(QLatin1String(".Playlists")))
+        playlistsChanged(message);
 }
 
 void Session::seeked(const QDBusMessage& message) {
     if (PlayerLink* link = linkOf(message.service()))
         link->seeked();
+}
+
+void Session::trackListChanged(const QDBusMessage& message) {
+    PlayerLink* link = linkOf(message.service());
+    if (link == nullptr)
+        return;
+    link->trackList().invalidate();
+    if (link == m_followed && !m_details.file && m_trackSerial > 0)
+        albumFromTrackList();
+}
+
+void Session::playlistsChanged(const QDBusMessage& message) {
+    if (PlayerLink* link = linkOf(message.service()); link != nullptr && link == m_followed)
+        link->playlists().refresh();
 }
 
 void Session::playersChanged() {
@@ -188,9 +219,12 @@ void Session::follow(PlayerLink* link) {
     m_followed = link;
     m_trackSerial = 0;
     m_isLoading = false;
+    m_isLoadingAlbum = false;
     m_loader.cancel();
     m_details = {};
     m_patience.stop();
+    if (link != nullptr)
+        link->playlists().refresh();
 }
 
 /// Lets the outside see what is believed about the followed player, once what belongs to it is there.
@@ -212,32 +246,91 @@ void Session::loadDetails() {
     m_detailsUrl = belief.metadata.url;
     m_detailsArtUrl = belief.metadata.artUrl;
     if (isNewTrack) {
-        const bool isSameAlbum = m_shown.current && !belief.metadata.track.album.isEmpty() &&
-                                 m_shown.current->album == belief.metadata.track.album;
-        m_details.path.clear();
+        const QString& album = belief.metadata.track.album;
+        const bool isSameAlbum = m_shown.current && !album.isEmpty() && m_shown.current->album == album;
+        m_details.file.reset();
+        m_details.fileDate = {};
         if (!isSameAlbum)
             m_details.artwork.reset();
         m_patience.start(coverPatience);
+        m_followed->playlists().refresh();
     }
     m_isLoading = true;
-    m_loader.load(belief.metadata, [this](const TrackDetails& details) { detailsLoaded(details); });
+    m_isLoadingAlbum = true;
+    m_loader.load(belief.metadata, [this](const TrackDetails& details, bool isComplete) {
+        detailsLoaded(details, isComplete);
+    });
 }
 
-void Session::detailsLoaded(const TrackDetails& details) {
-    m_isLoading = false;
+void Session::detailsLoaded(const TrackDetails& details, bool isComplete) {
+    const bool isFirst = m_isLoading && m_isLoadingAlbum;
+    m_isLoading = !isComplete;
     const auto before = m_details.artwork;
     m_details = details;
     // Within a track, and within an album, a cover that is there stays.
     if (!m_details.artwork)
         m_details.artwork = before;
-    m_patience.stop();
-    publish();
+    if (isComplete || details.artwork)
+        m_patience.stop();
+    if (isFirst)
+        loadAlbum();
+    if (!m_patience.isActive())
+        publish();
+}
+
+void Session::loadAlbum() {
+    const Belief& belief = m_followed->belief();
+    if (!m_details.file) {
+        albumFromTrackList();
+        return;
+    }
+    const Track current = describe(belief.metadata, m_details, QDate::currentDate());
+    m_loader.loadAlbum(current, m_details.file,
+                       [this](const std::shared_ptr<const Library>& album) { albumLoaded(album); });
+}
+
+/// The tracks of the current album in the player's own list, where no files can be looked at.
+void Session::albumFromTrackList() {
+    const int serial = m_trackSerial;
+    PlayerLink* link = m_followed;
+    link->trackList().refresh([this, link, serial] {
+        if (link != m_followed || serial != m_trackSerial)
+            return;
+        const Track& current = link->belief().metadata.track;
+        std::vector<Track> tracks;
+        for (const Metadata& entry : link->trackList().entries()) {
+            if (!current.album.isEmpty() && entry.track.album == current.album)
+                tracks.push_back(entry.track);
+        }
+        albumLoaded(std::make_shared<const Library>(std::move(tracks)));
+    });
+}
+
+void Session::albumLoaded(const std::shared_ptr<const Library>& album) {
+    m_isLoadingAlbum = false;
+    if (album->tracks() != m_album->tracks())
+        m_album = album;
+    if (!m_patience.isActive())
+        publish();
+}
+
+/// The album as far as it is known, the current track in any case.
+std::shared_ptr<const Library> Session::libraryAround(const Track& current) const {
+    for (const int number : m_album->ofAlbum(current.album)) {
+        const Track& track = m_album->tracks()[static_cast<std::size_t>(number)];
+        if (track.name == current.name && track.path == current.path)
+            return m_album;
+    }
+    const auto& shown = m_shown.library->tracks();
+    if (shown.size() == 1 && shown.front() == current)
+        return m_shown.library;
+    return std::make_shared<const Library>(std::vector{current});
 }
 
 void Session::publish() {
     Snapshot next = m_followed != nullptr ? makeSnapshot() : Snapshot();
     m_shown = next;
-    m_listener.publish(std::move(next), !m_isLoading);
+    m_listener.publish(std::move(next), !m_isLoading && !m_isLoadingAlbum);
 }
 
 Snapshot Session::makeSnapshot() const {
@@ -249,31 +342,45 @@ Snapshot Session::makeSnapshot() const {
     snapshot.volume = belief.volume;
     snapshot.shuffle = belief.shuffle;
     snapshot.capabilities = belief.capabilities;
-    snapshot.capabilities.canOpenTitle = m_followed->canOpenFiles();
+    snapshot.capabilities.canOpenTitle =
+        m_followed->canOpenFiles() || !m_followed->trackList().entries().empty();
+    snapshot.playlists = m_followed->playlists().playlists();
+    snapshot.capabilities.hasPlaylists = !snapshot.playlists.empty();
     if (belief.state == PlayerState::Stopped)
         return snapshot;
-    snapshot.current = belief.metadata.track;
-    snapshot.current->path = m_details.path;
-    if (snapshot.current->year == 0)
-        snapshot.current->year = belief.metadata.contentYear;
+    snapshot.current = describe(belief.metadata, m_details, QDate::currentDate());
+    snapshot.currentPlaylist = m_followed->playlists().active();
     snapshot.artwork = m_details.artwork;
     snapshot.position = belief.position;
-    const auto& before = m_shown.library->tracks();
-    if (before.size() == 1 && before.front() == *snapshot.current)
-        snapshot.library = m_shown.library;
-    else
-        snapshot.library = std::make_shared<const Library>(std::vector{*snapshot.current});
+    if (!snapshot.position.limit && snapshot.current->duration > 0)
+        snapshot.position.limit = snapshot.current->duration;
+    snapshot.library = libraryAround(*snapshot.current);
     return snapshot;
 }
 
+/// What the listener is told when a command ends, if only because its player has gone.
 PlayerLink::Done Session::done() {
-    return [this](const PlayerLink::Failure& failure) { m_listener.finished(failure); };
+    struct Ending {
+        explicit Ending(SessionListener& told) : listener(told) {}
+        Ending(const Ending&) = delete;
+        Ending& operator=(const Ending&) = delete;
+        ~Ending() {
+            if (!isTold)
+                listener.finished(QStringLiteral("the player has gone"));
+        }
+        SessionListener& listener;
+        bool isTold = false;
+    };
+    return [ending = std::make_shared<Ending>(m_listener)](const PlayerLink::Failure& failure) {
+        if (!std::exchange(ending->isTold, true))
+            ending->listener.finished(failure);
+    };
 }
 
-/// The followed player; without one `refuse` is told.
-PlayerLink* Session::followedOr(const PlayerLink::Done& refuse) const {
+/// The followed player; without one the command has failed.
+PlayerLink* Session::followedOrFail() {
     if (m_followed == nullptr)
-        refuse(QStringLiteral("there is no player"));
+        done()(QStringLiteral("there is no player"));
     return m_followed;
 }
 
@@ -295,33 +402,87 @@ void Session::command(Player::Command command) {
         }
         return QString();
     };
-    if (PlayerLink* link = followedOr(done()))
+    if (PlayerLink* link = followedOrFail())
         link->call(methodOf(command), {}, done());
 }
 
 void Session::setVolume(double volume) {
-    if (PlayerLink* link = followedOr(done())) {
+    if (PlayerLink* link = followedOrFail()) {
         link->setVolume(volume, done());
         beliefChanged();
     }
 }
 
 void Session::setShuffle(bool shuffle) {
-    if (PlayerLink* link = followedOr(done())) {
+    if (PlayerLink* link = followedOrFail()) {
         link->setShuffle(shuffle, done());
         beliefChanged();
     }
 }
 
 void Session::setPosition(double seconds) {
-    if (PlayerLink* link = followedOr(done()))
+    if (PlayerLink* link = followedOrFail())
         link->setPosition(seconds, done());
 }
 
+/// Goes to the player's own entry of that track where it lists one, else lets it open the file.
 void Session::play(const Track& track) {
-    if (PlayerLink* link = followedOr(done()))
-        link->call(QStringLiteral("OpenUri"),
-                   {QString::fromLatin1(QUrl::fromLocalFile(track.path).toEncoded())}, done());
+    PlayerLink* link = followedOrFail();
+    if (link == nullptr)
+        return;
+    link->trackList().refresh([this, link, track] {
+        for (const Metadata& entry : link->trackList().entries()) {
+            const bool isIt =
+                track.path.isEmpty() ? entry.track.id == track.id : samePath(entry.url, track.path);
+            if (!isIt || !entry.track.id.startsWith(u'/'))
+                continue;
+            link->call(QStringLiteral("GoTo"), {QVariant::fromValue(QDBusObjectPath(entry.track.id))}, done(),
+                       QStringLiteral("TrackList"));
+            return;
+        }
+        if (track.path.isEmpty())
+            done()(QStringLiteral("%1 cannot play that title").arg(link->identity()));
+        else
+            link->call(QStringLiteral("OpenUri"),
+                       {QString::fromLatin1(QUrl::fromLocalFile(track.path).toEncoded())}, done());
+    });
+}
+
+void Session::play(const Playlist& playlist) {
+    if (PlayerLink* link = followedOrFail())
+        activate(*link, playlist.id, false);
+}
+
+/// Some start a playlist only when they are stopped, and play on otherwise.
+void Session::activate(PlayerLink& link, const QString& playlist, bool isSecondTry) {
+    const int serial = link.belief().trackSerial;
+    const bool wasPlaying = link.belief().state == PlayerState::Playing;
+    link.call(
+        QStringLiteral("ActivatePlaylist"), {QVariant::fromValue(QDBusObjectPath(playlist))},
+        [this, &link, playlist, serial, wasPlaying, isSecondTry,
+         done = done()](const PlayerLink::Failure& failure) {
+            done(isSecondTry ? std::nullopt : failure);
+            link.playlists().refresh();
+            if (failure || isSecondTry || !wasPlaying)
+                return;
+            QTimer::singleShot(playlistPatience, &link, [this, &link, playlist, serial] {
+                const bool playsOn =
+                    link.belief().trackSerial == serial && link.belief().state == PlayerState::Playing &&
+                    link.belief().position.valueAt(m_dispatcher.now()) > playlistPatience / 500.0;
+                if (!playsOn)
+                    return;
+                link.call(QStringLiteral("Stop"), {}, [this, &link, playlist](const PlayerLink::Failure&) {
+                    m_listener.began();
+                    activate(link, playlist, true);
+                });
+            });
+        },
+        QStringLiteral("Playlists"));
+}
+
+void Session::playlistsWereRead() {
+    if (m_followed != nullptr)
+        m_followed->playlists().refresh();
 }
 
 void Session::positionWasRead() {

@@ -20,6 +20,8 @@ class SessionListener {
 public:
     /// A newer snapshot; `isComplete` when nothing of it is still being read.
     virtual void publish(Snapshot snapshot, bool isComplete) = 0;
+    /// A command was given that nobody outside knows of.
+    virtual void began() = 0;
     /// A command has ended.
     virtual void finished(const PlayerLink::Failure& failure) = 0;
 
@@ -42,12 +44,16 @@ public:
     void setShuffle(bool shuffle);
     void setPosition(double seconds);
     void play(const Track& track);
+    void play(const Playlist& playlist);
     void positionWasRead();
+    void playlistsWereRead();
 
 private Q_SLOTS:
     void ownerChanged(const QString& name, const QString& before, const QString& after);
     void propertiesChanged(const QDBusMessage& message);
     void seeked(const QDBusMessage& message);
+    void trackListChanged(const QDBusMessage& message);
+    void playlistsChanged(const QDBusMessage& message);
 
 private:
     struct Known {
@@ -63,11 +69,16 @@ private:
     void follow(PlayerLink* link);
     void beliefChanged();
     void loadDetails();
-    void detailsLoaded(const TrackDetails& details);
+    void detailsLoaded(const TrackDetails& details, bool isComplete);
+    void loadAlbum();
+    void albumLoaded(const std::shared_ptr<const Library>& album);
+    void albumFromTrackList();
+    std::shared_ptr<const Library> libraryAround(const Track& current) const;
+    void activate(PlayerLink& link, const QString& playlist, bool isSecondTry);
     void publish();
     Snapshot makeSnapshot() const;
     PlayerLink::Done done();
-    PlayerLink* followedOr(const PlayerLink::Done& refuse) const;
+    PlayerLink* followedOrFail();
 
     const MprisMusic::Options m_options;
     dispatch::Dispatcher& m_dispatcher;
@@ -87,8 +98,10 @@ private:
     QString m_detailsUrl;  ///< what they were loaded for
     QString m_detailsArtUrl;
     bool m_isLoading = false;
+    bool m_isLoadingAlbum = false;
     TrackDetails m_details;
-    QTimer m_patience; ///< runs while a new album waits for its cover
+    std::shared_ptr<const Library> m_album = Library::empty(); ///< the last that was loaded
+    QTimer m_patience;                                         ///< runs while a new album waits for its cover
     Snapshot m_shown;
 };
 

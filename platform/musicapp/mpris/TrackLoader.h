@@ -1,9 +1,10 @@
 #pragma once
 
 #include "platform/musicapp/BackgroundWork.h"
-#include "platform/musicapp/Snapshot.h"
 #include "platform/musicapp/mpris/BusThread.h"
-#include "platform/musicapp/mpris/PlayerFacts.h"
+#include "platform/musicapp/mpris/TrackDetails.h"
+#include "platform/musicapp/mpris/WebPictures.h"
+#include "platform/musicapp/tags/TagCache.h"
 
 #include <functional>
 #include <memory>
@@ -14,30 +15,42 @@ class ImageStore;
 
 namespace tarnwick::musicapp {
 
-/// What the machine knows about a track beyond what the player says.
-struct TrackDetails {
-    QString path; ///< of its file; empty when there is none here
-    std::optional<Artwork> artwork;
-};
-
-/// Reads what belongs to a track, in the background. Lives on the bus's thread.
+/// Reads what belongs to a track, in the background. Lives on the bus's thread. What is no longer wanted is
+/// dropped.
 class TrackLoader {
 public:
-    using Loaded = std::function<void(const TrackDetails&)>;
+    /// `isComplete` is false when a better cover may come from the web.
+    using Loaded = std::function<void(const TrackDetails& details, bool isComplete)>;
+    using AlbumLoaded = std::function<void(const std::shared_ptr<const Library>& library)>;
 
-    TrackLoader(BusThread& thread, dispatch::Dispatcher& dispatcher, images::ImageStore& images);
+    /// `cacheFolder` keeps pictures from the web; empty: none are kept.
+    TrackLoader(const QString& cacheFolder, BusThread& thread, dispatch::Dispatcher& dispatcher,
+                images::ImageStore& images);
 
-    /// Calls `loaded` on the bus's thread with what was found. A load that has not ended is dropped.
-    void load(const Metadata& metadata, Loaded loaded);
-    /// Drops a load that has not ended.
-    void cancel() { ++*m_current; }
+    /// Calls `loaded` on the bus's thread, once or, with a cover from the web, twice. Replaces the load
+    /// before, and what is still being read of an album.
+    void load(const Metadata& metadata, const Loaded& loaded);
+
+    /// Calls `loaded` with the album of `current`, whose file says `inFile`.
+    void loadAlbum(const Track& current, const std::shared_ptr<const Track>& inFile,
+                   const AlbumLoaded& loaded);
+
+    void cancel();
 
 private:
+    struct Wanted; ///< which loads still are; outlives this object where a task holds it
+
     TrackDetails read(const Metadata& metadata);
+    std::optional<Artwork> best(std::vector<QByteArray> pictures) const;
+    void loadFromWeb(const Metadata& metadata, const TrackDetails& details, const Loaded& loaded);
+    void postIfWanted(int load, std::function<void()> task);
 
     BusThread& m_thread;
     images::ImageStore& m_images;
-    std::shared_ptr<int> m_current = std::make_shared<int>(0); ///< number of the load that is wanted
+    const WebPictureCache m_cache;
+    TagCache m_tags;
+    WebPictures m_web;
+    std::shared_ptr<Wanted> m_wanted;
     BackgroundWork m_work;
 };
 

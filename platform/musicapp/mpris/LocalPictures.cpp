@@ -1,0 +1,66 @@
+#include "platform/musicapp/mpris/LocalPictures.h"
+
+#include "platform/images/ImageStore.h"
+#include "platform/musicapp/mpris/LocalFile.h"
+#include "platform/musicapp/tags/FileFacts.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QFileInfo>
+#include <QImageReader>
+
+#include <algorithm>
+
+namespace tarnwick::musicapp {
+
+namespace {
+
+constexpr qint64 limit = images::ImageStore::maximumBytes;
+
+/// Names of sleeves in `folder`, the usual ones first.
+QStringList sleevesIn(const QDir& folder) {
+    QStringList found;
+    for (const char* name : {"cover", "folder", "front"}) {
+        for (const char* suffix : {"jpg", "jpeg", "png", "webp", "gif", "bmp", "tif", "tiff"})
+            found +=
+                folder.entryList({QStringLiteral("%1.%2").arg(QLatin1String(name), QLatin1String(suffix))},
+                                 QDir::Files); // letter case aside
+    }
+    return found;
+}
+
+} // namespace
+
+std::vector<QByteArray> findLocalPictures(const QString& artUrl, const QString& path) {
+    std::vector<QByteArray> pictures;
+    const auto add = [&](const std::optional<QByteArray>& bytes) {
+        if (bytes && !bytes->isEmpty() &&
+            std::find(pictures.begin(), pictures.end(), *bytes) == pictures.end())
+            pictures.push_back(*bytes);
+    };
+    add(bytesOfDataUrl(artUrl, limit));
+    add(readRegularFile(localPathOf(artUrl), limit));
+    if (path.isEmpty())
+        return pictures;
+    add(readEmbeddedPicture(path, limit));
+    const QDir folder = QFileInfo(path).dir();
+    for (const QString& name : sleevesIn(folder))
+        add(readRegularFile(folder.filePath(name), limit));
+    return pictures;
+}
+
+qint64 pixelsOf(const QByteArray& picture) {
+    QByteArray bytes = picture;
+    QBuffer buffer(&bytes);
+    QImageReader reader(&buffer);
+    reader.setDecideFormatFromContent(true);
+    const QSize size = reader.size();
+    return size.isValid() ? qint64{size.width()} * size.height() : 0;
+}
+
+void sortBySize(std::vector<QByteArray>& pictures) {
+    std::stable_sort(pictures.begin(), pictures.end(),
+                     [](const QByteArray& a, const QByteArray& b) { return pixelsOf(a) > pixelsOf(b); });
+}
+
+} // namespace tarnwick::musicapp

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/musicapp/Snapshot.h"
+#include "platform/musicapp/mpris/PlayerFacts.h"
+
+#include <QDate>
+
+#include <memory>
+
+namespace tarnwick::musicapp {
+
+/// What the machine knows about a track beyond what the player says.
+struct TrackDetails {
+    std::shared_ptr<const Track> file; ///< what its file says; null when there is none here
+    QDate fileDate;                    ///< when the file was changed last
+    std::optional<Artwork> artwork;
+};
+
+/// The track as it is to be shown: of every fact the first source that has it. `today` tells a release date
+/// from the day on which somebody copied the file.
+Track describe(const Metadata& metadata, const TrackDetails& details, QDate today);
+
+} // namespace tarnwick::musicapp

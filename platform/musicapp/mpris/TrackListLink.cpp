@@ -1,0 +1,72 @@
+#include "platform/musicapp/mpris/TrackListLink.h"
+
+#include "platform/musicapp/mpris/BusValue.h"
+#include "platform/musicapp/mpris/PlayerLink.h"
+
+#include <QDBusObjectPath>
+
+#include <utility>
+
+namespace tarnwick::musicapp {
+
+namespace {
+
+constexpr qsizetype chunk = 200; // tracks asked for in one call, so that a long list fits its time-out
+constexpr qsizetype longest = 20000;
+const QString interface = QStringLiteral("org.mpris.MediaPlayer2.TrackList");
+
+} // namespace
+
+void TrackListLink::refresh(std::function<void()> ready) {
+    if (m_isCurrent && !m_isReading) {
+        ready();
+        return;
+    }
+    m_waiting.push_back(std::move(ready));
+    if (!m_isReading)
+        readIds();
+}
+
+void TrackListLink::readIds() {
+    m_isReading = true;
+    m_isCurrent = true;
+    m_incoming.clear();
+    m_player.readProperties(interface, [this](const QVariantMap& properties) {
+        QStringList ids;
+        for (const QVariant& id : properties.value(QStringLiteral("Tracks")).toList())
+            ids.append(id.toString());
+        readMetadata(ids.mid(0, longest), 0);
+    });
+}
+
+void TrackListLink::readMetadata(const QStringList& ids, qsizetype from) {
+    QList<QDBusObjectPath> paths;
+    for (const QString& id : ids.mid(from, chunk)) {
+        if (const QDBusObjectPath path(id); !path.path().isEmpty())
+            paths.append(path);
+    }
+    if (paths.isEmpty()) {
+        finish();
+        return;
+    }
+    QDBusMessage message = m_player.method(interface, QStringLiteral("GetTracksMetadata"));
+    message.setArguments({QVariant::fromValue(paths)});
+    m_player.send(message, [this, ids, from](const QDBusMessage& reply) {
+        const QVariantList maps = plainValue(reply.arguments().value(0)).toList();
+        for (const QVariant& map : maps)
+            m_incoming.push_back(normaliseMetadata(map.toMap()));
+        if (maps.isEmpty())
+            finish();
+        else
+            readMetadata(ids, from + chunk);
+    });
+}
+
+void TrackListLink::finish() {
+    m_isReading = false;
+    m_entries = std::exchange(m_incoming, {});
+    for (const auto& ready : std::exchange(m_waiting, {}))
+        ready();
+}
+
+} // namespace tarnwick::musicapp

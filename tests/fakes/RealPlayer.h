@@ -1,0 +1,108 @@
+#pragma once
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QStandardPaths>
+#include <QString>
+#include <QTemporaryDir>
+
+#include <csignal>
+#include <utility>
+#include <vector>
+
+namespace tarnwick {
+
+/// A program that a test starts on a bus of its own, without sound, screen or the user's settings.
+class RealPlayer {
+public:
+    explicit RealPlayer(const QString& busAddress) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), busAddress);
+        environment.insert(QStringLiteral("HOME"), m_home.path());
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), m_home.filePath(QStringLiteral("config")));
+        environment.insert(QStringLiteral("XDG_DATA_HOME"), m_home.filePath(QStringLiteral("data")));
+        environment.insert(QStringLiteral("XDG_CACHE_HOME"), m_home.filePath(QStringLiteral("cache")));
+        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_home.path());
+        environment.remove(QStringLiteral("DISPLAY"));
+        environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+        m_process.setProcessEnvironment(environment);
+        m_process.setProcessChannelMode(QProcess::MergedChannels);
+    }
+    RealPlayer(const RealPlayer&) = delete;
+    RealPlayer& operator=(const RealPlayer&) = delete;
+    ~RealPlayer() {
+        resume();
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+
+    static bool isInstalled(const QString& program) {
+        return !QStandardPaths::findExecutable(program).isEmpty();
+    }
+
+    /// A file in the program's home.
+    void writeFile(const QString& name, const QByteArray& content) {
+        const QString path = m_home.filePath(name);
+        QDir().mkpath(QFileInfo(path).path());
+        QFile file(path);
+        if (file.open(QIODevice::WriteOnly))
+            file.write(content);
+    }
+    QString home() const { return m_home.path(); }
+
+    bool start(const QString& program, const QStringList& arguments) {
+        m_process.start(program, arguments);
+        return m_process.waitForStarted();
+    }
+    /// Another program with the same surroundings; its output.
+    QByteArray run(const QString& program, const QStringList& arguments) {
+        QProcess process;
+        process.setProcessEnvironment(m_process.processEnvironment());
+        process.start(program, arguments);
+        process.waitForFinished(10000);
+        return process.readAllStandardOutput() + process.readAllStandardError();
+    }
+    QByteArray output() { return m_process.readAll(); }
+
+    /// Stops answering, as a program that hangs does.
+    void suspend() { ::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP); }
+    void resume() {
+        if (m_process.processId() > 0)
+            ::kill(static_cast<pid_t>(m_process.processId()), SIGCONT);
+    }
+    void kill() {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+
+private:
+    QTemporaryDir m_home;
+    QProcess m_process;
+};
+
+/// Tags by their names in ffmpeg.
+using Tags = std::vector<std::pair<QString, QString>>;
+
+/// Makes a sound of `seconds` at `path`, in the format of its suffix or, with `codec`, in that one. Whether
+/// it worked.
+inline bool makeSound(const QString& path, const Tags& tags, int seconds = 20, const QString& codec = {}) {
+    QDir().mkpath(QFileInfo(path).path());
+    QStringList arguments{QStringLiteral("-v"),
+                          QStringLiteral("error"),
+                          QStringLiteral("-y"),
+                          QStringLiteral("-f"),
+                          QStringLiteral("lavfi"),
+                          QStringLiteral("-i"),
+                          QStringLiteral("sine=440:sample_rate=44100:duration=%1").arg(seconds)};
+    for (const auto& [name, value] : tags)
+        arguments << QStringLiteral("-metadata") << name + u'=' + value;
+    if (!codec.isEmpty())
+        arguments << QStringLiteral("-c:a") << codec;
+    arguments << path;
+    return QProcess::execute(QStringLiteral("ffmpeg"), arguments) == 0;
+}
+
+} // namespace tarnwick
