@@ -20,6 +20,7 @@ void print(const QString& text);
 int runStatus(const Invocation& invocation);
 int runDo(const Invocation& invocation);
 int runScript(const Invocation& invocation);
+int runSnapshot(const Invocation& invocation);
 int runDefaults(const Invocation& invocation);
 int runPalette(const Invocation& invocation);
 int runRecord(const Invocation& invocation);

@@ -25,6 +25,7 @@ constexpr std::array commands{
     CommandEntry{"defaults", runDefaults, CommandEntry::Core},
     CommandEntry{"palette", runPalette, CommandEntry::Core},
     CommandEntry{"record", runRecord, CommandEntry::Core},
+    CommandEntry{"snapshot", runSnapshot, CommandEntry::Offscreen},
 };
 
 /// The demo paints its covers with fonts, which needs more than the plain application object.

@@ -13,13 +13,15 @@ constexpr auto turnDuration = 1000ms;
 constexpr auto slideDuration = 700ms;
 constexpr auto albumWriteBackDelay = 500ms;
 constexpr auto hoverDuration = 200ms;
+constexpr auto discChoiceDelay = 200ms;
 constexpr double fullTurn = 360;
 
 } // namespace
 
 TarnwickView::TarnwickView(Parts parts)
     : m_parts(std::move(parts)), m_workshop(m_parts.dispatcher, m_parts.catalogue),
-      m_screenSaverManager(m_parts.power) {
+      m_screenSaverManager(m_parts.power),
+      m_rotatingCDManager(m_parts.catalogue, m_parts.randomIndex, m_parts.log) {
     watchTheModel();
     watchTheSettings();
 }
@@ -34,30 +36,40 @@ void TarnwickView::appear() {
     source.startUpdating();
     source.startElapsedTimeTimer();
     applyBackground();
+    refreshRecordImage(false);
     m_screenSaverManager.preventSleep();
     assign(m_currentTime, formattedNow(QStringLiteral("HH:mm")), &TarnwickView::currentTimeChanged);
     startClock();
 }
 
-void TarnwickView::disappear() { m_screenSaverManager.allowSleep(); }
+void TarnwickView::disappear() {
+    hideControlsTimer.cancel();
+    m_screenSaverManager.allowSleep();
+}
 
 void TarnwickView::watchTheModel() {
     // The source outlives the view, so each watcher asks whether the view is still there.
     MusicSource& source = m_parts.musicSource;
     ChangePass& changes = source.changes();
-    const auto alive = [weak = std::weak_ptr(m_alive)] { return !weak.expired(); };
-    changes.watch([&source] { return source.currentTrackTitle(); },
-                  [this, alive](const QString&, const QString&) {
-                      if (alive())
-                          trackChanged();
-                  });
-    changes.watch([&source] { return source.currentAlbumArtwork(); },
-                  [this, alive](const auto&, const auto&) {
-                      if (!alive())
-                          return;
-                      Q_EMIT artworkChanged();
-                      applyBackground();
-                  });
+    const auto watch = [&](auto field, auto handler) {
+        changes.watch([&source, field] { return (source.*field)(); },
+                      [weak = std::weak_ptr(m_alive), handler](const auto&, const auto& now) {
+                          if (!weak.expired())
+                              handler(now);
+                      });
+    };
+    watch(&MusicSource::currentTrackTitle, [this](const QString&) { trackChanged(); });
+    watch(&MusicSource::isPlaying, [this](bool isPlaying) {
+        m_rotatingCDManager.updatePlayback(isPlaying, m_parts.settings.rotateCDDuringPlayback());
+    });
+    watch(&MusicSource::currentDiscNumber, [this](const auto&) { refreshRecordImage(true); });
+    watch(&MusicSource::currentAlbumArtwork, [this](const auto&) {
+        Q_EMIT artworkChanged();
+        applyBackground();
+        applyDockIcon();
+        if (m_parts.settings.useGeneratedCD()) // a cover may come later than its album
+            refreshRecordImage(false);
+    });
 }
 
 void TarnwickView::watchTheSettings() {
@@ -65,6 +77,20 @@ void TarnwickView::watchTheSettings() {
         applyBackground();
         Q_EMIT paintedColorsChanged();
     });
+    const Settings* settings = &m_parts.settings;
+    connect(settings, &Settings::rotateCDDuringPlaybackChanged, this, [this, settings] {
+        m_rotatingCDManager.updatePlayback(m_parts.musicSource.isPlaying(),
+                                           settings->rotateCDDuringPlayback());
+    });
+    connect(settings, &Settings::randomRotationEnabledChanged, this, [this, settings] {
+        if (!settings->randomRotationEnabled())
+            refreshRecordImage(true);
+    });
+    connect(settings, &Settings::defaultCDImageChoiceChanged, this,
+            [this] { later(discChoiceDelay, [this] { refreshRecordImage(true); }); });
+    connect(settings, &Settings::useGeneratedCDChanged, this, [this] { refreshRecordImage(false); });
+    connect(&m_rotatingCDManager, &RotatingCDManager::cdImageChanged, this, &TarnwickView::recordChanged);
+    connect(&m_parts.windows, &windows::WindowSystem::updateAppIcon, this, [this] { applyDockIcon(); });
     connect(&m_parts.backgroundManager, &BackgroundManager::gradientColorsChanged, this,
             &TarnwickView::paintedColorsChanged);
     connect(&m_parts.backgroundManager, &BackgroundManager::darkGradientColorsChanged, this,
@@ -78,6 +104,7 @@ void TarnwickView::trackChanged() {
     if (m_parts.settings.backgroundOption() == BackgroundOption::Random)
         m_parts.backgroundManager.lastRandomChoice.reset();
     applyBackground();
+    drawRandomFonts();
     if (previous != album)
         albumChanged();
     later(albumWriteBackDelay, [this, name = source.currentAlbumName()] {
@@ -92,6 +119,8 @@ void TarnwickView::albumChanged() {
                 assign(m_rotationAngle, m_rotationAngle + fullTurn, &TarnwickView::rotationAngleChanged);
             });
     });
+    refreshRecordImage(true);
+    applyDockIcon();
     if (m_parts.settings.enableCDAnimation()) {
         slideRecordAwayAndBack();
         return;
@@ -118,6 +147,19 @@ void TarnwickView::slideRecordAwayAndBack() {
 void TarnwickView::applyBackground() {
     m_parts.backgroundManager.applyBackground(m_parts.settings.backgroundOption(),
                                               m_parts.musicSource.currentAlbumArtwork());
+}
+
+void TarnwickView::drawRandomFonts() {
+    Settings& settings = m_parts.settings;
+    if (settings.randomClockFontEnabled() && m_parts.randomClockFontName)
+        settings.setSelectedClockFont(m_parts.randomClockFontName());
+    if (settings.randomTrackInfoFontEnabled() && m_parts.randomTrackInfoFontName)
+        settings.setSelectedTrackInfoFont(m_parts.randomTrackInfoFontName());
+}
+
+void TarnwickView::applyDockIcon() {
+    if (m_parts.settings.autoUpdateAppIcon() && m_parts.applyDockIcon)
+        m_parts.applyDockIcon(m_parts.musicSource.currentAlbumArtwork(), true);
 }
 
 void TarnwickView::startClock() {

@@ -1,14 +1,17 @@
 #pragma once
 
+#include "display/FolderPicture.h"
 #include "display/Picture.h"
 #include "display/PictureWorkshop.h"
 #include "music/MusicSource.h"
+#include "platform/animation/Clock.h"
 #include "platform/animation/Transaction.h"
 #include "platform/power/PowerManager.h"
 #include "platform/windows/Windows.h"
 #include "settings/ScreenSaverManager.h"
 #include "settings/Settings.h"
 #include "visuals/BackgroundManager.h"
+#include "visuals/RotatingCDManager.h"
 
 #include <QDateTime>
 #include <QHash>
@@ -33,10 +36,17 @@ class TarnwickView : public QObject {
     Q_PROPERTY(QVariant musicSource READ musicSourceVariant CONSTANT)
     Q_PROPERTY(tarnwick::Settings* settings READ settings CONSTANT)
     Q_PROPERTY(QVariant backgroundManager READ backgroundManagerVariant CONSTANT)
+    Q_PROPERTY(QVariant rotatingCDManager READ rotatingCDManagerVariant CONSTANT)
     Q_PROPERTY(tarnwick::PictureWorkshop* workshop READ workshop CONSTANT)
     Q_PROPERTY(QVariant transaction READ transactionVariant CONSTANT)
+    /// What the disc turns by; null for the system's clock.
+    Q_PROPERTY(tarnwick::animation::Clock* clock READ clock CONSTANT)
     /// The cover; none when there is none.
     Q_PROPERTY(tarnwick::Picture artwork READ artwork NOTIFY artworkChanged)
+    /// The disc that the rotating one shows, for a still copy of it.
+    Q_PROPERTY(tarnwick::Picture record READ record NOTIFY recordChanged)
+    /// Takes the place of the record; none for most albums.
+    Q_PROPERTY(tarnwick::Picture cassetteImage READ cassetteImage NOTIFY cassetteImageChanged)
     /// The colours behind everything, top to bottom.
     Q_PROPERTY(QList<QColor> paintedColors READ paintedColors NOTIFY paintedColorsChanged)
     /// The main window is in full screen, as of the last change of its size.
@@ -71,9 +81,18 @@ public:
         Settings& settings;
         BackgroundManager& backgroundManager;
         windows::WindowSystem& windows;
+        images::ImageStore& images;
         power::PowerManager* power = nullptr; ///< null: the display is not kept awake
+        animation::Clock* clock = nullptr;    ///< what the disc turns by; null: the system's clock
         const Catalogue& catalogue = Catalogue::shared();
+        RandomIndex randomIndex = systemRandomIndex();
         std::function<QDateTime()> wallClock = [] { return QDateTime::currentDateTime(); };
+        LogLine log = [](const QString&) {};
+        /// Each draws the name of an imported font; empty where there are none to draw from.
+        std::function<QString()> randomClockFontName{};
+        std::function<QString()> randomTrackInfoFontName{};
+        /// Makes the cover the application's icon, or puts back its own.
+        std::function<void(const std::optional<images::Image>& cover, bool enabled)> applyDockIcon{};
     };
 
     explicit TarnwickView(Parts parts);
@@ -85,6 +104,11 @@ public:
 
     /// Lets the display sleep again. The clock goes on.
     void disappear();
+
+    /// Chooses the picture of the record anew: one that lies in the album's folder, else as the preferences
+    /// say. A disc drawn at random is drawn anew only when `force`d. The folder is looked at off the main
+    /// thread, so what it holds shows a little later; until then nothing changes.
+    void refreshRecordImage(bool force);
 
     /// The window's size in points; looks at full screen.
     Q_INVOKABLE void setWindowSize(const QSizeF& size);
@@ -120,7 +144,14 @@ public:
     PictureWorkshop* workshop() { return &m_workshop; }
     animation::Transaction& transaction() { return m_transaction; }
 
+    RotatingCDManager& rotatingCDManager() { return m_rotatingCDManager; }
+    animation::Clock* clock() const { return m_parts.clock; }
+
     Picture artwork() const { return m_parts.musicSource.currentAlbumArtwork(); }
+    Picture record() const { return Picture(m_rotatingCDManager.cdImage()); }
+    Picture cassetteImage() const { return m_cassetteImage; }
+    const DiscImage& cdImage() const { return m_cdImage; }
+    const DiscImage& currentRandomImage() const { return m_currentRandomImage; }
     QList<QColor> paintedColors() const;
     bool isFullscreen() const { return m_isFullscreen; }
     bool showTrackControls() const { return m_showTrackControls; }
@@ -135,8 +166,13 @@ public:
     bool reducedMotion() const { return m_reducedMotion; }
     const ScreenSaverManager& screenSaverManager() const { return m_screenSaverManager; }
 
+    /// A hiding of the bar that is due; called off when the view disappears.
+    dispatch::WorkItem hideControlsTimer;
+
 Q_SIGNALS:
     void artworkChanged();
+    void recordChanged();
+    void cassetteImageChanged();
     void paintedColorsChanged();
     void isFullscreenChanged();
     void showTrackControlsChanged();
@@ -151,6 +187,15 @@ Q_SIGNALS:
     void reducedMotionChanged();
 
 private:
+    /// What the choice of a record depends on, as it was when the choice was asked for.
+    struct RecordRequest {
+        bool force;
+        bool isRandom;
+        bool isGenerated;
+        QString defaultChoice;
+        std::optional<images::Image> cover;
+    };
+
     template <typename T>
     void assign(T& field, const std::type_identity_t<T>& value, void (TarnwickView::*changed)()) {
         if (field == value)
@@ -164,7 +209,13 @@ private:
     void trackChanged();
     void albumChanged();
     void slideRecordAwayAndBack();
+    void drawRandomFonts();
     void applyBackground();
+    void applyDockIcon();
+    void takeFolderPicture(const FolderPicture& found);
+    void chooseRecord(const RecordRequest& request);
+    DiscImage generatedRecord(const RecordRequest& request, const QString& tag) const;
+    void pushRecordImage();
     void startClock();
     void setFlipped(bool flipped);
     void select(std::optional<int> index);
@@ -178,6 +229,7 @@ private:
     QVariant backgroundManagerVariant() const {
         return QVariant::fromValue<QObject*>(&m_parts.backgroundManager);
     }
+    QVariant rotatingCDManagerVariant() { return QVariant::fromValue<QObject*>(&m_rotatingCDManager); }
     QVariant transactionVariant() { return QVariant::fromValue<QObject*>(&m_transaction); }
     int selectedTrackIndexOrNone() const { return m_selectedTrackIndex.value_or(-1); }
 
@@ -186,8 +238,14 @@ private:
     PictureWorkshop m_workshop;
     animation::Transaction m_transaction;
     ScreenSaverManager m_screenSaverManager;
+    RotatingCDManager m_rotatingCDManager;
     std::unique_ptr<dispatch::TimerSource> m_clockTimer;
 
+    DiscImage m_cdImage;
+    DiscImage m_currentRandomImage;
+    std::optional<images::Image> m_cassetteImage;
+    quint64 m_recordOrder = 0;     // of the choice that was asked for last
+    bool m_recordIsForced = false; // by a choice that was overtaken
     bool m_isFullscreen = false;
     bool m_showTrackControls = false;
     bool m_isHovered = false;

@@ -48,6 +48,7 @@ protected:
         .settings = settings,
         .backgroundManager = background,
         .windows = windows,
+        .images = *store,
         .power = &power,
         .wallClock = [this] {
             return wallClock.addMSecs(

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QAnimationDriver>
+
+namespace tarnwick::animation {
+
+/// Lets Qt's animations, and the timers of QML, run by a time that only `step` moves. Make one before
+/// anything is animated; from then on it drives everything on this thread.
+class VirtualAnimationDriver : public QAnimationDriver {
+public:
+    VirtualAnimationDriver() { install(); }
+
+    /// Moves the time on. What is queued runs first, so that an animation that was started before the
+    /// step has the whole of it.
+    void step(qint64 milliseconds);
+
+    qint64 elapsed() const override { return m_now; }
+
+private:
+    qint64 m_now = 0;
+};
+
+} // namespace tarnwick::animation
