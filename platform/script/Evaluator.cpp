@@ -285,6 +285,14 @@ void Evaluator::executeAssignment(const AssignmentStatement& statement) {
         variable(static_cast<const VariableExpression&>(*statement.target)) = std::move(value);
         return;
     }
+    if (statement.target->kind == ExpressionKind::Piece) {
+        // What was there goes only after the list is whole again: `value` dies at the end of the function.
+        const auto& piece = static_cast<const PieceExpression&>(*statement.target);
+        if (Value* place = follow(piece.path)) {
+            value.swap(*place);
+            return;
+        }
+    }
     assign(*statement.target, std::move(value));
 }
 
@@ -326,10 +334,8 @@ void Evaluator::assign(const Expression& target, Value value) {
 
 void Evaluator::assignPiece(const PieceExpression& target, Value value) {
     Value scratch;
-    if (target.piece == PieceClass::Item && target.selection.form == SelectionForm::Index) {
-        qint64 index = 0;
-        const Value position = evaluate(*target.selection.first);
-        index = position.is(Kind::Integer) ? position.asInteger() : requireInteger(position);
+    if (target.isItem()) {
+        const qint64 index = evaluateIndex(*target.selection.first);
         const Value& container =
             contents(*(target.container ? locate(*target.container, scratch) : &m_target));
         if (container.is(Kind::List)) {

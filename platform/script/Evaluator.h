@@ -74,11 +74,17 @@ private:
     /// Where the value stands, without a copy: in a variable, in a list, or else in `scratch`. Good until the
     /// next evaluation.
     const Value* locate(const Expression& expression, Value& scratch);
+    Value* follow(const ItemPath& path) const;
     const Value* locatePiece(const PieceExpression& piece, Value& scratch);
     Value& variable(const VariableExpression& variable);
     const Value& definedVariable(const VariableExpression& variable);
     bool evaluateCondition(const Expression& expression);
     bool compare(const ComparisonExpression& comparison);
+    bool compareValues(const ComparisonExpression& comparison, Value left);
+    bool holds(const ComparisonExpression& comparison, const Value& left, const Value& right) const;
+    Value evaluateBinary(const BinaryExpression& binary);
+    Value evaluateOther(const Expression& expression);
+    qint64 evaluateIndex(const Expression& expression);
     Value evaluateList(const ListExpression& list);
     Value evaluateRecord(const RecordExpression& record);
     Value evaluateCoercion(const CoercionExpression& coercion);

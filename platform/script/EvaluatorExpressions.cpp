@@ -52,29 +52,60 @@ const Value& Evaluator::definedVariable(const VariableExpression& named) {
     return value;
 }
 
+/// Null when there is no way, or when anything is not as simple as it mostly is: then the long way tells why.
+Value* Evaluator::follow(const ItemPath& path) const {
+    if (path.slot < 0)
+        return nullptr;
+    Value* place = &m_slots[path.slot];
+    for (const ItemStep& step : path.steps) {
+        qint64 index = step.constant;
+        if (step.slot >= 0) {
+            if (!m_slots[step.slot].is(Kind::Integer))
+                return nullptr;
+            index = m_slots[step.slot].asInteger();
+        }
+        if (!place->is(Kind::List))
+            return nullptr;
+        std::vector<Value>& items = listIn(*place).items;
+        const quint64 position = static_cast<quint64>(index) - 1;
+        if (position >= items.size())
+            return nullptr;
+        place = &items[position];
+    }
+    return place;
+}
+
 const Value* Evaluator::locate(const Expression& expression, Value& scratch) {
     if (expression.kind == ExpressionKind::Variable)
         return &definedVariable(static_cast<const VariableExpression&>(expression));
     if (expression.kind == ExpressionKind::Piece) {
         const auto& piece = static_cast<const PieceExpression&>(expression);
-        if (piece.piece == PieceClass::Item && piece.selection.form == SelectionForm::Index)
+        if (const Value* found = follow(piece.path))
+            return found;
+        if (piece.isItem())
             return locatePiece(piece, scratch);
     }
     scratch = evaluate(expression);
     return &scratch;
 }
 
+/// A number that says which item; most are a literal or a variable.
+qint64 Evaluator::evaluateIndex(const Expression& expression) {
+    if (expression.kind == ExpressionKind::Literal) {
+        const Value& literal = static_cast<const LiteralExpression&>(expression).value;
+        if (literal.is(Kind::Integer)) [[likely]]
+            return literal.asInteger();
+    } else if (expression.kind == ExpressionKind::Variable) {
+        const Value& value = variable(static_cast<const VariableExpression&>(expression));
+        if (value.is(Kind::Integer)) [[likely]]
+            return value.asInteger();
+    }
+    return requireInteger(evaluate(expression));
+}
+
 /// `item i of …`. The index comes first: nothing may be evaluated between finding the list and reading it.
 const Value* Evaluator::locatePiece(const PieceExpression& piece, Value& scratch) {
-    const Expression& first = *piece.selection.first;
-    qint64 index = 0;
-    if (first.kind == ExpressionKind::Literal) {
-        const Value& literal = static_cast<const LiteralExpression&>(first).value;
-        index = literal.is(Kind::Integer) ? literal.asInteger() : requireInteger(literal);
-    } else {
-        const Value position = evaluate(first);
-        index = position.is(Kind::Integer) ? position.asInteger() : requireInteger(position);
-    }
+    const qint64 index = evaluateIndex(*piece.selection.first);
     const Value& whole = contents(*(piece.container ? locate(*piece.container, scratch) : &m_target));
     if (whole.is(Kind::List)) [[likely]] {
         const std::vector<Value>& items = listIn(whole).items;
@@ -95,14 +126,25 @@ Value Evaluator::evaluate(const Expression& expression) {
         return definedVariable(static_cast<const VariableExpression&>(expression));
     case ExpressionKind::Piece:
         return evaluatePiece(static_cast<const PieceExpression&>(expression));
-    case ExpressionKind::Binary: {
-        const auto& binary = static_cast<const BinaryExpression&>(expression);
-        const Value left = evaluate(*binary.left);
-        const Value right = evaluate(*binary.right);
-        if (binary.op == BinaryOperator::Concatenate)
-            return concatenate(left, right, m_delimiters.value(0));
-        return calculate(binary.op, left, right);
+    case ExpressionKind::Binary:
+        return evaluateBinary(static_cast<const BinaryExpression&>(expression));
+    default:
+        return evaluateOther(expression);
     }
+}
+
+Value Evaluator::evaluateBinary(const BinaryExpression& binary) {
+    const Value left = evaluate(*binary.left);
+    const Value right = evaluate(*binary.right);
+    if (binary.op == BinaryOperator::Concatenate)
+        return concatenate(left, right, m_delimiters.value(0));
+    return calculate(binary.op, left, right);
+}
+
+/// What is not on the way of a tight loop.
+Value Evaluator::evaluateOther(const Expression& expression) {
+    checkStack();
+    switch (expression.kind) {
     case ExpressionKind::Comparison:
     case ExpressionKind::Logical:
     case ExpressionKind::Not:
@@ -148,8 +190,9 @@ Value Evaluator::evaluate(const Expression& expression) {
             throw Error{errors::NotDefined, QStringLiteral("The variable result is not defined."),
                         expression.range};
         return m_result;
+    default:
+        return {};
     }
-    return {};
 }
 
 bool Evaluator::evaluateCondition(const Expression& expression) {
@@ -173,28 +216,39 @@ bool Evaluator::evaluateCondition(const Expression& expression) {
 }
 
 bool Evaluator::compare(const ComparisonExpression& comparison) {
-    using Operator = Filter::Operator;
-    const Value left = evaluate(*comparison.left);
-    const Value right = evaluate(*comparison.right);
-    if (left.is(Kind::Integer) && right.is(Kind::Integer)) {
-        const qint64 a = left.asInteger();
-        const qint64 b = right.asInteger();
-        switch (comparison.op) {
-        case Operator::Equal:
-            return (a == b) != comparison.negated;
-        case Operator::Less:
-            return (a < b) != comparison.negated;
-        case Operator::LessOrEqual:
-            return (a <= b) != comparison.negated;
-        case Operator::Greater:
-            return (a > b) != comparison.negated;
-        case Operator::GreaterOrEqual:
-            return (a >= b) != comparison.negated;
-        default:
-            break;
-        }
+    Value leftScratch;
+    const Value* left = locate(*comparison.left, leftScratch);
+    if (!left->is(Kind::Integer))
+        return compareValues(comparison, *left);
+    const qint64 a = left->asInteger();
+    Value rightScratch;
+    const Value* right = locate(*comparison.right, rightScratch);
+    if (!right->is(Kind::Integer))
+        return holds(comparison, Value::integer(a), *right);
+    const qint64 b = right->asInteger();
+    switch (comparison.op) {
+    case Filter::Operator::Equal:
+        return (a == b) != comparison.negated;
+    case Filter::Operator::Less:
+        return (a < b) != comparison.negated;
+    case Filter::Operator::LessOrEqual:
+        return (a <= b) != comparison.negated;
+    case Filter::Operator::Greater:
+        return (a > b) != comparison.negated;
+    case Filter::Operator::GreaterOrEqual:
+        return (a >= b) != comparison.negated;
+    default:
+        return holds(comparison, Value::integer(a), Value::integer(b));
     }
-    Filter leaf{.op = comparison.op, .value = right, .considersCase = m_considersCase};
+}
+
+/// `left` is a copy: it may stand in a list that the right side changes.
+bool Evaluator::compareValues(const ComparisonExpression& comparison, Value left) {
+    return holds(comparison, left, evaluate(*comparison.right));
+}
+
+bool Evaluator::holds(const ComparisonExpression& comparison, const Value& left, const Value& right) const {
+    const Filter leaf{.op = comparison.op, .value = right, .considersCase = m_considersCase};
     return leaf.holdsFor(left) != comparison.negated;
 }
 

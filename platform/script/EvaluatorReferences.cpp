@@ -143,7 +143,9 @@ Value Evaluator::evaluateField(const FieldExpression& field) {
 }
 
 Value Evaluator::evaluatePiece(const PieceExpression& piece) {
-    if (piece.piece == PieceClass::Item && piece.selection.form == SelectionForm::Index) {
+    if (const Value* found = follow(piece.path))
+        return *found;
+    if (piece.isItem()) {
         Value scratch;
         return *locatePiece(piece, scratch);
     }

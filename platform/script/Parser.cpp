@@ -228,6 +228,37 @@ void Parser::resolveNames() {
                 call->handler = handler.get();
         }
     }
+    for (PieceExpression* piece : m_pieces)
+        findPath(*piece);
+}
+
+/// Known only when it is known which variables are the handler's own.
+void Parser::findPath(PieceExpression& piece) {
+    if (!piece.isItem() || !piece.container || piece.path.slot >= 0)
+        return;
+    const auto localSlot = [](const Expression& expression) {
+        if (expression.kind != ExpressionKind::Variable)
+            return -1;
+        const auto& variable = static_cast<const VariableExpression&>(expression);
+        return variable.isGlobal ? -1 : variable.slot;
+    };
+    ItemStep step{.slot = localSlot(*piece.selection.first)};
+    if (piece.selection.first->kind == ExpressionKind::Literal) {
+        const Value& literal = static_cast<const LiteralExpression*>(piece.selection.first)->value;
+        step.constant = literal.is(Kind::Integer) ? literal.asInteger() : 0;
+    }
+    if (step.slot < 0 && step.constant < 1)
+        return;
+    ItemPath path{.slot = localSlot(*piece.container)};
+    if (piece.container->kind == ExpressionKind::Piece) {
+        auto& inner = static_cast<PieceExpression&>(*piece.container);
+        findPath(inner);
+        path = inner.path;
+    }
+    if (path.slot < 0)
+        return;
+    path.steps.push_back(step);
+    piece.path = std::move(path);
 }
 
 void Parser::dropUnusedResults(Handler& handler) const {

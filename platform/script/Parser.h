@@ -109,6 +109,7 @@ private:
     bool atBlockEnd();
     VariableExpression* parseVariable();
     void resolveNames();
+    static void findPath(PieceExpression& piece);
     void dropUnusedResults(Handler& handler) const;
 
     // Expressions
@@ -168,6 +169,7 @@ private:
     std::vector<std::pair<VariableExpression*, bool>>
         m_variables; ///< and whether the main handler names them
     std::vector<CallExpression*> m_calls;
+    std::vector<PieceExpression*> m_pieces;
     int m_nesting = 0;
     bool m_usesResult = false;
     bool m_hasRun = false;

@@ -295,6 +295,7 @@ Parser::Link Parser::parseClassLink(Selection selection) {
     }
     if (matchPiece(piece, words)) {
         auto* part = make<PieceExpression>(begin);
+        m_pieces.push_back(part);
         part->piece = piece;
         part->selection = selection;
         skip(words);
@@ -385,6 +386,7 @@ Parser::Link Parser::parseCount() {
 
 Parser::Link Parser::parsePiece(PieceClass piece, int words) {
     auto* part = make<PieceExpression>(token().range);
+    m_pieces.push_back(part);
     part->piece = piece;
     skip(words);
     parseIndex(part->selection);

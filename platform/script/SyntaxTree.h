@@ -192,12 +192,28 @@ struct Selection {
     Expression* last = nullptr;  ///< where a range ends
 };
 
+/// One `item i of`: the index is a constant, or in a variable of the handler.
+struct ItemStep {
+    int slot = -1; ///< of the variable; negative: the constant
+    qint64 constant = 0;
+};
+
+/// The way to `item 1 of item i of list` when it begins in a variable of the handler and every index is
+/// simple: it can be followed without evaluating anything.
+struct ItemPath {
+    int slot = -1; ///< of the variable where it begins; negative: there is no such way
+    std::vector<ItemStep> steps = {};
+};
+
 /// A part of a list or of a text.
 struct PieceExpression : Expression {
     PieceExpression() : Expression(ExpressionKind::Piece) {}
+    bool isItem() const { return piece == PieceClass::Item && selection.form == SelectionForm::Index; }
+
     PieceClass piece = {};
     Selection selection;
     Expression* container = nullptr; ///< null: the target
+    ItemPath path;
 };
 
 /// A `whose` as far as it can be handed to the application: the values are found out in each run.

@@ -90,8 +90,12 @@ public:
         return *this;
     }
     Value& operator=(Value&& other) noexcept {
-        Value taken(std::move(other));
-        swap(taken);
+        const bool hadCell = isCell();
+        const Bits had = m_bits;
+        m_kind = std::exchange(other.m_kind, Kind::Nothing);
+        m_bits = other.m_bits;
+        if (hadCell)
+            had.cell->release();
         return *this;
     }
 
