@@ -36,26 +36,44 @@ std::optional<qint64> rounded(double value) {
     return static_cast<qint64>(nearest);
 }
 
-/// Appends the text of a value and of a list's items; false when one has none.
-bool appendText(const Value& given, QString& to, int depth) {
-    const Value& value = contents(given);
-    if (!value.is(Kind::List)) {
-        const std::optional<QString> text = textOf(value);
-        if (!text)
-            return false;
-        if (Heap* heap = Heap::current())
-            heap->checkTextLength(to.size() + text->size());
-        to += *text;
+/// Joins what is in a list and in the lists in it, within a budget: a list may stand in many places.
+class Joiner {
+public:
+    explicit Joiner(const QString& delimiter) : m_delimiter(delimiter) {}
+
+    /// False when something in it has no text.
+    bool append(const Value& given, int depth = 0) {
+        const Value& value = contents(given);
+        if (!value.is(Kind::List))
+            return appendText(textOf(value));
+        if (depth > MaximumNesting)
+            throw Error{errors::StackOverflow, QStringLiteral("Stack overflow.")};
+        bool isFirst = true;
+        for (const Value& item : value.asList()) {
+            if (--m_budget < 0)
+                throw Error{errors::OutOfMemory, QStringLiteral("Out of memory.")};
+            if ((!isFirst && !appendText(m_delimiter)) || !append(item, depth + 1))
+                return false;
+            isFirst = false;
+        }
         return true;
     }
-    if (depth > MaximumNesting)
-        throw Error{errors::StackOverflow, QStringLiteral("Stack overflow.")};
-    for (const Value& item : value.asList()) {
-        if (!appendText(item, to, depth + 1))
+
+    QString text;
+
+private:
+    bool appendText(const std::optional<QString>& more) {
+        if (!more)
             return false;
+        if (Heap* heap = Heap::current())
+            heap->checkTextLength(text.size() + more->size());
+        text += *more;
+        return true;
     }
-    return true;
-}
+
+    const QString& m_delimiter;
+    int m_budget = 2'000'000;
+};
 
 template <typename Result>
 Result require(std::optional<Result> result, const Value& value, const char* type) {
@@ -88,15 +106,18 @@ std::optional<QString> textOf(const Value& given) {
         return value.constantName();
     case Kind::Alias:
         return value.asPath();
-    case Kind::List: {
-        QString joined;
-        if (appendText(value, joined, 0))
-            return joined;
-        return {};
-    }
+    case Kind::List:
+        return joinedTextOf(value, QString());
     default:
         return {};
     }
+}
+
+std::optional<QString> joinedTextOf(const Value& value, const QString& delimiter) {
+    Joiner joiner(delimiter);
+    if (!joiner.append(value))
+        return {};
+    return joiner.text;
 }
 
 std::optional<qint64> integerOf(const Value& given) {

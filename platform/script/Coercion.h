@@ -12,6 +12,8 @@ namespace tarnwick::script {
 
 /// Texts, numbers, booleans, constants, aliases, `missing value`, and lists of these, joined.
 std::optional<QString> textOf(const Value& value);
+/// The same with `delimiter` between the items of a list.
+std::optional<QString> joinedTextOf(const Value& value, const QString& delimiter);
 /// Integers, reals (rounded, half to even), booleans, and texts that are such a number.
 std::optional<qint64> integerOf(const Value& value);
 /// Integers, reals, booleans, and texts that are a number.

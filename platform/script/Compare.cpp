@@ -97,7 +97,7 @@ private:
     }
 
     bool m_considersCase;
-    int m_budget = 10'000'000;
+    int m_budget = 4'000'000;
 };
 
 bool hasStretchAt(const std::vector<Value>& whole, const std::vector<Value>& part, std::size_t at,

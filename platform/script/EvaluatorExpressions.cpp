@@ -3,6 +3,7 @@
 #include "platform/script/Compare.h"
 #include "platform/script/Evaluator.h"
 #include "platform/script/Operators.h"
+#include "platform/script/Printer.h"
 #include "platform/script/Snapshot.h"
 
 #include <algorithm>
@@ -136,9 +137,14 @@ Value Evaluator::evaluate(const Expression& expression) {
 Value Evaluator::evaluateBinary(const BinaryExpression& binary) {
     const Value left = evaluate(*binary.left);
     const Value right = evaluate(*binary.right);
-    if (binary.op == BinaryOperator::Concatenate)
-        return concatenate(left, right, m_delimiters.value(0));
-    return calculate(binary.op, left, right);
+    try {
+        if (binary.op == BinaryOperator::Concatenate)
+            return concatenate(left, right, m_delimiters.value(0));
+        return calculate(binary.op, left, right);
+    } catch (Error& error) {
+        error.range = binary.range;
+        throw;
+    }
 }
 
 /// What is not on the way of a tight loop.
@@ -325,7 +331,7 @@ Value Evaluator::evaluateStandardCommand(const StandardCommandExpression& comman
     Value direct = command.direct ? contents(evaluate(*command.direct)) : Value();
     switch (command.command) {
     case StandardCommand::Log:
-        m_host.log(direct.is(Kind::Text) ? direct.asText() : briefLiteral(direct));
+        m_host.log(direct.is(Kind::Text) ? direct.asText() : literal(snapshot(direct)));
         return {};
     case StandardCommand::Delay:
         delay(command.direct ? requireReal(direct) : 0.0);

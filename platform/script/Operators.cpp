@@ -80,8 +80,6 @@ Value calculateReals(BinaryOperator op, double left, double right) {
     default:
         break;
     }
-    if (right == 0.0)
-        throwDivisionByZero(Value::real(left));
     if (op == BinaryOperator::Divide)
         return checked(left / right);
     if (op == BinaryOperator::Modulo)
@@ -90,26 +88,6 @@ Value calculateReals(BinaryOperator op, double left, double right) {
     if (std::fabs(quotient) < 0x1p63)
         return Value::integer(static_cast<qint64>(quotient));
     return checked(quotient);
-}
-
-void appendJoined(const Value& given, const QString& delimiter, QString& to, int depth) {
-    const Value& value = contents(given);
-    if (depth > MaximumNesting)
-        throw Error{errors::StackOverflow, QStringLiteral("Stack overflow.")};
-    if (!value.is(Kind::List)) {
-        const QString text = requireText(value);
-        if (Heap* heap = Heap::current())
-            heap->checkTextLength(to.size() + text.size());
-        to += text;
-        return;
-    }
-    bool isFirst = true;
-    for (const Value& item : value.asList()) {
-        if (!isFirst)
-            to += delimiter;
-        isFirst = false;
-        appendJoined(item, delimiter, to, depth + 1);
-    }
 }
 
 Value asList(const Value& value) {
@@ -161,6 +139,10 @@ Value calculate(BinaryOperator op, const Value& givenLeft, const Value& givenRig
         if (!result.isNothing())
             return result;
     }
+    const bool divides =
+        op == BinaryOperator::Divide || op == BinaryOperator::IntegerDivide || op == BinaryOperator::Modulo;
+    if (divides && asDouble(right) == 0.0)
+        throwDivisionByZero(left);
     return calculateReals(op, asDouble(left), asDouble(right));
 }
 
@@ -221,9 +203,10 @@ Value coerce(const Value& given, CoercionType type, const QString& delimiter) {
 }
 
 QString joinedText(const Value& value, const QString& delimiter) {
-    QString text;
-    appendJoined(value, delimiter, text, 0);
-    return text;
+    const std::optional<QString> text = joinedTextOf(value, delimiter);
+    if (!text)
+        throwCannotMake(value, QLatin1String("text"));
+    return *text;
 }
 
 QString posixPath(const QString& path) {

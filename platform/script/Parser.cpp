@@ -10,7 +10,6 @@ namespace tarnwick::script {
 namespace {
 
 constexpr int MaximumParserNesting = 200;
-constexpr int MaximumDepth = 400;
 
 bool leaves(const Block& block);
 
@@ -171,7 +170,15 @@ void Parser::skipNewLines() {
 
 void Parser::failExpecting(const char* what) {
     const Token& found = token();
-    fail(found.range,
+    SourceRange range = found.range;
+    if ((found.is(TokenKind::NewLine) || found.is(TokenKind::End)) && m_lastRange.line == range.line) {
+        // Behind the last word that counts, not behind a comment.
+        range = m_lastRange;
+        range.column += range.length;
+        range.offset += range.length;
+        range.length = 0;
+    }
+    fail(range,
          QStringLiteral("Expected %1 but found %2.").arg(QString::fromUtf8(what), found.description()));
 }
 

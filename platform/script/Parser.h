@@ -14,6 +14,9 @@ namespace tarnwick::script {
 
 class ApplicationProvider;
 
+/// How deep the tree of one expression may be.
+inline constexpr int MaximumDepth = 400;
+
 /// Makes a program of a text: recursive descent, operators by precedence, one token after the other. What the
 /// words of an application mean comes from the terminology of the `tell` around them. Throws error -2741
 /// with the place where the text stops being the language, -2706 where it is nested too deeply.
@@ -120,6 +123,7 @@ private:
     Operator matchIs();
     void matchRelation(Operator& op, std::size_t at);
     Expression* makeOperation(const Operator& op, Expression* left, Expression* right);
+    Expression* parseIsRunning(Expression* application, bool negated);
     Expression* parseCoercion(Expression* operand);
     Expression* parseBraces();
     Expression* parseRecord(const SourceRange& begin);

@@ -35,6 +35,11 @@ Expression* Parser::parseExpression(int minimum) {
             left = parseCoercion(left);
             continue;
         }
+        if (left->kind == ExpressionKind::ApplicationNamed && op.precedence == EqualityPrecedence &&
+            isWord("running")) {
+            left = parseIsRunning(left, op.negated);
+            continue;
+        }
         const bool groupsRight = op.precedence == PowerPrecedence;
         left = makeOperation(op, left, parseExpression(op.precedence + (groupsRight ? 0 : 1)));
     }
@@ -218,24 +223,26 @@ Expression* Parser::makeOperation(const Operator& op, Expression* left, Expressi
         node->isAnd = op.sort == Operator::Sort::And;
         return complete(node);
     }
-    // `application "Music" is running` asks the application, not the target.
-    if (right->kind == ExpressionKind::TermProperty && left->kind == ExpressionKind::ApplicationNamed) {
-        auto* property = static_cast<TermPropertyExpression*>(right);
-        if (property->term == terms::Running && !property->container) {
-            property->container = left;
-            hold(*property, left);
-            if (!op.negated)
-                return property;
-            auto* negation = make<UnaryExpression>(left->range, ExpressionKind::Not);
-            negation->operand = property;
-            hold(*negation, property);
-            return negation;
-        }
-    }
     auto* node = make<ComparisonExpression>(left->range);
     node->op = op.comparison;
     node->negated = op.negated;
     return complete(node);
+}
+
+/// `application "Music" is running` asks the application, not the target.
+Expression* Parser::parseIsRunning(Expression* application, bool negated) {
+    auto* property = make<TermPropertyExpression>(application->range);
+    property->name = take().text;
+    property->term = terms::Running;
+    property->container = application;
+    hold(*property, application);
+    finish(*property);
+    if (!negated)
+        return property;
+    auto* negation = make<UnaryExpression>(application->range, ExpressionKind::Not);
+    negation->operand = property;
+    hold(*negation, property);
+    return negation;
 }
 
 Expression* Parser::parseCoercion(Expression* operand) {
@@ -321,7 +328,7 @@ Expression* Parser::parseBraces() {
     if (!token().is(TokenKind::RightBrace)) {
         const bool isBarred = token().is(TokenKind::BarredName) && token(1).is(TokenKind::Colon);
         std::size_t words = 0;
-        while (token(words).is(TokenKind::Word))
+        while (isIdentifier(words))
             ++words;
         if (isBarred || (words > 0 && token(words).is(TokenKind::Colon)))
             return parseRecord(begin);
@@ -356,7 +363,7 @@ QString Parser::parseRecordKey() {
     if (token().is(TokenKind::BarredName))
         return take().text;
     QString key;
-    while (token().is(TokenKind::Word))
+    while (isIdentifier())
         key += (key.isEmpty() ? QString() : QStringLiteral(" ")) + take().text;
     if (key.isEmpty())
         failExpecting("identifier");

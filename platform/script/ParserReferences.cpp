@@ -83,6 +83,8 @@ Expression* Parser::parseReference() {
     const SourceRange begin = token().range;
     std::vector<Link> links{parseLink()};
     while (links.back().container && (token().is(Keyword::Of) || token().is(Keyword::In))) {
+        if (links.size() > MaximumDepth)
+            fail(begin, QStringLiteral("Stack overflow."), errors::StackOverflow);
         take();
         links.push_back(parseLink());
     }
@@ -311,6 +313,12 @@ Parser::Link Parser::parseBuiltinWord() {
     int words = 0;
     if (matchPiece(piece, words))
         return parsePiece(piece, words);
+    if (areWords({"button", "returned"}) || areWords({"text", "returned"})) {
+        auto* field = make<FieldExpression>(begin);
+        field->name = take().text;
+        field->name += QLatin1Char(' ') + take().text;
+        return {field, &field->container};
+    }
     if (areWords({"count"}) || areWords({"number", "of"}))
         return parseCount();
     if (Expression* command = parseStandardCommand())

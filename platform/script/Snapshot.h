@@ -7,7 +7,7 @@ namespace tarnwick::script {
 
 /// What a reply may hold at most: items in all lists together, and units in all texts together. A list that
 /// stands in several places counts as often.
-inline constexpr qsizetype MaximumReplyItems = 2'000'000;
+inline constexpr qsizetype MaximumReplyItems = 1'000'000;
 inline constexpr qsizetype MaximumReplyText = 32'000'000;
 
 /// A value as it is now, to be kept or handed to another thread. Throws error -2706 for lists nested too
