@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 #include <variant>
 
@@ -24,6 +25,13 @@ public:
     /// As `set`, but may reach the disk a little later, so that it can be called many times a second.
     /// The last value always gets there, unless the process is killed before.
     virtual void setSoon(const QString& key, const Value& value) = 0;
+
+    /// What `update` makes of a value; none leaves it as it is.
+    using Change = std::function<std::optional<Value>(const std::optional<Value>& now)>;
+
+    /// Replaces the value under `key` by what `change` makes of the one that is stored, so that lists to
+    /// which several processes add lose nothing. `change` may be called twice. Returns as `set` does.
+    virtual bool update(const QString& key, const Change& change) = 0;
 
     /// The value under `key`; none when there is none, or one of a kind that is no `Value`.
     virtual std::optional<Value> value(const QString& key) const = 0;

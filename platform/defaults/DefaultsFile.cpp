@@ -103,10 +103,27 @@ void DefaultsFile::change(const QString& key, const QJsonValue& value) {
 
 bool DefaultsFile::write() {
     const std::scoped_lock oneAtATime(m_writing);
+    return unwritten().isEmpty() || write([](QJsonObject&) {});
+}
+
+std::optional<QJsonValue>
+DefaultsFile::update(const QString& key, const std::function<QJsonValue(const QJsonValue& now)>& change) {
+    const std::scoped_lock oneAtATime(m_writing);
+    QJsonValue result;
+    const bool written = write([&](QJsonObject& content) {
+        result = change(content.contains(key) ? content.value(key) : QJsonValue(QJsonValue::Undefined));
+        if (!result.isUndefined())
+            content.insert(key, result);
+    });
+    return written ? std::optional(result) : std::nullopt;
+}
+
+bool DefaultsFile::write(const std::function<void(QJsonObject& content)>& amend) {
     const QJsonObject changes = unwritten();
-    if (changes.isEmpty())
-        return true;
-    const QString error = write(changes);
+    const QString error = replace([&](QJsonObject& content) {
+        merge(content, changes);
+        amend(content);
+    });
     if (!error.isEmpty() && !m_failing)
         m_report(QStringLiteral("The preferences cannot be saved to %1: %2").arg(m_path, error));
     m_failing = !error.isEmpty();
@@ -126,7 +143,7 @@ QJsonObject DefaultsFile::unwritten() {
 }
 
 /// Returns the error, empty for none.
-QString DefaultsFile::write(const QJsonObject& changes) {
+QString DefaultsFile::replace(const std::function<void(QJsonObject& content)>& amend) {
     if (!QDir().mkpath(QFileInfo(m_path).path()))
         return QStringLiteral("its folder cannot be made");
     const Lock lock(m_path + QStringLiteral(".lock"));
@@ -139,7 +156,7 @@ QString DefaultsFile::write(const QJsonObject& changes) {
             return failure;
         content.emplace();
     }
-    merge(*content, changes);
+    amend(*content);
     QSaveFile file(m_path);
     const QByteArray bytes = QJsonDocument(*content).toJson();
     // Unbuffered, because commit() does not notice that the last buffer found no room.

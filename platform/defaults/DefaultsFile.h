@@ -37,6 +37,12 @@ public:
     /// Writes what was noted into the file. Whether it could; if not, it stays noted.
     bool write();
 
+    /// Replaces the value under `key` by what `change` makes of it, with nobody writing in between, and
+    /// writes what was noted too. A value that is not there is undefined, and stays so when `change` says
+    /// so. The new value; none when the file could not be written.
+    std::optional<QJsonValue> update(const QString& key,
+                                     const std::function<QJsonValue(const QJsonValue& now)>& change);
+
     const QString& path() const { return m_path; }
 
 private:
@@ -44,7 +50,8 @@ private:
 
     std::optional<QJsonObject> read(QString* error) const;
     QJsonObject unwritten();
-    QString write(const QJsonObject& changes);
+    bool write(const std::function<void(QJsonObject& content)>& amend);
+    QString replace(const std::function<void(QJsonObject& content)>& amend);
     QString setAside(const QString& reason);
 
     const QString m_path;

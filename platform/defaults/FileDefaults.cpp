@@ -84,6 +84,24 @@ void FileDefaults::setSoon(const QString& key, const Value& value) {
     });
 }
 
+bool FileDefaults::update(const QString& key, const Change& change) {
+    const auto changed = [&](const QJsonValue& stored) {
+        const auto value = change(fromJson(stored));
+        return value ? toJson(*value) : stored;
+    };
+    if (const auto stored = m_file->update(key, changed)) {
+        m_values.insert(key, *stored);
+        watch();
+        return true;
+    }
+    const QJsonValue unstored = changed(m_values.value(key));
+    if (unstored.isUndefined())
+        return false;
+    m_values.insert(key, unstored);
+    m_file->change(key, unstored);
+    return false;
+}
+
 std::optional<Value> FileDefaults::value(const QString& key) const { return fromJson(m_values.value(key)); }
 
 /// The folder and not the file: a file that is replaced is another one to the watcher.

@@ -27,6 +27,7 @@ public:
 
     bool set(const QString& key, const Value& value) override;
     void setSoon(const QString& key, const Value& value) override;
+    bool update(const QString& key, const Change& change) override;
     std::optional<Value> value(const QString& key) const override;
 
 private:

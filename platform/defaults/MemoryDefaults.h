@@ -15,6 +15,12 @@ public:
     }
     void setSoon(const QString& key, const Value& value) override { set(key, value); }
 
+    bool update(const QString& key, const Change& change) override {
+        if (const auto changed = change(value(key)))
+            set(key, *changed);
+        return true;
+    }
+
     std::optional<Value> value(const QString& key) const override {
         const auto it = m_values.find(key);
         return it == m_values.end() ? std::nullopt : std::optional(*it);

@@ -207,6 +207,24 @@ TEST_F(FileDefaultsTest, TellsWhatAnotherProcessHasChangedAndNothingElse) {
     EXPECT_EQ(defaults->value(QStringLiteral("mine")), std::nullopt) << "back to nothing, as the file is";
 }
 
+TEST_F(FileDefaultsTest, ListsToWhichTwoProcessesAddLoseNothing) {
+    const QString key = QStringLiteral("list");
+    const auto adding = [](const QString& item) {
+        return [item](const std::optional<Value>& now) {
+            QStringList list = now ? std::get<QStringList>(*now) : QStringList();
+            return Value(list << item);
+        };
+    };
+    const auto first = open();
+    const auto second = open(); // neither looks at the other's changes in between
+    EXPECT_TRUE(first->update(key, adding(QStringLiteral("a"))));
+    EXPECT_TRUE(second->update(key, adding(QStringLiteral("b"))));
+    EXPECT_TRUE(first->update(key, adding(QStringLiteral("c"))));
+    EXPECT_THAT(*first->get<QStringList>(key), ElementsAre("a", "b", "c"));
+    EXPECT_TRUE(first->update(QStringLiteral("none"), [](const auto&) { return std::nullopt; }));
+    EXPECT_FALSE(content().contains(QStringLiteral("none")));
+}
+
 TEST_F(FileDefaultsTest, EveryChangeThatHasReturnedSurvivesKill9) {
     for (int round = 0; round < 10; ++round) {
         const QString prefix = QStringLiteral("round%1-").arg(round);
