@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDBusArgument>
+#include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
 #include <QEventLoop>
@@ -63,6 +64,7 @@ private:
 
 FakePlayer::FakePlayer(const QString& busAddress, const QString& name)
     : m_busName(rootInterface + u'.' + name), m_connectionName(connectionName()) {
+    qDBusRegisterMetaType<QList<QVariantMap>>();
     std::promise<void> ready;
     m_thread = std::thread([this, busAddress, &ready] {
         QObject context;

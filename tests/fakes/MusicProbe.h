@@ -16,7 +16,12 @@ class MusicProbe {
 public:
     explicit MusicProbe(musicapp::MusicApplication& music) : m_music(music) {
         m_music.setChangeHandler([this](musicapp::Changes changes) {
+            const QString seen = state() + u'|' + title() + u'|' + artist() + u'|' + album() + u'|' +
+                                 QString::number(real(musicapp::terms::Duration)) + u'|' +
+                                 QString::number(cover().size());
             const std::lock_guard lock(m_mutex);
+            if (m_history.isEmpty() || m_history.last() != seen)
+                m_history.append(seen);
             m_changes |= changes;
             ++m_announcements;
             m_changed.notify_all();
@@ -130,6 +135,12 @@ public:
         const std::lock_guard lock(m_mutex);
         return std::exchange(m_changes, musicapp::Changes());
     }
+    /// What there was to see at each announcement since the last call, without repetitions:
+    /// "state|title|artist|album|duration|size of the cover".
+    QStringList takeHistory() {
+        const std::lock_guard lock(m_mutex);
+        return std::exchange(m_history, QStringList());
+    }
     int announcements() {
         const std::lock_guard lock(m_mutex);
         return m_announcements;
@@ -140,6 +151,7 @@ private:
     std::mutex m_mutex;
     std::condition_variable m_changed;
     musicapp::Changes m_changes;
+    QStringList m_history;
     int m_announcements = 0;
 };
 

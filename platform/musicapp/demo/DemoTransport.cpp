@@ -186,8 +186,13 @@ void DemoTransport::publish(Lock& lock) {
              [](DemoTransport& self, Lock& taskLock) { self.publish(taskLock); });
         return;
     }
-    while (!isSleeveReady()) // of whatever plays by then
-        prepare(cover(m_place), lock);
+    if (!isSleeveReady()) {
+        settle();
+        while (!isSleeveReady()) // of whatever plays by then
+            prepare(cover(m_place), lock);
+        m_since = now(); // nothing was heard meanwhile
+        scheduleEnd();
+    }
     show();
 }
 

@@ -3,6 +3,7 @@
 #include "platform/musicapp/Announcer.h"
 #include "platform/musicapp/ScriptableMusic.h"
 #include "platform/musicapp/mpris/BusThread.h"
+#include "platform/musicapp/mpris/PlayerLauncher.h"
 #include "platform/musicapp/mpris/Session.h"
 
 #include <QFile>
@@ -18,7 +19,8 @@ using namespace std::chrono_literals;
 class MprisMusic::Impl final : public Player, public SessionListener {
 public:
     Impl(const Options& options, dispatch::Dispatcher& dispatcher, images::ImageStore& images)
-        : m_dispatcher(dispatcher), m_scripting(*this) {
+        : m_dispatcher(dispatcher), m_player(options.player),
+          m_launcher(options.stateFile, options.busAddress), m_scripting(*this) {
         m_thread.post([this, options, &images] {
             m_session = std::make_unique<Session>(options, m_thread, m_dispatcher, images, *this);
         });
@@ -78,7 +80,18 @@ public:
         send([playlist](Session& session) { session.play(playlist); });
     }
 
-    std::optional<QString> launch() override { return std::nullopt; }
+    std::optional<QString> launch() override {
+        // Right after the start there may be one that is not known yet.
+        if (!comesTo([](const Impl& self) { return self.m_isReady; }, firstLook))
+            return QStringLiteral("the session bus does not answer");
+        if (snapshot()->running)
+            return std::nullopt;
+        if (const auto failure = m_launcher.start(m_player))
+            return failure;
+        if (comesTo([](const Impl& self) { return self.m_snapshot->running; }, launchPatience))
+            return std::nullopt;
+        return QStringLiteral("the player did not appear");
+    }
 
     ScriptableMusic& scripting() { return m_scripting; }
     Announcer& announcer() { return m_announcer; }
@@ -131,6 +144,21 @@ private:
         m_changed.notify_all();
     }
 
+    /// Waits until `condition` holds under the lock, `patience` at most; false as well when the program ends.
+    bool comesTo(const std::function<bool(const Impl&)>& condition, dispatch::Duration patience) {
+        constexpr auto step = 20ms;
+        for (const auto end = now() + patience; now() < end;) {
+            {
+                const std::lock_guard lock(m_mutex);
+                if (condition(*this))
+                    return true;
+            }
+            if (!m_dispatcher.sleepFor(step))
+                return false;
+        }
+        return false;
+    }
+
     /// Whether what was done last at `last` may be done again.
     bool isDue(dispatch::Instant& last) {
         const std::lock_guard lock(m_mutex);
@@ -162,7 +190,12 @@ private:
         m_thread.post([this, command = std::move(command)] { command(*m_session); });
     }
 
+    static constexpr auto firstLook = 2s;
+    static constexpr auto launchPatience = 10s;
+
     dispatch::Dispatcher& m_dispatcher;
+    const QString m_player;
+    const PlayerLauncher m_launcher;
     ScriptableMusic m_scripting;
     Announcer m_announcer;
 

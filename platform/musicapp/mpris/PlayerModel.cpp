@@ -213,6 +213,7 @@ void PlayerModel::concludeTrack(const Metadata& metadata, Instant now) {
         m_positionBefore = m_belief.position;
         m_readingsOfTrack = 0;
         m_lastReading.reset();
+        m_stoppedAt.reset();
         setPosition(0, m_burst ? m_burst->first : now);
     }
     if (known.track.duration != metadata.track.duration || m_readingsOfTrack == 0) {
@@ -246,7 +247,7 @@ void PlayerModel::takePosition(double value, Instant now) {
         const bool isStuck =
             value == 0 && last && last->seconds == 0 && believed >= wholeSecond && reading > 1;
         const bool isRounded =
-            value == std::floor(value) && value < believed && believed - value < wholeSecond && reading > 1;
+            value == std::floor(value) && value < believed && believed - value < wholeSecond && reading > 0;
         if (isStuck || isRounded)
             return;
     } else if (m_pausedAt && reading > 1) {
@@ -263,18 +264,19 @@ void PlayerModel::takePosition(double value, Instant now) {
 void PlayerModel::watchMovement(const PlayerFacts& facts, Instant now) {
     if (facts.status != PlayerState::Stopped || facts.metadata.isEmpty() || !facts.position) {
         m_isMoving = false;
+        m_stoppedAt.reset();
         return;
     }
-    if (!m_lastReading || !isSameTrack(m_belief.metadata, facts.metadata)) {
-        m_lastReading = Reading{*facts.position, now};
+    if (!m_stoppedAt || !isSameTrack(m_belief.metadata, facts.metadata)) {
+        m_stoppedAt = Reading{*facts.position, now};
         return;
     }
-    const double passed = seconds(now - m_lastReading->at);
-    const double moved = *facts.position - m_lastReading->seconds;
+    const double passed = seconds(now - m_stoppedAt->at);
+    const double moved = *facts.position - m_stoppedAt->seconds;
     if (passed < 0.2)
         return;
     m_isMoving = moved > passed * 0.2 && moved < passed * 4 + 1;
-    m_lastReading = Reading{*facts.position, now};
+    m_stoppedAt = Reading{*facts.position, now};
 }
 
 void PlayerModel::setPosition(double seconds, Instant now) {

@@ -106,7 +106,8 @@ private:
     std::optional<Asked<bool>> m_askedShuffle;
     bool m_ignoresShuffle = false; ///< it swallowed one
 
-    bool m_isMoving = false; ///< says Stopped, but its position goes on
+    bool m_isMoving = false;            ///< says Stopped, but its position goes on
+    std::optional<Reading> m_stoppedAt; ///< where it was when it said Stopped before
     std::optional<Reading> m_lastReading;
     int m_readingsOfTrack = 0; ///< since the track changed or was sought in
     Position m_positionBefore; ///< of the track before

@@ -53,7 +53,9 @@ Session::Session(const MprisMusic::Options& options, BusThread& thread, dispatch
                  images::ImageStore& images, SessionListener& listener)
     : m_options(options), m_dispatcher(dispatcher), m_listener(listener),
       m_connectionName(uniqueConnectionName()), m_bus(connection(options.busAddress, m_connectionName)),
-      m_loader(options.cacheFolder, thread, dispatcher, images) {
+      m_loader(options.cacheFolder, thread, dispatcher, images),
+      m_launcher(options.stateFile, options.busAddress),
+      m_memory(dispatcher.globalQueue(dispatch::QualityOfService::Background)) {
     m_choice.setSingleShot(true);
     connect(&m_choice, &QTimer::timeout, this, &Session::playersChanged);
     m_patience.setSingleShot(true);
@@ -223,8 +225,10 @@ void Session::follow(PlayerLink* link) {
     m_loader.cancel();
     m_details = {};
     m_patience.stop();
-    if (link != nullptr)
-        link->playlists().refresh();
+    if (link == nullptr)
+        return;
+    link->playlists().refresh();
+    m_memory.run([this, entry = link->desktopEntry()] { m_launcher.remember(entry); });
 }
 
 /// Lets the outside see what is believed about the followed player, once what belongs to it is there.

@@ -3,6 +3,7 @@
 #include "platform/musicapp/Player.h"
 #include "platform/musicapp/mpris/BusThread.h"
 #include "platform/musicapp/mpris/MprisMusic.h"
+#include "platform/musicapp/mpris/PlayerLauncher.h"
 #include "platform/musicapp/mpris/PlayerLink.h"
 #include "platform/musicapp/mpris/TrackLoader.h"
 
@@ -86,6 +87,8 @@ private:
     const QString m_connectionName;
     QDBusConnection m_bus;
     TrackLoader m_loader;
+    const PlayerLauncher m_launcher;
+    BackgroundWork m_memory; ///< writes down which player was followed
 
     std::vector<Known> m_players; ///< in the order in which they appeared
     PlayerLink* m_followed = nullptr;

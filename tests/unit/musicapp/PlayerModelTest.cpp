@@ -1,0 +1,131 @@
+#include "platform/musicapp/mpris/PlayerModel.h"
+
+#include <gmock/gmock.h>
+
+namespace tarnwick::musicapp {
+namespace {
+
+using namespace std::chrono_literals;
+
+QVariantMap metadata(const QString& title, int seconds = 180) {
+    return {
+        {"xesam:title", title}, {"xesam:artist", "Nevia"}, {"mpris:length", qlonglong{seconds} * 1000000}};
+}
+
+QVariantMap properties(const QString& status, const QString& title, double position) {
+    return {{"PlaybackStatus", status},
+            {"Metadata", metadata(title)},
+            {"Position", static_cast<qlonglong>(position * 1e6)},
+            {"Volume", 0.5},
+            {"Shuffle", false}};
+}
+
+/// A model whose wishes are granted by a player that is a function of the time.
+struct PlayerModelTest : testing::Test {
+    PlayerModel model;
+    dispatch::Instant now{1h};
+    std::function<QVariantMap()> player = [] { return properties("Playing", "Alba", 0); };
+    int readings = 0;
+
+    void pass(dispatch::Duration time) {
+        for (const auto end = now + time; now < end; now += 10ms) {
+            model.advance(now);
+            if (model.wantsReading(now)) {
+                ++readings;
+                model.readWasSent(now);
+                model.readAll(player(), now);
+            }
+        }
+    }
+    void start() {
+        model.readWasSent(now);
+        model.readAll(player(), now);
+        pass(1s);
+    }
+    double position() { return model.belief().position.valueAt(now); }
+};
+
+TEST_F(PlayerModelTest, AStoppedPlayerWhosePositionMovesPlays) {
+    const auto begin = now;
+    player = [&] { return properties("Stopped", "Alba", 0); };
+    start();
+    EXPECT_EQ(model.belief().state, PlayerState::Stopped);
+    player = [&] {
+        return properties("Stopped", "Notte", std::chrono::duration<double>(now - begin).count());
+    };
+    model.change({{"Metadata", metadata("Notte")}}, {}, now);
+    pass(600ms);
+    EXPECT_EQ(model.belief().state, PlayerState::Playing);
+    EXPECT_EQ(model.belief().metadata.track.name, "Notte");
+}
+
+TEST_F(PlayerModelTest, ABurstEndsAfterAHundredQuietMillisecondsButLastsNoLongerThanFourHundred) {
+    start();
+    for (int i = 1; i <= 60; ++i) {
+        const QString title = QString::number(i);
+        player = [title] { return properties("Playing", title, 0); };
+        model.change({{"Metadata", metadata(title)}}, {}, now);
+        pass(10ms);
+        if (i == 39) {
+            EXPECT_EQ(model.belief().metadata.track.name, "Alba");
+        }
+    }
+    EXPECT_NE(model.belief().metadata.track.name, "Alba");
+    pass(120ms);
+    EXPECT_EQ(model.belief().metadata.track.name, "60");
+}
+
+TEST_F(PlayerModelTest, AnIdlePlayerIsLeftAlone) {
+    start();
+    pass(2s);
+    readings = 0;
+    pass(1min);
+    EXPECT_EQ(readings, 0);
+    EXPECT_NEAR(position(), 63, 0.1);
+}
+
+TEST_F(PlayerModelTest, APauseBelievedLateStandsWhereItBegan) {
+    start();
+    const double before = position();
+    player = [&] { return properties("Paused", "Alba", before); };
+    model.change({{"PlaybackStatus", "Paused"}}, {}, now);
+    pass(450ms);
+    EXPECT_EQ(model.belief().state, PlayerState::Playing);
+    pass(150ms);
+    EXPECT_EQ(model.belief().state, PlayerState::Paused);
+    EXPECT_NEAR(position(), before, 0.02);
+}
+
+TEST_F(PlayerModelTest, TheRateCounts) {
+    player = [] {
+        auto said = properties("Playing", "Alba", 0);
+        said.insert("Rate", 2.0);
+        return said;
+    };
+    model.readWasSent(now);
+    model.readAll(player(), now);
+    const double before = position();
+    now += 10s;
+    EXPECT_NEAR(position() - before, 20, 0.01);
+    now += 1h;
+    EXPECT_EQ(position(), 180) << "not beyond the end";
+}
+
+TEST_F(PlayerModelTest, ASilentPlayerIsAskedAgainButNotBesieged) {
+    start();
+    for (int second = 0; second < 10; ++second) {
+        model.seeked(now);
+        model.advance(now);
+        ASSERT_TRUE(model.wantsReading(now));
+        model.readWasSent(now);
+        EXPECT_FALSE(model.wantsReading(now)) << "one question at a time";
+        now += 1s;
+        model.readFailed(true, now);
+    }
+    EXPECT_TRUE(model.isSilent());
+    now += 50ms;
+    EXPECT_TRUE(model.wantsReading(now));
+}
+
+} // namespace
+} // namespace tarnwick::musicapp
