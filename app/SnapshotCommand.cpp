@@ -1,5 +1,6 @@
 #include "app/Commands.h"
 #include "app/SnapshotStage.h"
+#include "assets/ContactSheet.h"
 #include "display/DisplayScene.h"
 #include "settings/Preferences.h"
 
@@ -97,6 +98,8 @@ std::variant<Request, Problem> readRequest(const Invocation& invocation) {
 
 /// The view as a picture; null when it cannot be made.
 QImage paint(const Request& request) {
+    if (request.view == QLatin1String("assets"))
+        return contactSheet(Catalogue::shared(), request.size);
     SnapshotStage stage(request.stage);
     auto root = DisplayScene::create(stage.engine(), stage.view());
     if (!root)

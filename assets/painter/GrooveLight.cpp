@@ -12,7 +12,7 @@ struct Octave {
     float length;
     float strength;
 };
-constexpr std::array octaves{Octave{2.6F, 0.75F}, Octave{4.1F, 0.70F}, Octave{7.3F, 0.55F},
+constexpr std::array octaves{Octave{2.6F, 0.95F}, Octave{4.1F, 0.80F}, Octave{7.3F, 0.55F},
                              Octave{13, 0.45F},   Octave{29, 0.30F},   Octave{71, 0.20F}};
 
 float grooveAt(float r, std::uint32_t seed) {

@@ -15,9 +15,11 @@ const QString name = QStringLiteral("TARNWICK");
 constexpr std::array words{"TRAIN", "ATTIC", "ARCTIC", "KIWI", "CAIRN", "TWIN", "RAIN", "TRACK",
                            "WAIT",  "TIARA", "CRANK",  "RACK", "TANK",  "INK",  "TACT", "WARRANT"};
 
+/// Neighbours in a list are never the same word.
 QString word(const Disc& disc, int index) {
-    const float pick = hash(index, 3, disc.seed * 13);
-    return QLatin1String(words[static_cast<std::size_t>(pick * words.size()) % words.size()]);
+    constexpr std::size_t stride = 5; // shares no factor with the number of words
+    const std::size_t place = static_cast<std::size_t>(index) * stride + disc.seed * 3;
+    return QLatin1String(words[place % words.size()]);
 }
 
 /// Draws one label. The painter's unit is the label's radius, so that a style fits every size.
@@ -100,21 +102,22 @@ private:
     }
 
     void finePrintRing(double radius, double height) {
-        const StrokeType type{height, 0.13, 0.36};
-        QString line;
-        int index = 0;
+        StrokeType type{height, 0.13, 0.36};
         const double room = 2 * M_PI * radius;
-        for (;;) {
-            const QString longer =
-                line + (line.isEmpty() ? QString() : QStringLiteral(" - ")) + word(m_disc, index++);
-            if (strokeWidth(longer, type) > room * 0.965)
+        const auto separator = QStringLiteral(" - ");
+        QString line;
+        for (int index = 0;; ++index) {
+            const QString longer = line + word(m_disc, index) + separator;
+            if (strokeWidth(longer, type) > room)
                 break;
             line = longer;
         }
+        // What is left over goes between the letters, so that the ring closes.
+        type.tracking += (room - strokeWidth(line, type)) / (static_cast<double>(line.size()) * height);
         drawStrokesOnCircle(m_painter, line, radius, 0, type);
     }
 
-    void rows(double top, int count, double height = 0.05, double x = 0, int first = 40) {
+    void rows(double top, int count, double height = 0.05, double x = 0, int first = 44) {
         for (int i = 0; i < count; ++i)
             text(word(m_disc, first + i), x, top + i * height * 1.9, {height, 0.14, 0.36});
     }
@@ -291,7 +294,7 @@ private:
         for (int i = 0; i < 5; ++i) {
             const double y = 0.54 + i * 0.055;
             text(word(m_disc, 110 + i), -0.14, y, {0.026, 0.14, 0.4});
-            text(word(m_disc, 120 + i), 0.14, y, {0.026, 0.14, 0.4});
+            text(word(m_disc, 118 + i), 0.14, y, {0.026, 0.14, 0.4});
         }
     }
 

@@ -15,7 +15,7 @@ using namespace tarnwick::painter;
 namespace {
 
 // Beyond this the file grows and the eye sees nothing; at 100 the format would turn lossless.
-constexpr int quality = 90;
+constexpr int quality = 94;
 
 bool writeDisc(const QString& tag, const QString& file) {
     const auto all = discs();
