@@ -6,10 +6,15 @@ namespace {
 
 dispatch::Dispatcher* workplace = nullptr;
 int pendingPictures = 0;
+int generation = 0; ///< of the workplace: what an earlier one still brings is not counted any more
 
 } // namespace
 
-void setDispatcher(dispatch::Dispatcher* dispatcher) { workplace = dispatcher; }
+void setDispatcher(dispatch::Dispatcher* dispatcher) {
+    workplace = dispatcher;
+    pendingPictures = 0;
+    ++generation;
+}
 
 void run(std::function<Picture()> make, std::function<void(Picture)> use) {
     if (!workplace) {
@@ -18,9 +23,11 @@ void run(std::function<Picture()> make, std::function<void(Picture)> use) {
     }
     ++pendingPictures;
     workplace->globalQueue(dispatch::QualityOfService::UserInteractive)
-        .async([make = std::move(make), use = std::move(use), &main = workplace->mainQueue()] {
-            main.async([use, picture = make()] {
-                --pendingPictures;
+        .async([make = std::move(make), use = std::move(use), &main = workplace->mainQueue(),
+                born = generation] {
+            main.async([use, picture = make(), born] {
+                if (born == generation)
+                    --pendingPictures;
                 use(picture);
             });
         });
