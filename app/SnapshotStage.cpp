@@ -1,5 +1,7 @@
 #include "app/SnapshotStage.h"
 
+#include "assets/RenderQueue.h"
+
 #include <QTimeZone>
 
 namespace tarnwick {
@@ -77,6 +79,7 @@ SnapshotStage::SnapshotStage(const Options& options)
                     [](const QString&) {}),
                 m_images, Catalogue::shared().image(QStringLiteral("nocover")), [](const QString&) {}}),
       m_background(m_dispatcher, seededRandomIndex(seed)) {
+    renderqueue::setDispatcher(&m_dispatcher);
     for (const auto& [key, value] : options.preferences)
         m_defaults.set(key, value);
     m_settings = std::make_unique<Settings>(Settings::Parts{m_dispatcher, m_defaults, *m_windows});
@@ -96,7 +99,7 @@ SnapshotStage::SnapshotStage(const Options& options)
         }});
 }
 
-SnapshotStage::~SnapshotStage() = default;
+SnapshotStage::~SnapshotStage() { renderqueue::setDispatcher(nullptr); }
 
 void SnapshotStage::show(std::unique_ptr<QQuickItem> root, QSize size) {
     m_renderer = std::make_unique<SceneRenderer>(std::move(root), size);

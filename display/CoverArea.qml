@@ -1,21 +1,69 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Tarnwick.Assets
 import Tarnwick.Display
 
-// The cover, and on its back the track list.
+// The cover, and on its back the track list. It turns over about its vertical axis, and spins.
 Item {
     id: root
 
     required property TarnwickView view
     required property real pixelRatio
 
+    readonly property real side: Math.min(width, height)
+
+    /// 0 is the front, 1 the back.
+    property real turn: view.isFlipped ? 1 : 0
+    property real spin: view.rotationAngle
+
+    readonly property bool showsBack: turn > 0.5
+    readonly property real angle: view.reducedMotion ? (showsBack ? 180 : 0) : 180 * turn
+
+    component Turning: NumberAnimation {
+        duration: Theme.flipDuration
+        easing { type: Easing.BezierSpline; bezierCurve: Theme.easeInOut }
+    }
+
+    Behavior on turn { Turning {} }
+    Behavior on spin {
+        enabled: !root.view.reducedMotion
+        Turning {}
+    }
+
+    opacity: view.reducedMotion ? Math.abs(1 - 2 * turn) : 1
+    transform: Flip {
+        origin: Qt.point(root.width / 2, root.height / 2)
+        distance: root.side / 0.8
+        angle: root.angle
+    }
+
     CoverStack {
         anchors.fill: parent
+        visible: !root.showsBack
         artwork: root.view.artwork
-        workshop: root.view.workshop
+        record: root.view.cassetteImage.isPresent || root.view.musicSource.isPlayerActive ? root.view.noPicture
+                                                                                          : root.view.record
+        area: Qt.size(root.width, root.height)
         pixelRatio: root.pixelRatio
+        transform: Flip {
+            origin: Qt.point(root.side / 2, root.height / 2)
+            distance: root.side
+            angle: root.spin % 360
+        }
+        name: root.view.musicSource.currentAlbumName ?? ""
+        onTapped: root.view.tapCover()
+    }
 
-        TapHandler { onTapped: root.view.tapCover() }
+    TracklistPanel {
+        anchors.fill: parent
+        isInUse: root.turn > 0
+        visible: root.showsBack
+        view: root.view
+        pixelRatio: root.pixelRatio
+        transform: Flip {
+            origin: Qt.point(root.width / 2, root.height / 2)
+            angle: 180
+        }
     }
 }

@@ -1,17 +1,39 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Tarnwick.Assets
 import Tarnwick.Display
 
-// The cover, as large as it fits, at the left edge.
+// The cover, as large as it fits and at the left edge, and behind it a still copy of the record.
 Item {
     id: root
 
     required property picture artwork
-    required property PictureWorkshop workshop
+    required property picture record
+    required property size area       ///< what the record measures against
     required property real pixelRatio
+    property real shadowOpacity: 0.5
+    property string name
+
+    signal tapped
+
+    readonly property real recordSide: Math.min(area.width, area.height)
 
     visible: artwork.isPresent
+
+    CutPictureItem {
+        x: 0.6 * root.area.width
+        anchors.verticalCenter: parent.verticalCenter
+        width: root.recordSide
+        height: root.recordSide
+        visible: picture.isPresent
+        picture: root.record
+        pixelRatio: root.pixelRatio
+        isRound: true
+        shadowOpacity: 0.3
+        shadowRadius: 3
+        shadowOffset: 1
+    }
 
     CutPictureItem {
         readonly property real ratio: root.artwork.aspectRatio
@@ -20,11 +42,15 @@ Item {
         height: width / ratio
         anchors.verticalCenter: parent.verticalCenter
         picture: root.artwork
-        workshop: root.workshop
         pixelRatio: root.pixelRatio
-        cornerRadius: 8
-        shadowOpacity: 0.5
+        cornerRadius: Theme.coverRadius
+        shadowOpacity: root.shadowOpacity
         shadowRadius: 4
         shadowOffset: 2
+        Accessible.role: Accessible.Button
+        Accessible.name: root.name
+        Accessible.onPressAction: root.tapped()
+
+        TapHandler { onTapped: root.tapped() }
     }
 }

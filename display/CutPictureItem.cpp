@@ -1,45 +1,47 @@
 #include "display/CutPictureItem.h"
 
+#include "assets/RenderQueue.h"
+
+#include <QPointer>
+
 #include <algorithm>
 #include <cmath>
 
 namespace tarnwick {
 
-CutPictureItem::CutPictureItem(QQuickItem* parent) : QQuickItem(parent), m_layer(new PictureItem(this)) {}
-
-CutPictureItem::~CutPictureItem() { m_settling.cancel(); }
+CutPictureItem::CutPictureItem(QQuickItem* parent) : QQuickItem(parent), m_layer(new PictureItem(this)) {
+    m_settling.setSingleShot(true);
+    m_settling.setInterval(settleTime);
+    connect(&m_settling, &QTimer::timeout, this, &CutPictureItem::remake);
+}
 
 void CutPictureItem::setPicture(const Picture& picture) {
     if (m_picture == picture)
         return;
     m_picture = picture;
     Q_EMIT pictureChanged();
-    remake();
-    Q_EMIT readyChanged();
-}
-
-void CutPictureItem::setWorkshop(PictureWorkshop* workshop) {
-    if (m_workshop == workshop)
-        return;
-    m_workshop = workshop;
-    Q_EMIT workshopChanged();
-    remake();
+    polish();
 }
 
 void CutPictureItem::componentComplete() {
     QQuickItem::componentComplete();
-    remake();
+    polish();
 }
 
 void CutPictureItem::geometryChange(const QRectF& to, const QRectF& from) {
     QQuickItem::geometryChange(to, from);
     if (to.size() == from.size())
         return;
-    layOut();
-    if (!m_layer->picture())
-        remake();
+    polish();
+    m_settling.start();
+}
+
+// A new picture often comes with another size, so what to make is seen once both are known.
+void CutPictureItem::updatePolish() {
+    if (m_asked == m_picture && m_layer->picture())
+        layOut();
     else
-        remakeSoon();
+        remake();
 }
 
 PictureCut CutPictureItem::wantedCut() const {
@@ -50,18 +52,8 @@ PictureCut CutPictureItem::wantedCut() const {
     return {size, radius, m_shadowOpacity, m_shadowRadius * ratio, QPointF(0, m_shadowOffset * ratio)};
 }
 
-void CutPictureItem::remakeSoon() {
-    m_settling.cancel();
-    if (!m_workshop)
-        return;
-    m_settling = m_workshop->later(settleTime, [item = QPointer(this)] {
-        if (item)
-            item->remake();
-    });
-}
-
 void CutPictureItem::remake() {
-    if (!isComponentComplete() || !m_workshop)
+    if (!isComponentComplete())
         return;
     if (!m_picture.isPresent()) {
         m_asked = {};
@@ -74,14 +66,16 @@ void CutPictureItem::remake() {
         return;
     m_asked = m_picture;
     m_askedCut = cut;
-    m_settling.cancel();
-    m_workshop->make(
-        [picture = m_picture, cut, &catalogue = m_workshop->catalogue()] {
-            return PictureWorkshop::cut(PictureWorkshop::fitted(catalogue, picture, cut.size), cut);
+    m_settling.stop();
+    renderqueue::run(
+        [picture = m_picture, cut] {
+            return std::make_shared<const QImage>(
+                cutOut(fitted(Catalogue::shared(), picture, cut.size), cut));
         },
-        [item = QPointer(this), picture = m_picture, cut, order = ++m_order](const QImage& drawn) {
+        [item = QPointer(this), picture = m_picture, cut,
+         order = ++m_order](const renderqueue::Picture& drawn) {
             if (item && item->m_order == order) // else overtaken
-                item->show(drawn, picture, cut);
+                item->show(*drawn, picture, cut);
         });
 }
 
@@ -90,11 +84,10 @@ void CutPictureItem::show(const QImage& drawn, const Picture& picture, const Pic
     m_shownCut = cut;
     m_layer->setPicture(drawn.isNull() ? nullptr : std::make_shared<const QImage>(drawn));
     layOut();
-    Q_EMIT readyChanged();
 }
 
 void CutPictureItem::layOut() {
-    if (m_shownCut.size.isEmpty())
+    if (m_shownCut.size.isEmpty() || m_shown != m_picture) // the one before stays as it was
         return;
     // The margin in units of the item, which may have another size than the picture was made for.
     const double marginX = m_shownCut.margin() * width() / m_shownCut.size.width();

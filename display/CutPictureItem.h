@@ -2,22 +2,20 @@
 
 #include "assets/PictureItem.h"
 #include "display/Picture.h"
-#include "display/PictureWorkshop.h"
+#include "display/PictureCut.h"
 
-#include <QPointer>
-#include <QQuickItem>
+#include <QTimer>
 
 namespace tarnwick {
 
 /// A picture that fills its item, cut to a rounded rectangle or an ellipse, with its shadow around it.
 ///
-/// The texture is made off the main thread in the device pixels of the item, once for a picture and a
-/// size. Until it is ready the one before stays, and while the item is being resized it is stretched.
+/// It is made off the main thread in the device pixels of the item, once for a picture and a size. Until
+/// it is ready the one before stays, and while the item is being resized it is stretched.
 class CutPictureItem : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(tarnwick::Picture picture READ picture WRITE setPicture NOTIFY pictureChanged)
-    Q_PROPERTY(tarnwick::PictureWorkshop* workshop READ workshop WRITE setWorkshop NOTIFY workshopChanged)
     /// Device pixels for a unit of the item's size.
     Q_PROPERTY(double pixelRatio READ pixelRatio WRITE setPixelRatio NOTIFY cutChanged)
     Q_PROPERTY(double cornerRadius READ cornerRadius WRITE setCornerRadius NOTIFY cutChanged)
@@ -26,19 +24,16 @@ class CutPictureItem : public QQuickItem {
     /// Black; 0 for no shadow.
     Q_PROPERTY(double shadowOpacity READ shadowOpacity WRITE setShadowOpacity NOTIFY cutChanged)
     Q_PROPERTY(double shadowRadius READ shadowRadius WRITE setShadowRadius NOTIFY cutChanged)
+    /// Downwards.
     Q_PROPERTY(double shadowOffset READ shadowOffset WRITE setShadowOffset NOTIFY cutChanged)
-    /// Whether what is shown is the picture that was set last, in some size.
-    Q_PROPERTY(bool isReady READ isReady NOTIFY readyChanged)
 
 public:
-    /// How long a size must stand before the texture is made anew.
+    /// How long a size must stand before the picture is made anew.
     static constexpr std::chrono::milliseconds settleTime{150};
 
     explicit CutPictureItem(QQuickItem* parent = nullptr);
-    ~CutPictureItem() override;
 
     void setPicture(const Picture& picture);
-    void setWorkshop(PictureWorkshop* workshop);
     void setPixelRatio(double ratio) { setCutValue(m_pixelRatio, ratio); }
     void setCornerRadius(double radius) { setCutValue(m_cornerRadius, radius); }
     void setRound(bool round) { setCutValue(m_isRound, round); }
@@ -47,24 +42,25 @@ public:
     void setShadowOffset(double offset) { setCutValue(m_shadowOffset, offset); }
 
     const Picture& picture() const { return m_picture; }
-    PictureWorkshop* workshop() const { return m_workshop; }
     double pixelRatio() const { return m_pixelRatio; }
     double cornerRadius() const { return m_cornerRadius; }
     bool isRound() const { return m_isRound; }
     double shadowOpacity() const { return m_shadowOpacity; }
     double shadowRadius() const { return m_shadowRadius; }
     double shadowOffset() const { return m_shadowOffset; }
-    bool isReady() const { return m_shown == m_picture; }
+
+    /// What is on the screen: the picture that was set last, or still one before.
+    const Picture& shownPicture() const { return m_shown; }
+    const PictureCut& shownCut() const { return m_shownCut; }
 
 Q_SIGNALS:
     void pictureChanged();
-    void workshopChanged();
     void cutChanged();
-    void readyChanged();
 
 protected:
     void componentComplete() override;
     void geometryChange(const QRectF& to, const QRectF& from) override;
+    void updatePolish() override;
 
 private:
     template <typename T>
@@ -73,18 +69,16 @@ private:
             return;
         field = value;
         Q_EMIT cutChanged();
-        remake();
+        m_settling.start(); // a window that goes to full screen changes this and then its size
     }
 
     PictureCut wantedCut() const;
     void remake();
-    void remakeSoon();
     void show(const QImage& drawn, const Picture& picture, const PictureCut& cut);
     void layOut();
 
     PictureItem* const m_layer;
     Picture m_picture;
-    QPointer<PictureWorkshop> m_workshop;
     double m_pixelRatio = 1;
     double m_cornerRadius = 0;
     bool m_isRound = false;
@@ -98,7 +92,7 @@ private:
     Picture m_shown;
     PictureCut m_shownCut;
     quint64 m_order = 0;
-    dispatch::WorkItem m_settling;
+    QTimer m_settling;
 };
 
 } // namespace tarnwick

@@ -8,7 +8,9 @@
 #include <QtQml/qqmlextensionplugin.h>
 
 Q_IMPORT_QML_PLUGIN(Tarnwick_DisplayPlugin)
+Q_IMPORT_QML_PLUGIN(Tarnwick_AssetsPlugin)
 Q_IMPORT_QML_PLUGIN(Tarnwick_SettingsPlugin)
+Q_IMPORT_QML_PLUGIN(Tarnwick_VisualsPlugin)
 
 namespace tarnwick {
 
@@ -27,8 +29,12 @@ QVariantMap DisplayScene::initialProperties(TarnwickView& view) {
 std::unique_ptr<QQuickItem> DisplayScene::create(QQmlEngine& engine, TarnwickView& view) {
     prepare(engine);
     QQmlComponent component(&engine, rootUrl());
+    if (!component.isReady()) {
+        qWarning().noquote() << component.errorString();
+        return nullptr;
+    }
     std::unique_ptr<QObject> object(component.createWithInitialProperties(initialProperties(view)));
-    if (!object || !qobject_cast<QQuickItem*>(object.get())) {
+    if (!qobject_cast<QQuickItem*>(object.get())) {
         qWarning().noquote() << component.errorString();
         return nullptr;
     }

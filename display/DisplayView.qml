@@ -13,7 +13,6 @@ Item {
     readonly property real point: view.isFullscreen ? Math.max(1, height / 1080) : 1
     readonly property real pixelRatio: point * Screen.devicePixelRatio
 
-    anchors.fill: parent
     onWidthChanged: view.setWindowSize(Qt.size(width, height))
     onHeightChanged: view.setWindowSize(Qt.size(width, height))
 
@@ -25,15 +24,28 @@ Item {
         scale: root.point
         transformOrigin: Item.TopLeft
 
-        ColourBackground {
+        DisplayBackground {
             anchors.fill: parent
-            colors: root.view.paintedColors
-            textColor: root.source.isPlayerActive ? root.view.backgroundManager.dynamicTextColor : "white"
+            view: root.view
+            pixelRatio: root.pixelRatio
+        }
+
+        RecordArea {
+            id: recordArea
+
+            anchors.fill: parent
+            z: 1
+            view: root.view
+            point: root.point
+            pixelRatio: root.pixelRatio
         }
 
         CoverArea {
+            id: coverArea
+
             width: scene.width / 2
             height: scene.height
+            z: 2
             view: root.view
             pixelRatio: root.pixelRatio
         }
@@ -41,6 +53,7 @@ Item {
         Column {
             anchors { top: parent.top; right: parent.right; topMargin: 20; rightMargin: 40 }
             spacing: 4
+            z: 3
 
             Repeater {
                 model: [
@@ -62,5 +75,10 @@ Item {
                 }
             }
         }
+    }
+
+    KeyEventHandler {
+        focus: true
+        onKeyDown: keyCode => root.view.onKeyDown(keyCode)
     }
 }

@@ -1,5 +1,7 @@
 #include "display/TarnwickView.h"
 
+#include "platform/windows/KeyCodes.h"
+
 #include <QLocale>
 
 namespace tarnwick {
@@ -19,8 +21,7 @@ constexpr double fullTurn = 360;
 } // namespace
 
 TarnwickView::TarnwickView(Parts parts)
-    : m_parts(std::move(parts)), m_workshop(m_parts.dispatcher, m_parts.catalogue),
-      m_screenSaverManager(m_parts.power),
+    : m_parts(std::move(parts)), m_screenSaverManager(m_parts.power),
       m_rotatingCDManager(m_parts.catalogue, m_parts.randomIndex, m_parts.log) {
     watchTheModel();
     watchTheSettings();
@@ -188,26 +189,26 @@ void TarnwickView::onKeyDown(int keyCode) {
     const auto titles = flattenedTitles().size();
     m_transaction.animate([&] {
         switch (keyCode) {
-        case Return:
+        case windows::ReturnKey:
             if (m_isFlipped)
                 confirmSelection();
             else
                 setFlipped(true);
             break;
-        case Escape:
+        case windows::EscapeKey:
             if (m_isFlipped)
                 setFlipped(false);
             else if (isWindowFullScreen())
                 m_parts.windows.firstWindow()->toggleFullScreen();
             break;
-        case DownArrow:
+        case windows::DownArrowKey:
             if (m_isFlipped && titles > 0)
                 select(m_selectedTrackIndex
                            ? std::max(*m_selectedTrackIndex,
                                       std::min(*m_selectedTrackIndex + 1, static_cast<int>(titles) - 1))
                            : 0);
             break;
-        case UpArrow:
+        case windows::UpArrowKey:
             if (m_isFlipped && m_selectedTrackIndex && *m_selectedTrackIndex >= 1)
                 select(*m_selectedTrackIndex - 1);
             break;
@@ -227,6 +228,8 @@ void TarnwickView::confirmSelection() {
 
 QStringList TarnwickView::flattenedTitles() const {
     QStringList titles;
+    if (!m_parts.musicSource.hasTracksOfCurrentAlbum())
+        return titles; // the rows are not shown either
     for (const DiscTrack& disc : m_parts.musicSource.tracksByDisc())
         titles += disc.tracks;
     return titles;

@@ -2,7 +2,6 @@
 
 #include "display/FolderPicture.h"
 #include "display/Picture.h"
-#include "display/PictureWorkshop.h"
 #include "music/MusicSource.h"
 #include "platform/animation/Clock.h"
 #include "platform/animation/Transaction.h"
@@ -37,7 +36,6 @@ class TarnwickView : public QObject {
     Q_PROPERTY(tarnwick::Settings* settings READ settings CONSTANT)
     Q_PROPERTY(QVariant backgroundManager READ backgroundManagerVariant CONSTANT)
     Q_PROPERTY(QVariant rotatingCDManager READ rotatingCDManagerVariant CONSTANT)
-    Q_PROPERTY(tarnwick::PictureWorkshop* workshop READ workshop CONSTANT)
     Q_PROPERTY(QVariant transaction READ transactionVariant CONSTANT)
     /// What the disc turns by; null for the system's clock.
     Q_PROPERTY(tarnwick::animation::Clock* clock READ clock CONSTANT)
@@ -47,6 +45,7 @@ class TarnwickView : public QObject {
     Q_PROPERTY(tarnwick::Picture record READ record NOTIFY recordChanged)
     /// Takes the place of the record; none for most albums.
     Q_PROPERTY(tarnwick::Picture cassetteImage READ cassetteImage NOTIFY cassetteImageChanged)
+    Q_PROPERTY(tarnwick::Picture noPicture READ noPicture CONSTANT)
     /// The colours behind everything, top to bottom.
     Q_PROPERTY(QList<QColor> paintedColors READ paintedColors NOTIFY paintedColorsChanged)
     /// The main window is in full screen, as of the last change of its size.
@@ -71,9 +70,6 @@ class TarnwickView : public QObject {
     Q_PROPERTY(bool reducedMotion READ reducedMotion NOTIFY reducedMotionChanged)
 
 public:
-    /// Hardware codes of the keys that the display answers.
-    enum KeyCode { Return = 36, Escape = 53, DownArrow = 125, UpArrow = 126 };
-
     /// What the view is made of; everything must outlive it.
     struct Parts {
         dispatch::Dispatcher& dispatcher;
@@ -131,6 +127,11 @@ public:
     /// The present date and time, as an Italian writes it; `pattern` as "HH:mm" or "dd MMM yyyy".
     Q_INVOKABLE QString formattedNow(const QString& pattern) const;
 
+    /// A picture of the catalogue; none when it is missing.
+    Q_INVOKABLE tarnwick::Picture namedPicture(const QString& name) const {
+        return m_parts.catalogue.image(name);
+    }
+
     /// Whether the application's first window is in full screen; false without one.
     Q_INVOKABLE bool isWindowFullScreen() const;
 
@@ -141,13 +142,13 @@ public:
     MusicSource& musicSource() const { return m_parts.musicSource; }
     Settings* settings() const { return &m_parts.settings; }
     BackgroundManager& backgroundManager() const { return m_parts.backgroundManager; }
-    PictureWorkshop* workshop() { return &m_workshop; }
     animation::Transaction& transaction() { return m_transaction; }
 
     RotatingCDManager& rotatingCDManager() { return m_rotatingCDManager; }
     animation::Clock* clock() const { return m_parts.clock; }
 
     Picture artwork() const { return m_parts.musicSource.currentAlbumArtwork(); }
+    Picture noPicture() const { return {}; }
     Picture record() const { return Picture(m_rotatingCDManager.cdImage()); }
     Picture cassetteImage() const { return m_cassetteImage; }
     const DiscImage& cdImage() const { return m_cdImage; }
@@ -235,7 +236,6 @@ private:
 
     const Parts m_parts;
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
-    PictureWorkshop m_workshop;
     animation::Transaction m_transaction;
     ScreenSaverManager m_screenSaverManager;
     RotatingCDManager m_rotatingCDManager;

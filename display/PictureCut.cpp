@@ -1,4 +1,4 @@
-#include "display/PictureWorkshop.h"
+#include "display/PictureCut.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -61,31 +61,7 @@ int PictureCut::margin() const {
     return static_cast<int>(std::ceil(reach)) + 1;
 }
 
-PictureWorkshop::PictureWorkshop(dispatch::Dispatcher& dispatcher, const Catalogue& catalogue)
-    : m_dispatcher(dispatcher), m_catalogue(catalogue) {}
-
-PictureWorkshop::~PictureWorkshop() = default;
-
-void PictureWorkshop::make(Paint paint, Done done) {
-    ++m_pending;
-    std::weak_ptr<PictureWorkshop*> weak = m_self;
-    m_dispatcher.globalQueue(dispatch::QualityOfService::Background)
-        .async([&dispatcher = m_dispatcher, weak, paint = std::move(paint), done = std::move(done)] {
-            dispatcher.mainQueue().async([weak, done, picture = paint()] {
-                const auto self = weak.lock();
-                if (!self)
-                    return;
-                --(*self)->m_pending;
-                done(picture);
-            });
-        });
-}
-
-dispatch::WorkItem PictureWorkshop::later(dispatch::Duration delay, dispatch::Task task) {
-    return m_dispatcher.asyncAfter(m_dispatcher.mainQueue(), delay, std::move(task));
-}
-
-QImage PictureWorkshop::fitted(const Catalogue& catalogue, const Picture& picture, QSize size) {
+QImage fitted(const Catalogue& catalogue, const Picture& picture, QSize size) {
     if (!picture.image) {
         const auto drawn = picture.disc.render(std::min(size.width(), size.height()));
         return drawn ? *drawn : QImage();
@@ -101,7 +77,7 @@ QImage PictureWorkshop::fitted(const Catalogue& catalogue, const Picture& pictur
         .convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }
 
-QImage PictureWorkshop::cut(const QImage& picture, const PictureCut& how) {
+QImage cutOut(const QImage& picture, const PictureCut& how) {
     if (picture.isNull())
         return {};
     const int margin = how.margin();

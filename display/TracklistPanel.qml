@@ -1,0 +1,157 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tarnwick.Assets
+import Tarnwick.Display
+import Tarnwick.Settings
+
+// The back of the cover: the album's titles by disc, in one of three styles.
+Rectangle {
+    id: root
+
+    required property TarnwickView view
+    required property real pixelRatio
+    required property bool isInUse ///< else there are no rows and no pictures
+
+    /// What lies under the rows of the dynamic style so that their text can be read; clear for nothing.
+    property color rowVeil: "transparent"
+
+    readonly property int style: view.settings.tracklistStyle
+    readonly property bool isIPod: style === Options.TracklistStyle.IPod
+    readonly property bool isDynamic: style === Options.TracklistStyle.Dynamic
+    readonly property real fraction: 0.95
+    readonly property real copySide: 0.5 * fraction * Math.min(width, height)
+    readonly property color plainText: isIPod ? "black" : "white"
+
+    radius: 10
+    color: isIPod ? "white" : Qt.rgba(0, 0, 0, 0.7)
+
+    TapHandler { onTapped: root.view.tapCover() }
+
+    ListView {
+        id: list
+
+        anchors.centerIn: parent
+        width: root.fraction * root.width
+        height: root.fraction * root.height
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+        model: TracklistModel {
+            id: tracks
+
+            view: root.isInUse ? root.view : null
+            onSelectedRowChanged: list.centreRow(selectedRow)
+        }
+        Accessible.role: Accessible.List
+        Accessible.name: root.view.musicSource.currentAlbumName ?? ""
+
+        delegate: Item {
+            id: row
+
+            required property int index
+            required property int kind
+            required property int discNumber
+            required property string title
+            required property string duration
+            required property bool isCurrent
+            required property bool isHovered
+            required property bool isSelected
+
+            readonly property real inset: root.isDynamic ? 20 : 0
+
+            x: inset
+            width: list.width - 2 * inset
+            height: kind === TracklistModel.CoverRow ? copy.implicitHeight
+                  : kind === TracklistModel.HeaderRow ? header.implicitHeight : track.implicitHeight
+
+            Item {
+                id: copy
+
+                readonly property bool isShown: row.kind === TracklistModel.CoverRow && root.view.artwork.isPresent
+
+                implicitHeight: isShown ? 20 + root.copySide + 20 : 0
+
+                CoverStack {
+                    x: (row.width - 1.6 * root.copySide) / 2
+                    y: 20
+                    width: root.copySide
+                    height: root.copySide
+                    artwork: copy.isShown ? root.view.artwork : root.view.noPicture
+                    record: copy.isShown && !root.view.cassetteImage.isPresent ? root.view.record
+                                                                               : root.view.noPicture
+                    area: Qt.size(root.copySide, root.copySide)
+                    pixelRatio: root.pixelRatio
+                    shadowOpacity: 0.3
+                    onTapped: root.view.tapCover()
+                }
+            }
+
+            DiscHeader {
+                id: header
+
+                width: parent.width
+                visible: row.kind === TracklistModel.HeaderRow
+                discNumber: row.discNumber
+                color: root.plainText
+                isFirst: row.index <= 1
+                gapBelow: root.isIPod ? 0 : 15
+            }
+
+            TrackRow {
+                id: track
+
+                width: parent.width
+                visible: row.kind === TracklistModel.TitleRow
+                style: root.style
+                title: row.title
+                duration: row.duration
+                isCurrent: row.isCurrent
+                isHighlighted: row.isHovered || row.isSelected
+                textColor: root.view.backgroundManager.dynamicTextColor
+                ground: root.view.backgroundManager.gradientColors[0] ?? "black"
+                veil: root.rowVeil
+                onTapped: tracks.play(row.index)
+                onHovered: entered => tracks.hover(row.index, entered)
+            }
+        }
+
+        // Moves the row with this number to the middle, as far as the list goes.
+        function centreRow(number) {
+            if (number < 0)
+                return;
+            centring.stop();
+            const from = contentY;
+            positionViewAtIndex(number, ListView.Center);
+            const to = contentY;
+            contentY = from;
+            centring.to = to;
+            centring.start();
+        }
+
+        NumberAnimation {
+            id: centring
+
+            target: list
+            property: "contentY"
+            duration: Theme.defaultDuration
+            easing { type: Easing.BezierSpline; bezierCurve: Theme.easeInOut }
+        }
+    }
+
+    Rectangle {
+        anchors.centerIn: parent
+        visible: tracks.isEmpty
+        width: message.implicitWidth + 2 * Theme.padding
+        height: message.implicitHeight + 2 * Theme.padding
+        color: Qt.rgba(1, 0, 0, 0.5)
+
+        Text {
+            id: message
+
+            anchors.centerIn: parent
+            color: root.plainText
+            font { family: Theme.fontFamily; pixelSize: Theme.headlineSize; weight: Theme.semibold }
+            text: "Nessuna traccia trovata."
+        }
+    }
+}
