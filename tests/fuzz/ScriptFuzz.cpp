@@ -1,0 +1,57 @@
+#include "tests/fuzz/ScriptFuzz.h"
+
+#include "platform/script/Host.h"
+#include "platform/script/Interpreter.h"
+#include "platform/script/Printer.h"
+#include "tests/fakes/FakeMusic.h"
+
+#include <cstdlib>
+
+using namespace tarnwick;
+using namespace tarnwick::script;
+
+namespace {
+
+class DeafHost final : public Host {
+public:
+    void log(const QString&) override {}
+    void displayDialog(const QString&) override {}
+    void delay(std::chrono::nanoseconds) override {}
+    quint32 random(quint32) override { return 0; }
+};
+
+std::shared_ptr<fakes::FakeLibrary> makeLibrary() {
+    auto library = std::make_shared<fakes::FakeLibrary>();
+    for (int i = 1; i <= 4; ++i)
+        library->tracks.push_back({QStringLiteral("Track %1").arg(i), QStringLiteral("Artist"),
+                                   QStringLiteral("Album"), 5 - i, i % 2});
+    library->playlists = {QStringLiteral("Musica")};
+    library->makeIndex();
+    return library;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const auto source =
+        decodeSource(QByteArray(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size)));
+    if (!std::holds_alternative<QString>(source))
+        return 0;
+    fakes::FakeProvider provider(makeLibrary());
+    Interpreter interpreter(provider);
+    DeafHost host;
+    Limits limits;
+    limits.memoryBytes = 8 << 20;
+    limits.listLength = 50'000;
+    limits.runTime = std::chrono::milliseconds(50);
+    const Outcome outcome = interpreter.run(std::get<QString>(source), host, limits);
+    if (outcome.reply.has_value() == outcome.error.has_value())
+        std::abort();
+    if (outcome.error && outcome.error->toStringWithPlace().isEmpty())
+        std::abort();
+    if (outcome.reply) {
+        literal(*outcome.reply);
+        json(*outcome.reply);
+    }
+    return 0;
+}
