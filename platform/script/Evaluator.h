@@ -16,8 +16,10 @@ namespace tarnwick::script {
 /// Runs one program once, by walking its tree. Lives on the stack of the thread that runs it, inside of a
 /// `Heap`.
 ///
-/// `Evaluator.cpp` has the statements and the limits, `EvaluatorExpressions.cpp` values, operators and calls,
-/// `EvaluatorReferences.cpp` what is asked of applications, lists and texts.
+/// `Evaluator.cpp` has the statements and the limits, `EvaluatorAssignment.cpp` `set` and `copy`,
+/// `EvaluatorExpressions.cpp` values and operators, `EvaluatorCalls.cpp` handlers and commands,
+/// `EvaluatorReferences.cpp` what stands before an `of`, `EvaluatorElements.cpp` the objects of an
+/// application.
 class Evaluator {
 public:
     /// Everything given must outlive the evaluator.
@@ -127,9 +129,8 @@ private:
 
     std::vector<Value> m_globals;
     Value* m_slots = nullptr; ///< the variables of the running handler
-    const Handler* m_handler = nullptr;
-    Value m_target; ///< `it`
-    Value m_script; ///< `me`
+    Value m_target;           ///< `it`
+    Value m_script;           ///< `me`
     std::shared_ptr<Application> m_application;
     QHash<QString, std::shared_ptr<Application>> m_opened;
     Value m_result;

@@ -11,35 +11,6 @@
 
 namespace tarnwick::script {
 
-/// What a handler changes and its caller gets back.
-class Evaluator::CallFrame {
-public:
-    CallFrame(Evaluator& evaluator, Value* slots_, const Handler& handler)
-        : m_evaluator(evaluator), m_slots(std::exchange(evaluator.m_slots, slots_)),
-          m_handler(std::exchange(evaluator.m_handler, &handler)), m_target(std::move(evaluator.m_target)),
-          m_application(std::move(evaluator.m_application)) {
-        ++evaluator.m_calls;
-        evaluator.m_target = evaluator.m_script;
-        evaluator.m_application = nullptr;
-    }
-    CallFrame(const CallFrame&) = delete;
-    CallFrame& operator=(const CallFrame&) = delete;
-    ~CallFrame() {
-        --m_evaluator.m_calls;
-        m_evaluator.m_slots = m_slots;
-        m_evaluator.m_handler = m_handler;
-        m_evaluator.m_target = std::move(m_target);
-        m_evaluator.m_application = std::move(m_application);
-    }
-
-private:
-    Evaluator& m_evaluator;
-    Value* m_slots;
-    const Handler* m_handler;
-    Value m_target;
-    std::shared_ptr<Application> m_application;
-};
-
 Value& Evaluator::variable(const VariableExpression& variable) {
     const auto slot = static_cast<std::size_t>(variable.slot);
     return variable.isGlobal ? m_globals[slot] : m_slots[slot];
@@ -287,82 +258,6 @@ Value Evaluator::evaluateCoercion(const CoercionExpression& coercion) {
             error.range = coercion.range;
         throw;
     }
-}
-
-Value Evaluator::evaluateCall(const CallExpression& call) {
-    std::vector<Value> arguments;
-    arguments.reserve(call.arguments.size());
-    for (const Expression* argument : call.arguments)
-        arguments.push_back(evaluate(*argument));
-    const Value receiver = containerOf(call.receiver);
-    const bool isOurs = receiver.is(Kind::Constant) && receiver.asTerm() == classes::Script;
-    if (!isOurs || !call.handler) {
-        // A call inside of `tell application` without `my` goes to the application, which does not know it.
-        const QString who = isOurs ? QStringLiteral("«script»") : briefLiteral(receiver);
-        rethrow({errors::NotUnderstood,
-                 QStringLiteral("%1 doesn’t understand the “%2” message.").arg(who, call.name)},
-                call.range, "");
-    }
-    return callHandler(*call.handler, std::move(arguments), call.range);
-}
-
-Value Evaluator::callHandler(const Handler& handler, std::vector<Value> arguments, const SourceRange& range) {
-    tick();
-    checkStack();
-    if (m_calls >= m_limits.callDepth)
-        throw Error{errors::StackOverflow, QStringLiteral("Stack overflow."), range};
-    if (arguments.size() != handler.parameters.size())
-        throw Error{
-            -1721,
-            QStringLiteral("%1 doesn’t match the parameters of %2.").arg(textOfPlace(range), handler.name),
-            range};
-    std::vector<Value> slots_(handler.slotNames.size());
-    for (std::size_t i = 0; i < arguments.size(); ++i)
-        slots_[static_cast<std::size_t>(handler.parameters[i])] = std::move(arguments[i]);
-    const CallFrame frame(*this, slots_.data(), handler);
-    Value outer = std::exchange(m_result, {});
-    const Flow flow = execute(handler.body);
-    Value reply = flow == Flow::Return ? std::move(m_returned) : std::move(m_result);
-    m_result = std::move(outer);
-    return reply;
-}
-
-Value Evaluator::evaluateStandardCommand(const StandardCommandExpression& command) {
-    Value direct = command.direct ? contents(evaluate(*command.direct)) : Value();
-    switch (command.command) {
-    case StandardCommand::Log:
-        m_host.log(direct.is(Kind::Text) ? direct.asText() : literal(snapshot(direct)));
-        return {};
-    case StandardCommand::Delay:
-        delay(command.direct ? requireReal(direct) : 0.0);
-        return {};
-    case StandardCommand::DisplayDialog:
-        break;
-    }
-    m_host.displayDialog(requireText(direct));
-    Value reply = Value::record();
-    recordIn(reply).set(QStringLiteral("button returned"), Value::text(QStringLiteral("OK")));
-    if (command.defaultAnswer)
-        recordIn(reply).set(QStringLiteral("text returned"),
-                            Value::text(requireText(evaluate(*command.defaultAnswer))));
-    return reply;
-}
-
-void Evaluator::delay(double seconds) {
-    using std::chrono::nanoseconds;
-    checkLimits();
-    // As long as the clock can count; a script that says more means for ever.
-    constexpr double longest = 3.0e9;
-    const nanoseconds wanted(static_cast<qint64>(std::clamp(seconds, 0.0, longest) * 1e9));
-    if (!m_limits.runTime) {
-        m_host.delay(wanted);
-    } else {
-        const nanoseconds left = m_deadline - std::chrono::steady_clock::now();
-        m_host.delay(std::clamp(wanted, nanoseconds(0), std::max(left, nanoseconds(0))));
-        if (wanted >= left)
-            throw Abort{{errors::TimedOut, QStringLiteral("The script has run for too long.")}};
-    }
-    checkLimits();
 }
 
 bool Evaluator::evaluateExists(const ExistsExpression& exists) {

@@ -21,8 +21,11 @@ inline constexpr int MaximumDepth = 400;
 /// words of an application mean comes from the terminology of the `tell` around them. Throws error -2741
 /// with the place where the text stops being the language, -2706 where it is nested too deeply.
 ///
-/// `Parser.cpp` has the tokens and the statements, `ParserExpressions.cpp` operators, literals and commands,
-/// `ParserReferences.cpp` everything that stands before and after `of`.
+/// `Parser.cpp` has the tokens and the names, `ParserDeclarations.cpp` handlers and properties,
+/// `ParserStatements.cpp` what their bodies consist of, `ParserExpressions.cpp` literals and commands,
+/// `ParserOperators.cpp` what stands between them, `ParserReferences.cpp` what stands before and after `of`,
+/// `ParserWords.cpp` which words mean something to the language or to an application, and
+/// `ParserConditions.cpp` what follows a `whose`.
 class Parser {
 public:
     Parser(const QString& source, const ApplicationProvider& applications);
@@ -58,6 +61,20 @@ private:
         Filter::Operator comparison = {};
         bool negated = false;
         bool swapped = false; ///< `a is in b` is `b contains a`
+    };
+    /// From the loosest to the tightest binding.
+    enum Precedence : int {
+        OrPrecedence = 1,
+        AndPrecedence,
+        NotPrecedence,
+        EqualityPrecedence,
+        RelationPrecedence,
+        AsPrecedence,
+        ConcatenationPrecedence,
+        SumPrecedence,
+        ProductPrecedence,
+        PowerPrecedence,
+        SignPrecedence,
     };
     class Nesting;
 

@@ -1,0 +1,328 @@
+#include "platform/script/Application.h"
+#include "platform/script/Coercion.h"
+#include "platform/script/Parser.h"
+
+namespace tarnwick::script {
+
+bool Parser::atBlockEnd() {
+    const Token& next = token();
+    return next.is(TokenKind::End) || next.is(Keyword::Else) ||
+           (next.is(Keyword::On) && token(1).is(Keyword::Error)) ||
+           (next.is(Keyword::End) && !token(1).is(Keyword::Of) && !token(1).is(Keyword::In));
+}
+
+Block Parser::parseBlock() {
+    const Nesting nesting(*this);
+    Block block;
+    for (skipNewLines(); !atBlockEnd(); skipNewLines()) {
+        if (Statement* statement = parseStatement())
+            block.push_back(statement);
+        expectEndOfLine();
+    }
+    return block;
+}
+
+/// The one statement of `if … then …` and `tell … to …`.
+Block Parser::parseLine() {
+    Block block;
+    if (Statement* statement = parseStatement())
+        block.push_back(statement);
+    return block;
+}
+
+/// `end`, and the word after it when there is one.
+void Parser::expectEnd(const char* word) {
+    expect(Keyword::End, "“end”");
+    if (token().is(TokenKind::Word) && !acceptWord(word))
+        failExpecting((QByteArrayLiteral("“") + word + QByteArrayLiteral("”")).constData());
+}
+
+/// A declaration is no statement: null.
+Statement* Parser::parseStatement() {
+    const Nesting nesting(*this);
+    const SourceRange begin = token().range;
+    Statement* statement = nullptr;
+    switch (token().keyword) {
+    case Keyword::Global:
+    case Keyword::Local:
+        parseDeclaration(token().is(Keyword::Global));
+        return nullptr;
+    case Keyword::Set:
+        statement = parseSet();
+        break;
+    case Keyword::Copy:
+        statement = parseCopy();
+        break;
+    case Keyword::If:
+        statement = parseIf();
+        break;
+    case Keyword::Repeat:
+        statement = parseRepeat();
+        break;
+    case Keyword::Return:
+        statement = parseReturn();
+        break;
+    case Keyword::Tell:
+        statement = parseTell();
+        break;
+    case Keyword::Try:
+        statement = parseTry();
+        break;
+    case Keyword::Error:
+        statement = parseError();
+        break;
+    case Keyword::Considering:
+    case Keyword::Ignoring:
+        statement = parseConsidering();
+        break;
+    case Keyword::With:
+        statement = parseTimeout();
+        break;
+    case Keyword::Exit:
+        take();
+        accept(Keyword::Repeat);
+        statement = make<Statement>(begin, StatementKind::Exit);
+        break;
+    default:
+        statement = areWords({"using", "terms", "from"}) ? parseUsingTerms() : parseExpressionStatement();
+        break;
+    }
+    finish(*statement);
+    return statement;
+}
+
+Statement* Parser::parseExpressionStatement() {
+    auto* statement = make<ExpressionStatement>(token().range);
+    accept(Keyword::Get);
+    statement->expression = parseExpression();
+    hold(*statement, statement->expression);
+    return statement;
+}
+
+Statement* Parser::parseSet() {
+    auto* statement = make<AssignmentStatement>(take().range, StatementKind::Set);
+    statement->target = parseReference();
+    expect(Keyword::To, "“to”");
+    statement->value = parseExpression();
+    return statement;
+}
+
+Statement* Parser::parseCopy() {
+    auto* statement = make<AssignmentStatement>(take().range, StatementKind::Copy);
+    statement->value = parseExpression();
+    expect(Keyword::To, "“to”");
+    statement->target = parseReference();
+    return statement;
+}
+
+Statement* Parser::parseIf() {
+    auto* statement = make<IfStatement>(take().range);
+    Expression* condition = parseExpression();
+    accept(Keyword::Then);
+    if (!token().is(TokenKind::NewLine)) {
+        // In one line: if … then … else …
+        statement->branches.emplace_back(condition, parseLine());
+        if (accept(Keyword::Else)) {
+            statement->hasElse = true;
+            statement->otherwise = parseLine();
+        }
+        return statement;
+    }
+    statement->branches.emplace_back(condition, parseBlock());
+    while (accept(Keyword::Else)) {
+        if (accept(Keyword::If)) {
+            condition = parseExpression();
+            accept(Keyword::Then);
+            statement->branches.emplace_back(condition, parseBlock());
+        } else {
+            statement->hasElse = true;
+            statement->otherwise = parseBlock();
+            break;
+        }
+    }
+    expectEnd("if");
+    return statement;
+}
+
+Statement* Parser::parseRepeat() {
+    const SourceRange begin = take().range;
+    RepeatStatement* statement = nullptr;
+    if (token().is(Keyword::With))
+        return parseRepeatWith(begin);
+    if (token().is(TokenKind::NewLine)) {
+        statement = make<RepeatStatement>(begin, StatementKind::Repeat);
+    } else if (token().is(Keyword::While) || token().is(Keyword::Until)) {
+        statement = make<RepeatStatement>(begin, StatementKind::RepeatWhile);
+        statement->until = take().is(Keyword::Until);
+        statement->from = parseExpression();
+    } else {
+        statement = make<RepeatStatement>(begin, StatementKind::RepeatTimes);
+        statement->from = parseExpression();
+        accept(Keyword::Times);
+    }
+    expectEndOfLine();
+    statement->body = parseBlock();
+    expectEnd("repeat");
+    return statement;
+}
+
+Statement* Parser::parseRepeatWith(const SourceRange& begin) {
+    take();
+    VariableExpression* variable = parseVariable();
+    const bool isCounting = token().is(Keyword::From);
+    auto* statement =
+        make<RepeatStatement>(begin, isCounting ? StatementKind::RepeatCounting : StatementKind::RepeatIn);
+    statement->variable = variable;
+    if (isCounting) {
+        take();
+        statement->from = parseExpression();
+        expect(Keyword::To, "“to”");
+        statement->to = parseExpression();
+        if (accept(Keyword::By))
+            statement->by = parseExpression();
+    } else {
+        expect(Keyword::In, "“from” or “in”");
+        statement->from = parseExpression();
+    }
+    expectEndOfLine();
+    statement->body = parseBlock();
+    expectEnd("repeat");
+    return statement;
+}
+
+VariableExpression* Parser::parseVariable() {
+    if (!isIdentifier())
+        failExpecting("identifier");
+    return makeVariable(take());
+}
+
+Statement* Parser::parseReturn() {
+    auto* statement = make<ReturnStatement>(take().range);
+    if (startsExpression())
+        statement->value = parseExpression();
+    return statement;
+}
+
+Statement* Parser::parseTell() {
+    auto* statement = make<TellStatement>(take().range);
+    statement->target = parseExpression();
+    const Terminology* outer = m_terminology;
+    if (statement->target->kind == ExpressionKind::ApplicationNamed) {
+        const auto* named = static_cast<const ApplicationExpression*>(statement->target)->name;
+        if (named->kind == ExpressionKind::Literal) {
+            const QString name = requireText(static_cast<const LiteralExpression*>(named)->value);
+            m_terminology = m_applications.terminology(name);
+            if (!m_terminology)
+                fail(statement->target->range, QStringLiteral("Can’t get application \"%1\".").arg(name),
+                     errors::NoSuchObject);
+        }
+    }
+    if (accept(Keyword::To)) {
+        statement->body = parseLine();
+    } else {
+        expectEndOfLine();
+        statement->body = parseBlock();
+        expectEnd("tell");
+    }
+    m_terminology = outer;
+    return statement;
+}
+
+Statement* Parser::parseTry() {
+    auto* statement = make<TryStatement>(take().range);
+    expectEndOfLine();
+    statement->body = parseBlock();
+    if (accept(Keyword::On)) {
+        expect(Keyword::Error, "“error”");
+        if (isIdentifier() && !isWord("number"))
+            statement->message = parseVariable();
+        for (;;) {
+            if (isWord("number")) {
+                take();
+                statement->number = parseVariable();
+            } else if (token().is(Keyword::From) || token().is(Keyword::To)) {
+                take();
+                parseVariable();
+            } else if (areWords({"partial", "result"})) {
+                skip(2);
+                parseVariable();
+            } else {
+                break;
+            }
+        }
+        expectEndOfLine();
+        statement->onError = parseBlock();
+    }
+    expect(Keyword::End, "“end”");
+    if (!acceptWord("try") && !acceptWord("error") && token().is(TokenKind::Word))
+        failExpecting("“try”");
+    return statement;
+}
+
+Statement* Parser::parseError() {
+    auto* statement = make<ErrorStatement>(take().range);
+    if (!isWord("number") && startsExpression())
+        statement->message = parseExpression();
+    if (acceptWord("number"))
+        statement->number = parseExpression();
+    return statement;
+}
+
+Statement* Parser::parseConsidering() {
+    auto* statement = make<ConsideringStatement>(token().range);
+    bool considers = token().is(Keyword::Considering);
+    const char* word = considers ? "considering" : "ignoring";
+    for (take(); !token().is(TokenKind::NewLine) && !token().is(TokenKind::End);) {
+        if (token().is(Keyword::Considering) || token().is(Keyword::Ignoring)) {
+            considers = take().is(Keyword::Considering);
+        } else if (acceptWord("case")) {
+            statement->changesCase = true;
+            statement->considersCase = considers;
+        } else if (!accept(TokenKind::Comma) && !accept(Keyword::And) && !accept(Keyword::But) &&
+                   !acceptWord("diacriticals") && !acceptWord("hyphens") && !acceptWord("punctuation") &&
+                   !acceptWord("white") && !acceptWord("space") && !acceptWord("numeric") &&
+                   !acceptWord("strings")) {
+            failExpecting("“case” or another attribute");
+        }
+    }
+    statement->body = parseBlock();
+    expectEnd(word);
+    return statement;
+}
+
+Statement* Parser::parseTimeout() {
+    auto* statement = make<GroupStatement>(take().range);
+    if (!acceptWord("timeout"))
+        failExpecting("“timeout”");
+    expect(Keyword::Of, "“of”");
+    parseExpression();
+    if (!acceptWord("seconds") && !acceptWord("second"))
+        failExpecting("“seconds”");
+    expectEndOfLine();
+    statement->body = parseBlock();
+    expectEnd("timeout");
+    return statement;
+}
+
+Statement* Parser::parseUsingTerms() {
+    auto* statement = make<GroupStatement>(token().range);
+    skip(3);
+    if (!acceptWord("application") && !acceptWord("app"))
+        failExpecting("“application”");
+    if (!token().is(TokenKind::Text))
+        failExpecting("text");
+    const Token name = take();
+    const Terminology* outer = std::exchange(m_terminology, m_applications.terminology(name.text));
+    if (!m_terminology)
+        fail(name.range, QStringLiteral("Can’t get application \"%1\".").arg(name.text),
+             errors::NoSuchObject);
+    expectEndOfLine();
+    statement->body = parseBlock();
+    expect(Keyword::End, "“end”");
+    if (areWords({"using", "terms", "from"}))
+        skip(3);
+    m_terminology = outer;
+    return statement;
+}
+
+} // namespace tarnwick::script
