@@ -24,7 +24,9 @@ if(TARNWICK_MOLD)
 endif()
 if(TARNWICK_SANITIZE)
     target_compile_options(tarnwick_options INTERFACE
-        -fsanitize=${TARNWICK_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+        -fsanitize=${TARNWICK_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all
+        # GCC cannot follow a std::variant through the instrumentation.
+        $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     target_link_options(tarnwick_options INTERFACE -fsanitize=${TARNWICK_SANITIZE})
 endif()
 

@@ -281,11 +281,12 @@ void Evaluator::throwCannotGet(const SourceRange& range) const {
 }
 
 void Evaluator::rethrow(Error error, const SourceRange& range, const char* what) const {
+    if (error.range.line != 0) // the script's own: a condition that was tried, an index
+        throw error;
     if (error.message.isEmpty())
         error.message = error.number == errors::NotRunning ? Error::notRunning().message
                                                            : QString::fromUtf8(what).arg(textOfPlace(range));
-    if (error.range.line == 0)
-        error.range = range;
+    error.range = range;
     const QString prefix =
         m_application ? m_application->name() + QStringLiteral(" got an error: ") : QString();
     if (!error.message.startsWith(prefix))

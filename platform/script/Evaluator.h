@@ -40,6 +40,13 @@ private:
         Query query;
         Filter filter;
         bool hasFilter = false;
+
+        /// Lives as long as this one stays where it is.
+        Query forApplication() const {
+            Query asked = query;
+            asked.filter = hasFilter ? &filter : nullptr;
+            return asked;
+        }
     };
     class CallFrame;
 
@@ -104,7 +111,7 @@ private:
     Value evaluatePiece(const PieceExpression& piece);
     Value pieceOutsideOfList(const Value& whole, qint64 index, const PieceExpression& piece);
     Value evaluateElement(const ElementExpression& element);
-    std::vector<ObjectPointer> findElements(const ElementExpression& element);
+    std::vector<ObjectPointer> findElements(const ElementExpression& element, const ElementQuery& wanted);
     std::vector<ObjectPointer> findByTrying(const ElementExpression& element, const ElementQuery& wanted);
     ElementQuery makeQuery(const ElementExpression& element);
     void select(ElementQuery& query, const Selection& selection, const SourceRange& range);

@@ -19,8 +19,9 @@ Value listOf(const std::vector<ObjectPointer>& objects) {
 } // namespace
 
 Value Evaluator::evaluateElement(const ElementExpression& element) {
+    const ElementQuery wanted = makeQuery(element);
     try {
-        std::vector<ObjectPointer> found = findElements(element);
+        std::vector<ObjectPointer> found = findElements(element, wanted);
         if (element.isMany())
             return listOf(found);
         if (found.empty())
@@ -31,12 +32,11 @@ Value Evaluator::evaluateElement(const ElementExpression& element) {
     }
 }
 
-std::vector<ObjectPointer> Evaluator::findElements(const ElementExpression& element) {
-    ElementQuery wanted = makeQuery(element);
+std::vector<ObjectPointer> Evaluator::findElements(const ElementExpression& element,
+                                                   const ElementQuery& wanted) {
     if (element.condition && !element.filter)
         return findByTrying(element, wanted);
-    wanted.query.filter = wanted.hasFilter ? &wanted.filter : nullptr;
-    return wanted.container->elements(wanted.query);
+    return wanted.container->elements(wanted.forApplication());
 }
 
 /// A condition that the application cannot be given is tried on each element, as the target.
@@ -115,11 +115,14 @@ void Evaluator::select(ElementQuery& wanted, const Selection& selection, const S
         return;
     case SelectionForm::Middle:
     case SelectionForm::Some: {
-        Query all = wanted.query;
-        all.filter = wanted.hasFilter ? &wanted.filter : nullptr;
-        const qint64 count = wanted.container->count(all);
+        qint64 count = 0;
+        try {
+            count = wanted.container->count(wanted.forApplication());
+        } catch (const Error& error) {
+            rethrow(error, range, "Can’t get %1.");
+        }
         if (count == 0)
-            throw Error::noSuchObject();
+            throwCannotGet(range);
         const qint64 at = selection.form == SelectionForm::Middle
                               ? (count + 1) / 2
                               : 1 + m_host.random(static_cast<quint32>(std::min<qint64>(count, 0xffffffff)));
@@ -146,12 +149,11 @@ Value Evaluator::evaluateCount(const CountExpression& count) {
     if (count.operand->kind == ExpressionKind::Element) {
         const auto& element = static_cast<const ElementExpression&>(*count.operand);
         if (element.isMany()) {
+            const ElementQuery wanted = makeQuery(element);
             try {
                 if (element.condition && !element.filter)
-                    return Value::integer(static_cast<qint64>(findElements(element).size()));
-                ElementQuery wanted = makeQuery(element);
-                wanted.query.filter = wanted.hasFilter ? &wanted.filter : nullptr;
-                return Value::integer(wanted.container->count(wanted.query));
+                    return Value::integer(static_cast<qint64>(findByTrying(element, wanted).size()));
+                return Value::integer(wanted.container->count(wanted.forApplication()));
             } catch (const Error& error) {
                 rethrow(error, count.range, "Can’t get %1.");
             }

@@ -22,14 +22,12 @@ Value Evaluator::evaluateTermProperty(const TermPropertyExpression& property) {
         const auto& element = static_cast<const ElementExpression&>(*property.container);
         if (element.isMany()) {
             // name of every track whose …: one question to the application, not one for each track.
+            const ElementQuery wanted = makeQuery(element);
             try {
-                if (!element.condition || element.filter) {
-                    ElementQuery wanted = makeQuery(element);
-                    wanted.query.filter = wanted.hasFilter ? &wanted.filter : nullptr;
-                    return Value::list(wanted.container->values(wanted.query, property.term));
-                }
+                if (!element.condition || element.filter)
+                    return Value::list(wanted.container->values(wanted.forApplication(), property.term));
                 Value list = Value::list();
-                for (const ObjectPointer& object : findElements(element))
+                for (const ObjectPointer& object : findByTrying(element, wanted))
                     listIn(list).append(object->property(property.term));
                 return list;
             } catch (const Error& error) {

@@ -234,6 +234,7 @@ Statement* Parser::parseTry() {
     statement->body = parseBlock();
     if (accept(Keyword::On)) {
         expect(Keyword::Error, "“error”");
+        accept(Keyword::The);
         if (isIdentifier() && !isWord("number"))
             statement->message = parseVariable();
         for (;;) {

@@ -60,12 +60,16 @@ tell application "Music"
 end tell
 -- next script
 tell application "Music"
+    log track missingIndex of library playlist 1 -- expect error at 15: The variable missingIndex is not defined. (-2753)
+end tell
+-- next script
+tell application "Music"
     log sound volume -- expect error at 9: Music got an error: Application isn’t running. (-600)
     -- given: not running
 end tell
 -- next script
 tell application "Music"
-    log track 0 of library playlist 1 -- expect error: Music got an error: Can’t get track 0 of library playlist 1. Invalid index. (-1719)
+    log track 0 of library playlist 1 -- expect error: Can’t get track 0 of library playlist 1. Invalid index. (-1719)
 end tell
 -- next script
 tell application "Music"
