@@ -1,60 +1,14 @@
 #include "platform/musicapp/mpris/MprisMusic.h"
 
-#include "platform/dispatch/SystemDispatcher.h"
-#include "platform/images/ImageStore.h"
-#include "tests/fakes/FakePlayer.h"
-#include "tests/fakes/MusicProbe.h"
-#include "tests/fakes/PrivateBus.h"
-
-#include <QBuffer>
-#include <QImage>
-#include <QTemporaryDir>
-#include <gmock/gmock.h>
+#include "tests/players/MprisFixture.h"
 
 namespace tarnwick {
 namespace {
 
 using musicapp::Change;
 namespace terms = musicapp::terms;
-using namespace std::chrono_literals;
 
-QByteArray picture(QRgb colour, int size = 32) {
-    QImage image(size, size, QImage::Format_RGB32);
-    image.fill(colour);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    image.save(&buffer, "PNG");
-    return bytes;
-}
-
-QString write(const QTemporaryDir& folder, const QString& name, const QByteArray& bytes) {
-    QFile file(folder.filePath(name));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-    return file.fileName();
-}
-
-struct MprisMusicTest : testing::Test {
-    PrivateBus bus;
-    QTemporaryDir folder;
-    dispatch::SystemDispatcher dispatcher;
-    images::ImageStore images{dispatcher};
-    std::unique_ptr<musicapp::MprisMusic> music;
-    std::unique_ptr<MusicProbe> probe;
-
-    void start(const QString& player = {}) {
-        music = std::make_unique<musicapp::MprisMusic>(
-            musicapp::MprisMusic::Options{.busAddress = bus.address(), .player = player}, dispatcher, images);
-        probe = std::make_unique<MusicProbe>(*music);
-        ASSERT_TRUE(music->waitUntilReady(5s));
-    }
-    void TearDown() override {
-        probe.reset();
-        const auto begin = std::chrono::steady_clock::now();
-        music.reset();
-        EXPECT_LT(std::chrono::steady_clock::now() - begin, 500ms) << "leaving must not wait for a player";
-    }
-};
+using MprisMusicTest = MprisFixture;
 
 TEST_F(MprisMusicTest, WithoutAPlayerMusicDoesNotRun) {
     start();
@@ -79,7 +33,7 @@ TEST_F(MprisMusicTest, TellsWhatPlays) {
                                  {"xesam:trackNumber", 4},
                                  {"xesam:discNumber", 2},
                                  {"xesam:contentCreated", "2019-05-03T00:00:00"},
-                                 {"mpris:artUrl", "file://" + write(folder, "art", cover)}}),
+                                 {"mpris:artUrl", "file://" + write("art", cover)}}),
                        42));
     player.appear();
     start();

@@ -1,0 +1,126 @@
+#include "tests/players/MprisFixture.h"
+
+#include <QDBusArgument>
+#include <QDBusMetaType>
+#include <QDBusObjectPath>
+
+namespace tarnwick {
+
+/// A playlist on the wire: id, name, icon.
+struct WirePlaylist {
+    QDBusObjectPath id;
+    QString name;
+    QString icon;
+};
+
+/// The active playlist on the wire.
+struct WireActive {
+    bool isValid = false;
+    WirePlaylist playlist;
+};
+
+QDBusArgument& operator<<(QDBusArgument& argument, const WirePlaylist& playlist) {
+    argument.beginStructure();
+    argument << playlist.id << playlist.name << playlist.icon;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument& operator>>(const QDBusArgument& argument, WirePlaylist& playlist) {
+    argument.beginStructure();
+    argument >> playlist.id >> playlist.name >> playlist.icon;
+    argument.endStructure();
+    return argument;
+}
+
+QDBusArgument& operator<<(QDBusArgument& argument, const WireActive& active) {
+    argument.beginStructure();
+    argument << active.isValid << active.playlist;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument& operator>>(const QDBusArgument& argument, WireActive& active) {
+    argument.beginStructure();
+    argument >> active.isValid >> active.playlist;
+    argument.endStructure();
+    return argument;
+}
+
+namespace {
+
+namespace terms = musicapp::terms;
+
+struct PlaylistsTest : MprisFixture {
+    QList<WirePlaylist> lists{{QDBusObjectPath("/list/2"), "musica", ""},
+                              {QDBusObjectPath("/list/1"), "Caffè \"del\" mattino", ""},
+                              {QDBusObjectPath("/list/3"), "Åska", ""}};
+    std::unique_ptr<FakePlayer> player = std::make_unique<FakePlayer>(bus.address(), "fake");
+
+    PlaylistsTest() {
+        qDBusRegisterMetaType<WirePlaylist>();
+        qDBusRegisterMetaType<QList<WirePlaylist>>();
+        qDBusRegisterMetaType<WireActive>();
+        player->put(playing(metadata("Uno", "A", "A"), 30));
+        player->put({{"Orderings", QStringList{"Alphabetical", "UserDefined"}},
+                     {"PlaylistCount", 3U},
+                     {"ActivePlaylist", QVariant::fromValue(WireActive{true, lists[0]})}},
+                    ".Playlists");
+        player->answer("GetPlaylists", [this](const QDBusMessage& call) {
+            return call.createReply(QVariant::fromValue(lists));
+        });
+        player->appear();
+    }
+
+    script::ObjectPointer named(const QString& name) {
+        const script::Filter filter{.op = script::Filter::Operator::Equal,
+                                    .property = script::terms::Name,
+                                    .value = script::Value::text(name)};
+        return probe->application()
+            ->elements({.elementClass = terms::UserPlaylist, .filter = &filter, .from = 1, .to = 1})
+            .front();
+    }
+    QString current() {
+        const script::Value container = probe->fact(terms::Container);
+        return container.is(script::Kind::Object)
+                   ? container.asObject()->property(script::terms::Name).asText()
+                   : QString();
+    }
+};
+
+TEST_F(PlaylistsTest, ComeInThePlayersOrderAndSpelling) {
+    start();
+    const QStringList expected{"musica", "Caffè \"del\" mattino", "Åska"};
+    EXPECT_TRUE(probe->eventually([&] { return probe->playlists() == expected; }));
+    EXPECT_EQ(player->calls("GetPlaylists").first(), "GetPlaylists 0 5000 UserDefined false");
+    EXPECT_EQ(current(), "musica");
+    EXPECT_TRUE(music->capabilities().hasPlaylists);
+
+    // Players forget to say that there are new ones; whoever looks is served a little later.
+    lists.append({QDBusObjectPath("/list/4"), "Nuova", ""});
+    EXPECT_TRUE(probe->eventually([&] { return probe->playlists().contains("Nuova"); }));
+}
+
+TEST_F(PlaylistsTest, OneIsStarted) {
+    start();
+    ASSERT_TRUE(probe->eventually([&] { return probe->playlists().size() == 3; }));
+    probe->perform(terms::Play, script::Value::object(named("ÅSKA")));
+    EXPECT_EQ(music->finishCommands(1s), std::nullopt);
+    EXPECT_EQ(player->calls("ActivatePlaylist"), QStringList{"ActivatePlaylist /list/3"});
+    player->signal({{"Metadata", metadata("Due", "B", "B")}, {"Position", qlonglong{0}}});
+    player->put({{"ActivePlaylist", QVariant::fromValue(WireActive{true, lists[2]})}}, ".Playlists");
+    EXPECT_TRUE(titleBecomes("Due"));
+    EXPECT_TRUE(probe->eventually([&] { return current() == "Åska"; })) << "though it was not signalled";
+    EXPECT_TRUE(player->calls("Stop").isEmpty());
+}
+
+TEST_F(PlaylistsTest, APlayerThatPlaysOnIsStoppedFirst) {
+    start();
+    ASSERT_TRUE(probe->eventually([&] { return probe->playlists().size() == 3; }));
+    probe->perform(terms::Play, script::Value::object(named("Åska")));
+    EXPECT_TRUE(probe->eventually([&] { return player->calls("ActivatePlaylist").size() == 2; }));
+    EXPECT_EQ(player->calls("Stop").size(), 1);
+}
+
+} // namespace
+} // namespace tarnwick
