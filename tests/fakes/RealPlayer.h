@@ -5,7 +5,6 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QProcessEnvironment>
-#include <QStandardPaths>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -39,10 +38,6 @@ public:
         m_process.waitForFinished();
     }
 
-    static bool isInstalled(const QString& program) {
-        return !QStandardPaths::findExecutable(program).isEmpty();
-    }
-
     /// A file in the program's home.
     void writeFile(const QString& name, const QByteArray& content) {
         const QString path = m_home.filePath(name);
@@ -50,6 +45,12 @@ public:
         QFile file(path);
         if (file.open(QIODevice::WriteOnly))
             file.write(content);
+    }
+    /// Before the start.
+    void setVariable(const QString& name, const QString& value) {
+        QProcessEnvironment environment = m_process.processEnvironment();
+        environment.insert(name, value);
+        m_process.setProcessEnvironment(environment);
     }
     QString home() const { return m_home.path(); }
 

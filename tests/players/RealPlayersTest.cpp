@@ -9,6 +9,8 @@
 
 #include <QBuffer>
 #include <QImage>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <gmock/gmock.h>
 
 namespace tarnwick {
@@ -101,6 +103,16 @@ struct RealPlayersTest : testing::Test {
         return probe->eventually([&] { return probe->state() == state; });
     }
 
+    /// Tries for some seconds.
+    static bool probeUntil(const std::function<bool()>& attempt) {
+        const auto end = std::chrono::steady_clock::now() + 5s;
+        while (!attempt()) {
+            if (std::chrono::steady_clock::now() > end)
+                return false;
+        }
+        return true;
+    }
+
     bool startMpv(const QStringList& more = {}) {
         const QString plugin = "/usr/lib/mpv-mpris/mpris.so";
         return player.start("mpv", QStringList{"--no-config", "--ao=null", "--no-video", "--volume=50",
@@ -167,6 +179,73 @@ TEST_F(RealPlayersTest, IdleMpvIsStoppedWhateverItSays) {
     follow();
     ASSERT_TRUE(probe->eventually([&] { return probe->isRunning(); }, 10s));
     EXPECT_EQ(probe->state(), "stopped");
+}
+
+TEST_F(RealPlayersTest, AudaciousIsCompletedFromTheFiles) {
+    player.setVariable("SDL_AUDIODRIVER", "dummy");
+    ASSERT_TRUE(player.start("audacious", QStringList{"-H"} + files));
+    follow();
+    ASSERT_TRUE(probe->eventually([&] { return probe->isRunning(); }, 10s));
+    // Without a sound card it may wait to be told.
+    EXPECT_TRUE(probe->eventually(
+        [&] {
+            if (probe->state() != "playing")
+                player.run("playerctl", {"play"});
+            return probe->state() == "playing";
+        },
+        10s));
+    expectFacts(oddTitle, 1, 1);
+    EXPECT_EQ(music->playerName(), "Audacious");
+    EXPECT_FALSE(music->capabilities().canShuffle);
+    probe->perform(terms::NextTrack);
+    expectFacts("Tre finestre", 2, 1);
+    probe->perform(terms::Pause);
+    EXPECT_TRUE(comesTo("paused"));
+}
+
+TEST_F(RealPlayersTest, MpdIsFollowedThroughItsBridge) {
+    QTcpServer freePort;
+    ASSERT_TRUE(freePort.listen(QHostAddress::LocalHost));
+    const QByteArray port = QByteArray::number(freePort.serverPort());
+    freePort.close();
+    const QByteArray musicFolder = folder.path().toUtf8();
+    const QByteArray home = player.home().toUtf8();
+    player.writeFile("mpd.conf", "music_directory \"" + musicFolder + "\"\ndb_file \"" + home +
+                                     "/db\"\nbind_to_address \"127.0.0.1\"\nport \"" + port +
+                                     "\"\naudio_output {\ntype \"null\"\nname \"none\"\nmixer_type "
+                                     "\"software\"\n}\n");
+    player.writeFile("mpDris2.conf", "[Connection]\nhost = 127.0.0.1\nport = " + port +
+                                         "\nmusic_dir = " + musicFolder + "\n[Bling]\nnotify = False\n");
+    ASSERT_TRUE(player.start("mpd", {"--no-daemon", player.home() + "/mpd.conf"}));
+    QTcpSocket wire;
+    ASSERT_TRUE(probeUntil([&] {
+        wire.connectToHost(QHostAddress::LocalHost, port.toUShort());
+        return wire.waitForConnected(200) && wire.waitForReadyRead(1000);
+    }));
+    wire.write("update\nadd \"Lontano, è/CD1\"\nplay\n");
+    wire.waitForBytesWritten();
+    RealPlayer bridge{bus.address()};
+    ASSERT_TRUE(bridge.start("mpDris2", {"--config=" + player.home() + "/mpDris2.conf"}));
+    follow();
+    ASSERT_TRUE(probe->eventually(
+        [&] {
+            if (!probe->isRunning() || probe->state() == "stopped") {
+                wire.write("add \"Lontano, è/CD1\"\nplay\n"); // until the folder has been looked through
+                wire.waitForBytesWritten(100);
+            }
+            return probe->title() == oddTitle;
+        },
+        15s));
+    expectFacts(oddTitle, 1, 1);
+    probe->perform(terms::NextTrack);
+    expectFacts("Tre finestre", 2, 1);
+    const double before = probe->position();
+    EXPECT_TRUE(probe->eventually([&] { return probe->position() > before + 0.5; }));
+    probe->perform(terms::Pause);
+    EXPECT_TRUE(comesTo("paused"));
+    probe->application()->setProperty(terms::ShuffleEnabled, script::Value::boolean(true));
+    EXPECT_EQ(music->finishCommands(1s), std::nullopt);
+    EXPECT_TRUE(player.run("playerctl", {"shuffle"}).startsWith("On"));
 }
 
 } // namespace
