@@ -13,6 +13,7 @@ Item {
     readonly property real point: view.isFullscreen ? Math.max(1, height / 1080) : 1
     readonly property real pixelRatio: point * Screen.devicePixelRatio
 
+    anchors.fill: parent
     onWidthChanged: view.setWindowSize(Qt.size(width, height))
     onHeightChanged: view.setWindowSize(Qt.size(width, height))
 
@@ -75,10 +76,5 @@ Item {
                 }
             }
         }
-    }
-
-    KeyEventHandler {
-        focus: true
-        onKeyDown: keyCode => root.view.onKeyDown(keyCode)
     }
 }
