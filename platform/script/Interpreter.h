@@ -25,7 +25,7 @@ using ProgramPointer = std::shared_ptr<const Program>;
 /// What ends a script with an error before it has harmed the program.
 struct Limits {
     int callDepth = 1000;                ///< handlers inside each other; error -2706
-    qsizetype stackBytes = 1024 * 1024;  ///< of the calling thread's stack; error -2706
+    qsizetype stackBytes = 4 << 20;      ///< of the calling thread's stack; error -2706
     qsizetype memoryBytes = 256LL << 20; ///< all of the script's values together; error -108
     qsizetype listLength = 2'000'000;    ///< items of one list, units of one text × 16; error -108
     /// Wall clock, `delay` included; error -1712. Absent: for ever.

@@ -15,6 +15,7 @@ log early(1) -- expect: one
 log early(2) -- expect: other
 log implicit() -- expect: 6
 log ADD(2, 2) -- expect: 4
+log depth(200) -- expect: 200
 set x to "outer"
 log isolated() -- expect: inner
 log x -- expect: outer
@@ -26,6 +27,13 @@ end factorial
 to add(a, b)
     return a + b
 end add
+on depth(n)
+    if n = 0 then
+        return 0
+    else
+        return 1 + depth(n - 1)
+    end if
+end depth
 on bump()
     global shared
     set total to total + 1
