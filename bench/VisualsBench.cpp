@@ -1,5 +1,5 @@
 // Colours, records, flags and catalogue pictures beside what the same bytes cost anybody. Each ratio is the
-// median of five runs that take turns, in CPU time of the thread.
+// median of five runs that take turns, in CPU time of the process: Qt scales pictures on several threads.
 
 #include "assets/Catalogue.h"
 #include "visuals/CDImageOption.h"
@@ -23,16 +23,16 @@ namespace {
 
 constexpr int Rounds = 5;
 
-double threadSeconds() {
+double processSeconds() {
     timespec now{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
     return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
 }
 
 double secondsOf(const std::function<void()>& work) {
-    const double begin = threadSeconds();
+    const double begin = processSeconds();
     work();
-    return threadSeconds() - begin;
+    return processSeconds() - begin;
 }
 
 double median(std::array<double, Rounds> values) {
@@ -145,11 +145,13 @@ void firstDisc(benchmark::State& state) {
 }
 BENCHMARK(firstDisc)->Iterations(1);
 
-/// The slowest first picture of a kind at 64 pixels.
+/// The slowest first picture of a kind at 64 pixels, in a program that has decoded some picture before: the
+/// first decoding of all makes Qt load its formats, which is a cover's in the display.
 void firstSmallPicture(benchmark::State& state) {
     const Catalogue catalogue(QStringLiteral(":/tarnwick"));
     constexpr std::array kinds{Catalogue::Kind::Flag, Catalogue::Kind::Logo, Catalogue::Kind::Symbol};
     constexpr std::array labels{"slowest_flag_ms", "slowest_logo_ms", "slowest_symbol_ms"};
+    benchmark::DoNotOptimize(catalogue.picture(QStringLiteral("Spain"), QSize(8, 6)));
     for (auto _ : state) {
         for (std::size_t i = 0; i < kinds.size(); ++i) {
             double slowest = 0;
