@@ -33,6 +33,8 @@ RotatingCDNSView::RotatingCDNSView(QQuickItem* parent) : QQuickItem(parent), m_c
     m_tick.setInterval(tickByProcessor);
     connect(&m_tick, &QTimer::timeout, this, &RotatingCDNSView::showAngle);
     connect(m_cdLayer, &PictureItem::deviceSizeChanged, this, &RotatingCDNSView::draw);
+    if (window()) // with a parent in a window the base class was told before this class was there
+        window()->installEventFilter(this);
 }
 
 void RotatingCDNSView::setClock(animation::Clock* clock) {

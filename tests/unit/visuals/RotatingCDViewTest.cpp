@@ -120,4 +120,18 @@ TEST_F(RotatingCDViewTest, DrawsFramesOnlyWhileItTurns) {
     EXPECT_LE(framesIn(300ms), 1);
 }
 
+TEST(RotatingCDView, TurnsInAWindowThatIsShownLater) {
+    QQuickWindow window;
+    window.resize(200, 200);
+    auto* view = new RotatingCDLayerView(window.contentItem());
+    view->setNsImage(disc("33Vinyl"));
+    view->setSide(200);
+    view->setRotateCDDuringPlayback(true);
+    view->setIsPlaying(true);
+    int frames = 0;
+    QObject::connect(&window, &QQuickWindow::frameSwapped, &window, [&] { ++frames; });
+    window.show();
+    EXPECT_TRUE(waitFor([&] { return frames > 5; }));
+}
+
 } // namespace tarnwick
