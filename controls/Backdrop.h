@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QColor>
+#include <QList>
+#include <QRectF>
+#include <QtQmlIntegration>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+class QImage;
+
+namespace tarnwick {
+
+/// What lies behind a frosted panel, in the panel's window. Pictures are made where the frost is.
+struct Backdrop {
+    Q_GADGET
+    QML_VALUE_TYPE(backdrop)
+
+public:
+    /// Makes a picture of about `side` pixels; called off the main thread. May return null.
+    using Picture = std::function<std::shared_ptr<const QImage>(int side)>;
+
+    QSizeF window;                ///< in the units of all that follows
+    QList<QColor> gradientColors; ///< top to bottom, opaque or over `base`
+    QColor base = Qt::black;      ///< under clear parts of the gradient
+    Picture cover;                ///< none: no cover
+    QRectF coverRect;
+    double coverRadius = 0;
+    Picture record; ///< none: no record, or it is away
+    QPointF recordCentre;
+    double recordDiameter = 0;
+    quint64 serial = 0; ///< differs when any picture differs
+
+    bool operator==(const Backdrop& other) const {
+        return window == other.window && gradientColors == other.gradientColors && base == other.base &&
+               coverRect == other.coverRect && coverRadius == other.coverRadius &&
+               recordCentre == other.recordCentre && recordDiameter == other.recordDiameter &&
+               serial == other.serial;
+    }
+};
+
+} // namespace tarnwick

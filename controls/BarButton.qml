@@ -1,0 +1,64 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tarnwick.Assets
+import Tarnwick.Controls
+
+/// A round button of the transport bar.
+T.AbstractButton {
+    id: button
+
+    required property TrackControls controls
+    /// What the controls know the button by.
+    required property string identifier
+    /// The symbol's name in the catalogue.
+    required property string symbol
+    required property string tip
+    property color symbolColor: "white"
+    property real side: 44
+    property real point: 1
+
+    readonly property bool isPointedAt: controls.hoveredButton === identifier
+
+    implicitWidth: side
+    implicitHeight: side
+    focusPolicy: Qt.TabFocus
+    hoverEnabled: true
+    opacity: controls.dimmedButtons.includes(identifier) ? 0.4 : 1
+    scale: isPointedAt ? 1.1 : 1
+    Accessible.name: tip
+
+    onClicked: controls.press(identifier)
+    onHoveredChanged: hovered ? controls.pointerEntered(identifier) : controls.pointerLeft()
+
+    Behavior on scale { NumberAnimation { duration: 150; easing.type: Easing.BezierSpline; easing.bezierCurve: Theme.easeInOut } }
+
+    background: Rectangle {
+        radius: width / 2
+        color: "white"
+        opacity: button.isPointedAt ? 0.1 : 0.05
+
+        Behavior on opacity { NumberAnimation { duration: 150; easing.type: Easing.BezierSpline; easing.bezierCurve: Theme.easeInOut } }
+    }
+
+    contentItem: Item {
+        CataloguePicture {
+            anchors.centerIn: parent
+            width: height * aspectRatio
+            height: Math.round(button.side * 0.5)
+            name: button.symbol
+            tint: button.symbolColor
+        }
+    }
+
+    FocusRing {
+        visible: button.visualFocus
+        point: button.point
+        innerRadius: button.side / 2
+    }
+
+    Tip {
+        text: button.tip
+        isWanted: button.isPointedAt
+        point: button.point
+    }
+}

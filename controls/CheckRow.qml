@@ -1,0 +1,47 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tarnwick.Assets
+import Tarnwick.Controls
+import Tarnwick.Settings
+
+/// A preference as a checkbox with its label.
+T.CheckBox {
+    id: row
+
+    required property Settings settings
+    /// The preference's name.
+    required property string key
+
+    implicitWidth: implicitContentWidth + leftPadding
+    implicitHeight: 20
+    leftPadding: 21
+    checked: settings[key]
+    onToggled: settings[key] = checked
+
+    indicator: Rectangle {
+        y: 3
+        width: 14
+        height: 14
+        radius: 3.5
+        color: row.checked ? PreferencesStyle.fill : PreferencesStyle.box
+        border.width: row.checked ? 0 : 1
+        border.color: PreferencesStyle.controlEdge
+
+        Glyph {
+            anchors.fill: parent
+            visible: row.checked
+        }
+        FocusRing {
+            visible: row.visualFocus
+            innerRadius: 3.5
+            border.color: PreferencesStyle.icon
+        }
+    }
+
+    contentItem: Text {
+        text: row.text
+        color: PreferencesStyle.text
+        font.pixelSize: Theme.bodySize
+        verticalAlignment: Text.AlignVCenter
+    }
+}

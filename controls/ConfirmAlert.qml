@@ -1,0 +1,91 @@
+import QtQuick
+import Tarnwick.Assets
+import Tarnwick.Controls
+
+/// A question over everything else, which must be answered first.
+FocusScope {
+    id: alert
+
+    required property string title
+    required property string message
+    required property string confirmText
+    /// Whether it is asked.
+    required property bool isAsked
+
+    signal confirmed()
+    signal cancelled()
+
+    visible: isAsked
+    Accessible.role: Accessible.Dialog
+    Accessible.name: title
+    onIsAskedChanged: if (isAsked) cancel.forceActiveFocus(Qt.PopupFocusReason)
+    Keys.onEscapePressed: cancelled()
+    Keys.onTabPressed: (cancel.activeFocus ? confirm : cancel).forceActiveFocus(Qt.TabFocusReason)
+    Keys.onBacktabPressed: (cancel.activeFocus ? confirm : cancel).forceActiveFocus(Qt.TabFocusReason)
+
+    Rectangle {
+        anchors.fill: parent
+        color: "#66000000"
+    }
+    MouseArea {
+        anchors.fill: parent
+        hoverEnabled: true
+        acceptedButtons: Qt.AllButtons
+        onWheel: wheel => wheel.accepted = true
+    }
+
+    Rectangle {
+        anchors.centerIn: parent
+        width: 300
+        height: column.height + 40
+        radius: 12
+        color: PreferencesStyle.card
+        border.width: 1
+        border.color: PreferencesStyle.controlEdge
+
+        Column {
+            id: column
+
+            anchors.centerIn: parent
+            width: parent.width - 40
+            spacing: 10
+
+            Text {
+                width: parent.width
+                horizontalAlignment: Text.AlignHCenter
+                text: alert.title
+                color: PreferencesStyle.text
+                font.pixelSize: Theme.headlineSize
+                font.weight: Font.DemiBold
+            }
+            Text {
+                width: parent.width
+                horizontalAlignment: Text.AlignHCenter
+                wrapMode: Text.Wrap
+                text: alert.message
+                color: PreferencesStyle.text
+                font.pixelSize: Theme.bodySize
+            }
+            Row {
+                topPadding: 6
+                spacing: 10
+
+                PushButton {
+                    id: cancel
+                    objectName: "cancel"
+                    width: (column.width - 10) / 2
+                    text: qsTr("Cancel")
+                    onClicked: alert.cancelled()
+                }
+                PushButton {
+                    id: confirm
+                    objectName: "confirm"
+                    width: (column.width - 10) / 2
+                    isDestructive: true
+                    text: alert.confirmText
+                    onClicked: alert.confirmed()
+                }
+            }
+        }
+    }
+}

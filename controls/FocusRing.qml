@@ -1,0 +1,18 @@
+import QtQuick
+import Tarnwick.Assets
+
+/// The ring around what the keyboard acts on: 2 wide, its outer edge 3 outside its parent.
+Rectangle {
+    id: ring
+
+    property real point: 1
+    /// Of the parent's corners.
+    property real innerRadius: 0
+
+    anchors.fill: parent
+    anchors.margins: -3 * ring.point
+    radius: ring.innerRadius + 3 * ring.point
+    color: "transparent"
+    border.width: Theme.focusRingWidth * ring.point
+    border.color: "white"
+}

@@ -1,0 +1,69 @@
+#include "controls/FrostedPanel.h"
+
+#include "assets/RenderQueue.h"
+#include "controls/Frost.h"
+
+#include <QPointer>
+
+namespace tarnwick {
+
+FrostedPanel::FrostedPanel(QQuickItem* parent) : PictureItem(parent) {
+    const auto renew = [this] {
+        m_isOld = true;
+        polish();
+    };
+    connect(this, &PictureItem::deviceSizeChanged, this, renew);
+    connect(this, &FrostedPanel::backdropChanged, this, renew);
+    connect(this, &FrostedPanel::placeChanged, this, renew);
+    connect(this, &FrostedPanel::radiusChanged, this, renew);
+    connect(this, &FrostedPanel::isWantedChanged, this, [this] { polish(); });
+}
+
+void FrostedPanel::setBackdrop(const Backdrop& backdrop) {
+    if (m_backdrop == backdrop)
+        return;
+    m_backdrop = backdrop;
+    Q_EMIT backdropChanged();
+}
+
+void FrostedPanel::setPlace(const QRectF& place) {
+    if (m_place == place)
+        return;
+    m_place = place;
+    Q_EMIT placeChanged();
+}
+
+void FrostedPanel::setRadius(double radius) {
+    if (m_radius == radius)
+        return;
+    m_radius = radius;
+    Q_EMIT radiusChanged();
+}
+
+void FrostedPanel::setIsWanted(bool isWanted) {
+    if (m_isWanted == isWanted)
+        return;
+    m_isWanted = isWanted;
+    Q_EMIT isWantedChanged();
+}
+
+/// Once a frame at most, and one at a time: what changes meanwhile is made afterwards.
+void FrostedPanel::updatePolish() {
+    if (!m_isOld || !m_isWanted || m_isMaking || deviceSize().isEmpty() || m_place.isEmpty())
+        return;
+    m_isOld = false;
+    m_isMaking = true;
+    renderqueue::run(
+        [backdrop = m_backdrop, place = m_place, radius = m_radius, size = deviceSize()] {
+            return std::make_shared<const QImage>(frostedPanel(backdrop, place, radius, size));
+        },
+        [self = QPointer(this)](const Picture& picture) {
+            if (!self)
+                return;
+            self->m_isMaking = false;
+            self->setPicture(picture);
+            self->polish();
+        });
+}
+
+} // namespace tarnwick

@@ -1,0 +1,121 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Tarnwick.Assets
+import Tarnwick.Controls
+
+/// One of many options, in a list that pops up.
+T.ComboBox {
+    id: picker
+
+    /// What is stored, which may be none of the options.
+    required property string storedText
+    property string name
+
+    implicitWidth: 200
+    implicitHeight: 28
+    leftPadding: 9
+    rightPadding: 28
+    Accessible.name: name
+    displayText: currentIndex >= 0 ? currentText : storedText
+
+    background: Rectangle {
+        radius: 6
+        color: PreferencesStyle.control
+        border.width: 1
+        border.color: PreferencesStyle.controlEdge
+        opacity: picker.enabled ? 1 : 0.5
+
+        FocusRing {
+            visible: picker.visualFocus
+            innerRadius: 6
+            border.color: PreferencesStyle.icon
+        }
+    }
+
+    contentItem: Text {
+        text: picker.displayText
+        textFormat: Text.PlainText
+        color: picker.enabled ? PreferencesStyle.text : PreferencesStyle.disabled
+        font.pixelSize: Theme.bodySize
+        elide: Text.ElideRight
+        verticalAlignment: Text.AlignVCenter
+    }
+
+    indicator: Rectangle {
+        x: picker.width - width - 5
+        y: 5
+        width: 18
+        height: 18
+        radius: 4.5
+        color: picker.enabled ? PreferencesStyle.fill : PreferencesStyle.disabled
+
+        Glyph {
+            anchors.centerIn: parent
+            width: 14
+            height: 14
+            sign: Glyph.UpDown
+        }
+    }
+
+    delegate: T.ItemDelegate {
+        id: option
+
+        required property string modelData
+        required property int index
+
+        width: ListView.view.width
+        height: 24
+        leftPadding: 26
+        text: modelData
+        highlighted: picker.highlightedIndex === index
+
+        background: Rectangle {
+            radius: 4
+            color: option.highlighted ? PreferencesStyle.fill : "transparent"
+
+            Glyph {
+                x: 7
+                y: 6
+                width: 12
+                height: 12
+                color: label.color
+                visible: picker.currentIndex === option.index
+            }
+        }
+        contentItem: Text {
+            id: label
+
+            text: option.text
+            textFormat: Text.PlainText
+            color: option.highlighted ? "white" : PreferencesStyle.text
+            font.pixelSize: Theme.bodySize
+            elide: Text.ElideRight
+            verticalAlignment: Text.AlignVCenter
+        }
+    }
+
+    popup: T.Popup {
+        y: picker.height + 4
+        width: Math.max(picker.width, 240)
+        height: Math.min(contentItem.implicitHeight + 10, 324)
+        margins: 8
+        padding: 5
+
+        background: Rectangle {
+            radius: 8
+            color: PreferencesStyle.card
+            border.width: 1
+            border.color: PreferencesStyle.controlEdge
+        }
+        contentItem: ListView {
+            clip: true
+            implicitHeight: contentHeight
+            model: picker.popup.visible ? picker.delegateModel : null
+            currentIndex: picker.highlightedIndex
+            boundsBehavior: Flickable.StopAtBounds
+            T.ScrollBar.vertical: PreferencesScrollBar {}
+        }
+    }
+}

@@ -1,0 +1,126 @@
+#include "controls/PopoverPainter.h"
+
+#include "controls/PickerColours.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <cmath>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr double cornerRadius = 16;
+constexpr double arrowWidth = 20;
+constexpr double arrowHeight = 10;
+constexpr double cardTop = 37; // title 12 from the top, 17 high, 8 to the card
+constexpr double cardInset = 8;
+constexpr double cardShadowRadius = 8;
+constexpr double cardShadowDrop = 3;
+constexpr double cardShadowOpacity = 0.2;
+constexpr double dropShadowRadius = 10;
+constexpr double dropShadowDrop = 6;
+constexpr double dropShadowOpacity = 0.5;
+
+QPainterPath rounded(const QRectF& rect) {
+    QPainterPath path;
+    path.addRoundedRect(rect, cornerRadius, cornerRadius);
+    return path;
+}
+
+/// The shadow of `shape`: rings of falling strength, which is the blur of a smooth outline.
+void paintShadow(QPainter& painter, const QPainterPath& shape, double radius, double drop, double opacity) {
+    constexpr int rings = 16;
+    double painted = 0;
+    painter.save();
+    painter.translate(0, drop);
+    for (int i = 0; i < rings; ++i) {
+        // From the outside in; each stroke adds what its distance has more than the one before.
+        const double distance = radius * (1 - (i + 0.5) / rings);
+        const double wanted = opacity * 0.5 * std::erfc(2 * distance / radius - 0.3);
+        const double added = (wanted - painted) / (1 - painted);
+        painted = wanted;
+        painter.strokePath(shape, QPen(QColor::fromRgbF(0, 0, 0, float(added)), 2 * distance, Qt::SolidLine,
+                                       Qt::RoundCap, Qt::RoundJoin));
+    }
+    painter.fillPath(shape, QColor::fromRgbF(0, 0, 0, float(opacity)));
+    painter.restore();
+}
+
+QBrush vertical(const QList<QColor>& colours, double height) {
+    QLinearGradient gradient(0, 0, 0, height);
+    for (qsizetype i = 0; i < colours.size(); ++i)
+        gradient.setColorAt(colours.size() > 1 ? double(i) / double(colours.size() - 1) : 0, colours[i]);
+    return gradient;
+}
+
+void paintBody(QPainter& painter, const PopoverLook& look, const QPainterPath& outline, double width,
+               double height) {
+    switch (look.option) {
+    case PlaylistBackgroundOption::Standard: {
+        painter.fillPath(outline, QColor(0x26, 0x26, 0x28));
+        QLinearGradient gradient(0, 0, width, height);
+        gradient.setColorAt(0, QColor::fromRgbF(0, 0, 0, 0.8F));
+        gradient.setColorAt(1, QColor::fromRgbF(0.5F, 0.5F, 0.5F, 0.4F));
+        painter.fillPath(outline, gradient);
+        painter.strokePath(outline, QPen(QColor::fromRgbF(1, 1, 1, 0.1F), 1));
+        break;
+    }
+    case PlaylistBackgroundOption::Dynamic:
+        painter.fillPath(outline, vertical(opaqueColours(look.gradientColors, look.textColor), height));
+        painter.fillPath(outline, pickerVeil(look.gradientColors, look.textColor));
+        break;
+    case PlaylistBackgroundOption::IPod:
+        painter.fillPath(outline, Qt::white);
+        break;
+    }
+}
+
+QColor cardColour(const PopoverLook& look) {
+    QColor colour = Qt::black;
+    if (look.option == PlaylistBackgroundOption::IPod)
+        return Qt::white;
+    if (look.option == PlaylistBackgroundOption::Dynamic)
+        colour = look.textColor;
+    colour.setAlphaF(0.2F);
+    return colour;
+}
+
+} // namespace
+
+QImage paintPopover(const PopoverLook& look, double width, double height, double unit) {
+    const QSizeF size(width + 2 * popoverMargin, height + 2 * popoverMargin);
+    QImage picture((size * unit).toSize(), QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(unit, unit);
+    painter.translate(popoverMargin, popoverMargin);
+
+    QPainterPath outline = rounded({0, 0, width, height});
+    if (look.hasArrow) {
+        QPainterPath arrow(QPointF((width - arrowWidth) / 2, height - 1));
+        arrow.lineTo(width / 2, height + arrowHeight);
+        arrow.lineTo((width + arrowWidth) / 2, height - 1);
+        arrow.closeSubpath();
+        outline = outline.united(arrow);
+    }
+    paintShadow(painter, outline, dropShadowRadius, dropShadowDrop, dropShadowOpacity);
+    painter.setCompositionMode(QPainter::CompositionMode_Clear);
+    painter.fillPath(outline, Qt::black);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    paintBody(painter, look, outline, width, height);
+
+    const QColor card = cardColour(look);
+    const QPainterPath cardOutline =
+        rounded({cardInset, cardTop, width - 2 * cardInset, height - cardTop - cardInset});
+    painter.save();
+    painter.setClipPath(outline.subtracted(cardOutline));
+    paintShadow(painter, cardOutline, cardShadowRadius, cardShadowDrop, cardShadowOpacity * card.alphaF());
+    painter.restore();
+    painter.fillPath(cardOutline, card);
+    return picture;
+}
+
+} // namespace tarnwick

@@ -1,0 +1,137 @@
+#pragma once
+
+#include "music/MusicSource.h"
+#include "platform/dispatch/Dispatcher.h"
+#include "platform/musicapp/MusicApplication.h"
+
+#include <QObject>
+#include <QtQmlIntegration>
+
+#include <functional>
+
+namespace tarnwick {
+
+/// What the transport bar does: hover, hiding, the guard of the commands, the playlists. Main thread only.
+class TrackControls : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The display hands it in")
+
+    /// Whether the pointer is over the bar.
+    Q_PROPERTY(bool isHovered READ isHovered NOTIFY isHoveredChanged)
+    Q_PROPERTY(bool showTrackControls READ showTrackControls WRITE setShowTrackControls NOTIFY
+                   showTrackControlsChanged)
+    /// The identifier of the button under the pointer; "" for none.
+    Q_PROPERTY(QString hoveredButton READ hoveredButton NOTIFY hoveredButtonChanged)
+    Q_PROPERTY(bool isPlaying READ isPlaying NOTIFY isPlayingChanged)
+    Q_PROPERTY(bool isShuffleOn READ isShuffleOn NOTIFY isShuffleOnChanged)
+    /// 0 to 1.
+    Q_PROPERTY(double volumeLevel READ volumeLevel NOTIFY volumeLevelChanged)
+    /// The window's width in points; sets the scale of everything in the bar.
+    Q_PROPERTY(double windowWidth READ windowWidth WRITE setWindowWidth NOTIFY windowWidthChanged)
+    /// 0.5 to 1.5, 1 at a width of 1200.
+    Q_PROPERTY(double sizeScale READ sizeScale NOTIFY windowWidthChanged)
+    /// The names in the picker, as the last fetch brought them.
+    Q_PROPERTY(QStringList playlists READ playlists NOTIFY playlistsChanged)
+    Q_PROPERTY(bool showPlaylistPicker READ showPlaylistPicker WRITE setShowPlaylistPicker NOTIFY
+                   showPlaylistPickerChanged)
+    /// The buttons whose action the player does not support, by identifier. They still answer.
+    Q_PROPERTY(QStringList dimmedButtons READ dimmedButtons NOTIFY dimmedButtonsChanged)
+
+public:
+    static constexpr dispatch::Duration guardTime = std::chrono::milliseconds(200);
+    static constexpr dispatch::Duration hideDelay = std::chrono::seconds(1);
+
+    /// What the display gives the bar; everything must outlive it.
+    struct Parts {
+        dispatch::Dispatcher& dispatcher;
+        MusicSource& musicSource;
+        std::function<void()> onPrevious;
+        std::function<void()> onPlayPause;
+        std::function<void()> onNext;
+        std::function<void()> onToggleShuffle;
+        std::function<void()> openPreferences;
+    };
+
+    explicit TrackControls(Parts parts);
+
+    /// Drops the hide that is pending.
+    ~TrackControls() override;
+
+    /// A click on the button "previous", "playPause", "next", "shuffle", "playlist" or "preferences".
+    Q_INVOKABLE void press(const QString& button);
+
+    Q_INVOKABLE void pointerEntered(const QString& button);
+    Q_INVOKABLE void pointerLeft();
+
+    /// The pointer comes over the bar, or leaves it.
+    Q_INVOKABLE void enterBar();
+    Q_INVOKABLE void leaveBar();
+
+    /// The keyboard's focus comes into the bar, which shows it as long as it is there, or leaves it.
+    Q_INVOKABLE void setFocused(bool isFocused);
+
+    /// `level` is a fraction; beyond 0 to 1 it means the end.
+    Q_INVOKABLE void setVolume(double level);
+
+    /// Plays a playlist and closes the picker.
+    Q_INVOKABLE void choosePlaylist(const QString& name);
+
+    void setShowTrackControls(bool isShown);
+    void setShowPlaylistPicker(bool isShown);
+    void setWindowWidth(double width);
+
+    /// What the player can do, for the dimming.
+    void setCapabilities(const musicapp::Capabilities& capabilities);
+
+    bool isHovered() const { return m_isHovered; }
+    bool showTrackControls() const { return m_showTrackControls; }
+    const QString& hoveredButton() const { return m_hoveredButton; }
+    bool isPlaying() const { return m_parts.musicSource.isPlaying(); }
+    bool isShuffleOn() const { return m_parts.musicSource.isShuffleOn(); }
+    double volumeLevel() const { return m_parts.musicSource.volumeLevel(); }
+    double windowWidth() const { return m_windowWidth; }
+    double sizeScale() const;
+    const QStringList& playlists() const { return m_playlists; }
+    bool showPlaylistPicker() const { return m_showPlaylistPicker; }
+    const QStringList& dimmedButtons() const { return m_dimmedButtons; }
+
+Q_SIGNALS:
+    void isHoveredChanged();
+    void showTrackControlsChanged();
+    void hoveredButtonChanged();
+    void isPlayingChanged();
+    void isShuffleOnChanged();
+    void volumeLevelChanged();
+    void windowWidthChanged();
+    void playlistsChanged();
+    void showPlaylistPickerChanged();
+    void dimmedButtonsChanged();
+
+private:
+    void runGuarded(const std::function<void()>& command);
+    void fetchPlaylists();
+    void startHideTimer();
+
+    template <typename Type>
+    void assign(Type& field, const Type& value, void (TrackControls::*changed)()) {
+        if (field == value)
+            return;
+        field = value;
+        Q_EMIT(this->*changed)();
+    }
+
+    const Parts m_parts;
+    bool m_isHovered = false;
+    bool m_isFocused = false;
+    bool m_showTrackControls = false;
+    QString m_hoveredButton;
+    dispatch::WorkItem m_hideControlsWorkItem;
+    bool m_isCommandInProgress = false;
+    QStringList m_playlists;
+    bool m_showPlaylistPicker = false;
+    QStringList m_dimmedButtons;
+    double m_windowWidth = 1200;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,162 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tarnwick.Assets
+import Tarnwick.Controls
+import Tarnwick.Settings
+
+/// The transport bar with its frosted panel and its playlist popover. Fills the window and takes
+/// the pointer only where the bar is.
+FocusScope {
+    id: root
+
+    required property TrackControls controls
+    required property Settings settings
+    /// The background's colours: `gradientColors` and `dynamicTextColor`.
+    required property var backgroundManager
+    /// What lies behind the bar, in points.
+    property alias backdrop: panel.backdrop
+    /// Logical pixels of a point.
+    property real point: 1
+
+    readonly property real s: controls.sizeScale * point
+    readonly property bool isPlaying: controls.isPlaying
+    readonly property alias panelItem: panel
+
+    activeFocusOnTab: false
+    onActiveFocusChanged: controls.setFocused(activeFocus)
+
+    Binding {
+        target: root.controls
+        property: "windowWidth"
+        value: root.width / root.point
+    }
+
+    Item {
+        id: area
+
+        /// Where the panel begins in the window.
+        readonly property real panelTop: Math.round(root.height - (root.isPlaying ? 30 : 70) * root.point
+                                                    - 140 * root.s)
+
+        // The bar's own box and the panel, which moves up while nothing plays.
+        x: Math.round((root.width - width) / 2)
+        y: Math.min(panelTop, root.height - 20 * root.point - 140 * root.s)
+        width: 460 * root.s
+        height: root.height - 20 * root.point - y
+
+        HoverHandler {
+            onHoveredChanged: hovered ? root.controls.enterBar() : root.controls.leaveBar()
+        }
+
+        FrostedPanel {
+            id: panel
+
+            x: Math.round((area.width - width) / 2)
+            y: area.panelTop - area.y
+            width: Math.round(460 * root.s)
+            height: Math.round(140 * root.s)
+            place: Qt.rect((area.x + x) / root.point, area.panelTop / root.point, width / root.point, height / root.point)
+            radius: 22
+            isWanted: opacity > 0
+            opacity: root.controls.showTrackControls ? 1 : 0
+            visible: opacity > 0
+
+            Behavior on opacity { NumberAnimation { duration: Theme.fadeDuration; easing.type: Easing.BezierSpline; easing.bezierCurve: Theme.easeInOut } }
+        }
+
+        Item {
+            id: front
+
+            readonly property real centreY: panel.y + panel.height / 2
+
+            anchors.fill: parent
+            opacity: root.controls.showTrackControls ? 1 : 0
+
+            Behavior on opacity { NumberAnimation { duration: Theme.fadeDuration; easing.type: Easing.BezierSpline; easing.bezierCurve: Theme.easeInOut } }
+
+            Keys.onPressed: event => {
+                if (event.key !== Qt.Key_PageUp && event.key !== Qt.Key_PageDown)
+                    return;
+                root.controls.setVolume(root.controls.volumeLevel + (event.key === Qt.Key_PageUp ? 0.05 : -0.05));
+                event.accepted = true;
+            }
+
+            Row {
+                anchors.horizontalCenter: parent.horizontalCenter
+                y: Math.round(front.centreY - 4 * root.point - 12 * root.s - height / 2)
+                spacing: 24 * root.s
+
+                BarButton {
+                    controls: root.controls
+                    identifier: "previous"
+                    symbol: "backward.fill"
+                    tip: qsTr("Previous Track")
+                    side: 44 * root.s
+                    point: root.point
+                }
+                BarButton {
+                    controls: root.controls
+                    identifier: "playPause"
+                    symbol: root.isPlaying ? "pause.fill" : "play.fill"
+                    tip: root.isPlaying ? qsTr("Pause") : qsTr("Play")
+                    side: 44 * root.s
+                    point: root.point
+                }
+                BarButton {
+                    controls: root.controls
+                    identifier: "next"
+                    symbol: "forward.fill"
+                    tip: qsTr("Next Track")
+                    side: 44 * root.s
+                    point: root.point
+                }
+                BarButton {
+                    controls: root.controls
+                    identifier: "shuffle"
+                    symbol: "shuffle"
+                    symbolColor: root.controls.isShuffleOn ? Theme.green : "white"
+                    tip: root.controls.isShuffleOn ? qsTr("Shuffle: on") : qsTr("Shuffle: off")
+                    side: 44 * root.s
+                    point: root.point
+                }
+                BarButton {
+                    id: playlistButton
+
+                    controls: root.controls
+                    identifier: "playlist"
+                    symbol: "music.note.list"
+                    tip: qsTr("Playlists")
+                    side: 44 * root.s
+                    point: root.point
+                }
+                BarButton {
+                    controls: root.controls
+                    identifier: "preferences"
+                    symbol: "gearshape.fill"
+                    tip: qsTr("Preferences")
+                    side: 44 * root.s
+                    point: root.point
+                }
+            }
+
+            VolumeSlider {
+                anchors.horizontalCenter: parent.horizontalCenter
+                y: Math.round(front.centreY + 28 * root.s - 8 * root.point - height / 2)
+                controls: root.controls
+                point: root.point
+                s: root.s
+            }
+        }
+    }
+
+    PlaylistPopover {
+        anchors.fill: parent
+        controls: root.controls
+        settings: root.settings
+        backgroundManager: root.backgroundManager
+        barTop: area.panelTop
+        point: root.point
+        onClosed: if (root.activeFocus) playlistButton.forceActiveFocus(Qt.OtherFocusReason)
+    }
+}

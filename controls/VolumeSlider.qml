@@ -1,0 +1,87 @@
+import QtQuick
+import Tarnwick.Assets
+import Tarnwick.Controls
+
+/// The volume, without steps. Keys stay with the bar, so it is no slider of the toolkit's.
+Item {
+    id: slider
+
+    required property TrackControls controls
+    property real point: 1
+    property real s: 1
+
+    /// Follows the pointer while it drags and the player otherwise.
+    property real position: 0
+
+    readonly property real knobSize: 18 * s
+    readonly property real travel: width - knobSize
+
+    implicitWidth: 260 * s
+    implicitHeight: 12 * s
+    activeFocusOnTab: true
+    Accessible.role: Accessible.Slider
+    Accessible.name: qsTr("Volume")
+    Accessible.focusable: true
+    Accessible.onIncreaseAction: slider.controls.setVolume(slider.controls.volumeLevel + 0.05)
+    Accessible.onDecreaseAction: slider.controls.setVolume(slider.controls.volumeLevel - 0.05)
+
+    Binding on position {
+        when: !area.pressed
+        value: slider.controls.volumeLevel
+        restoreMode: Binding.RestoreNone
+    }
+
+    Rectangle {
+        id: track
+
+        anchors.verticalCenter: parent.verticalCenter
+        width: parent.width
+        height: Theme.sliderTrackHeight * slider.s
+        radius: height / 2
+        color: Theme.faintOnDark
+
+        Rectangle {
+            width: slider.knobSize / 2 + slider.travel * slider.position
+            height: parent.height
+            radius: height / 2
+            color: Theme.green
+        }
+    }
+
+    Rectangle {
+        id: knob
+
+        x: slider.travel * slider.position
+        anchors.verticalCenter: parent.verticalCenter
+        width: slider.knobSize
+        height: width
+        radius: width / 2
+        color: "white"
+        border.width: 1
+        border.color: "#33000000"
+
+        FocusRing {
+            visible: slider.activeFocus
+            point: slider.point
+            innerRadius: knob.radius
+        }
+    }
+
+    MouseArea {
+        id: area
+
+        function follow(x: real): void {
+            const level = Math.min(1, Math.max(0, (x + anchors.margins - slider.knobSize / 2) / slider.travel));
+            if (level === slider.position)
+                return;
+            slider.position = level;
+            slider.controls.setVolume(level);
+        }
+
+        anchors.fill: parent
+        anchors.margins: -6 * slider.s
+        preventStealing: true
+        onPressed: mouse => follow(mouse.x)
+        onPositionChanged: mouse => follow(mouse.x)
+    }
+}
