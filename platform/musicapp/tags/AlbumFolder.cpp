@@ -43,7 +43,7 @@ QStringList foldersOf(const QString& path) {
 }
 
 bool areEqual(const QString& a, const QString& b) {
-    return script::comparisonKey(a) == script::comparisonKey(b);
+    return a == b || script::comparisonKey(a) == script::comparisonKey(b);
 }
 
 } // namespace
@@ -58,7 +58,7 @@ std::vector<Track> readAlbum(const Track& current, const Track& inFile, TagCache
         for (const QString& name : directory.entryList(QDir::Files, QDir::Name)) {
             if (isUnwanted() || ++files > maximumFiles)
                 break;
-            const QString path = directory.filePath(name);
+            const QString path = folder + u'/' + name;
             if (!isMusicFileName(name) || path == current.path)
                 continue;
             const auto facts = tags.read(path);

@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 #include <QStringList>
 #include <sys/stat.h>
 #include <taglib/aifffile.h>
@@ -28,6 +29,10 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace tarnwick::musicapp {
 
@@ -93,26 +98,41 @@ QString kindOfSuffix(const QString& path) {
 }
 
 QString textOf(const TagLib::String& text) {
-    return QString::fromStdString(text.to8Bit(true)).left(maximumText).trimmed();
+    return QString::fromWCharArray(text.toCWString(), static_cast<qsizetype>(text.size()))
+        .left(maximumText)
+        .trimmed();
 }
 
-/// The values of the first of `keys` that there is, with ", " between them.
-QString textOf(const TagLib::PropertyMap& properties, std::initializer_list<const char*> keys) {
-    for (const char* key : keys) {
-        const auto entry = properties.find(key);
-        if (entry == properties.end())
-            continue;
-        QStringList texts;
-        for (const TagLib::String& value : entry->second) {
-            const QString text = textOf(value);
-            if (!text.isEmpty() && !texts.contains(text))
-                texts.append(text);
-        }
-        if (!texts.isEmpty())
-            return texts.join(QStringLiteral(", "));
+/// The tag's entries. Looking one up in TagLib's own map folds letter case anew each time.
+class Entries {
+public:
+    explicit Entries(const TagLib::PropertyMap& properties) {
+        for (const auto& [key, values] : properties)
+            m_entries.emplace_back(key.to8Bit(), &values);
     }
-    return {};
-}
+
+    /// The values of the first of `keys` that there is, with ", " between them.
+    QString text(std::initializer_list<std::string_view> keys) const {
+        for (const std::string_view key : keys) {
+            const auto entry = std::find_if(m_entries.begin(), m_entries.end(),
+                                            [&](const auto& known) { return known.first == key; });
+            if (entry == m_entries.end())
+                continue;
+            QStringList texts;
+            for (const TagLib::String& value : *entry->second) {
+                const QString text = textOf(value);
+                if (!text.isEmpty() && !texts.contains(text))
+                    texts.append(text);
+            }
+            if (!texts.isEmpty())
+                return texts.join(QStringLiteral(", "));
+        }
+        return {};
+    }
+
+private:
+    std::vector<std::pair<std::string, const TagLib::StringList*>> m_entries;
+};
 
 /// The number that a text begins with; 0 without one.
 int leadingNumber(const QString& text) {
@@ -123,20 +143,21 @@ int leadingNumber(const QString& text) {
 }
 
 void readTag(const TagLib::PropertyMap& properties, Track& track) {
-    track.name = textOf(properties, {"TITLE"});
-    track.artist = textOf(properties, {"ARTIST", "ALBUMARTIST"});
-    track.album = textOf(properties, {"ALBUM"});
-    track.genre = textOf(properties, {"GENRE"});
-    track.comment = textOf(properties, {"COMMENT", "DESCRIPTION"});
-    track.grouping = textOf(properties, {"GROUPING", "CONTENTGROUP"});
-    track.year = leadingNumber(textOf(properties, {"DATE", "YEAR", "ORIGINALDATE"}));
-    track.trackNumber = leadingNumber(textOf(properties, {"TRACKNUMBER"}));
-    const QString disc = textOf(properties, {"DISCNUMBER"});
+    const Entries entries(properties);
+    track.name = entries.text({"TITLE"});
+    track.artist = entries.text({"ARTIST", "ALBUMARTIST"});
+    track.album = entries.text({"ALBUM"});
+    track.genre = entries.text({"GENRE"});
+    track.comment = entries.text({"COMMENT", "DESCRIPTION"});
+    track.grouping = entries.text({"GROUPING", "CONTENTGROUP"});
+    track.year = leadingNumber(entries.text({"DATE", "YEAR", "ORIGINALDATE"}));
+    track.trackNumber = leadingNumber(entries.text({"TRACKNUMBER"}));
+    const QString disc = entries.text({"DISCNUMBER"});
     track.discNumber = leadingNumber(disc);
     track.discCount = leadingNumber(disc.section(u'/', 1));
     if (track.discCount == 0)
-        track.discCount = leadingNumber(textOf(properties, {"DISCTOTAL", "TOTALDISCS"}));
-    track.compilation = leadingNumber(textOf(properties, {"COMPILATION"})) > 0;
+        track.discCount = leadingNumber(entries.text({"DISCTOTAL", "TOTALDISCS"}));
+    track.compilation = leadingNumber(entries.text({"COMPILATION"})) > 0;
 }
 
 void readSound(const TagFile& opened, Track& track) {
@@ -173,13 +194,13 @@ std::optional<Track> readFileFacts(const QString& path) {
 }
 
 bool isMusicFileName(const QString& name) {
-    static const QStringList suffixes = [] {
-        QStringList known{QStringLiteral("dsf")};
+    static const QSet<QString> suffixes = [] {
+        QSet<QString> known{QStringLiteral("dsf")};
         for (const TagLib::String& suffix : TagLib::FileRef::defaultFileExtensions())
-            known.append(QString::fromStdString(suffix.to8Bit(true)));
+            known.insert(QString::fromStdString(suffix.to8Bit(true)));
         return known;
     }();
-    return suffixes.contains(QFileInfo(name).suffix().toLower());
+    return suffixes.contains(name.mid(name.lastIndexOf(u'.') + 1).toLower());
 }
 
 } // namespace tarnwick::musicapp
