@@ -149,7 +149,8 @@ std::optional<Colour> meanColour(const QImage& cover) {
     if (sums.pixels == 0)
         return std::nullopt;
     const auto mean = [&](std::size_t c) {
-        return static_cast<double>((2 * sums.channel[c] + sums.pixels) / (2 * sums.pixels)) / 255.0;
+        const quint64 rounded = (2 * sums.channel[c] + sums.pixels) / (2 * sums.pixels);
+        return static_cast<double>(rounded) / 255.0;
     };
     return Colour{mean(0), mean(1), mean(2), mean(3)};
 }

@@ -64,7 +64,7 @@ void BaseFontManager::removeFont(const QString& name) {
         std::find_if(paths.begin(), paths.end(), [&](const QString& path) { return path.contains(name); });
     if (found == paths.end())
         return;
-    const QString path = *found;
+    const QString& path = *found;
     m_environment.defaults.update(m_importedFontsKey, [&](const std::optional<defaults::Value>& now) {
         QStringList rest = listIn(now);
         rest.removeOne(path);
