@@ -1,5 +1,7 @@
 #include "visuals/CoverAnalysis.h"
 
+#include "platform/images/Image.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -69,6 +71,29 @@ TEST(CoverAnalysis, RegionsWithoutAPixelGiveTheFallback) {
         if (entry.option != BackgroundOption::Black && entry.option != BackgroundOption::White) {
             EXPECT_EQ(analyse(entry.option, QImage()), fallbackColours()) << entry.rawText;
         }
+    }
+}
+
+TEST(CoverAnalysis, PicturesOfEveryKindAreReadAlike) {
+    QImage plain(60, 60, QImage::Format_RGB32);
+    plain.fill(QColor(200, 80, 40));
+    QImage wide(12000, 11, QImage::Format_RGB32);
+    wide.fill(QColor(200, 80, 40));
+    QImage premultiplied(60, 60, QImage::Format_ARGB32_Premultiplied);
+    premultiplied.fill(QColor(200, 80, 40, 255));
+    const QImage covers[]{plain,
+                          wide,
+                          premultiplied,
+                          plain.convertToFormat(QImage::Format_Indexed8),
+                          plain.convertToFormat(QImage::Format_RGBA64),
+                          plain.convertToFormat(QImage::Format_RGB888),
+                          plain.convertToFormat(QImage::Format_RGBX64)};
+    for (const QImage& cover : covers) {
+        const QImage normal = images::normalised(cover);
+        const Colour colour{200 / 255.0, 80 / 255.0, 40 / 255.0, 1};
+        expectNear(*meanColour(normal), colour, 1e-9);
+        expectNear(*centreColour(normal), colour, 1e-9);
+        EXPECT_EQ(mostSaturatedColours(normal).size(), 3U) << cover.format();
     }
 }
 

@@ -128,6 +128,13 @@ TEST_F(FontManagersTest, WhatIsNoFontIsSilentlyLeftOut) {
     EXPECT_TRUE(QFile::exists(privateFile(QStringLiteral("none.ttf"))));
 }
 
+TEST_F(FontManagersTest, OfACollectionTheFirstFaceCounts) {
+    ClockFontManager clock(environment());
+    clock.importFiles({fontFile("NotoSansCJKkr-Regular", QStringLiteral("collection.otf"))});
+    EXPECT_EQ(clock.fonts(), QStringList{QStringLiteral("NotoSansCJKjp-Regular")});
+    EXPECT_EQ(registry.find(clock.fonts().front())->family, QLatin1String("Noto Sans CJK JP"));
+}
+
 TEST_F(FontManagersTest, AMissingFileIsSkippedAndKept) {
     const QString there = fontFile("Inter-Bold", QStringLiteral("Inter-Bold.otf"));
     const QStringList paths{QStringLiteral("/no/such/file.ttf"), there};
