@@ -158,7 +158,7 @@ void Evaluator::assignEach(const ListExpression& targets, const Value& given) {
                         .arg(QString::number(targets.items.size()), briefLiteral(value)),
                     targets.range};
     // Copied first: {a, b} may be set to {b, a}, and an assignment may change the list itself.
-    const std::vector<Value> items = value.asList();
+    const std::vector<Value> items(value.asList().begin(), value.asList().end());
     for (std::size_t i = 0; i < targets.items.size(); ++i)
         assign(*targets.items[i], items[i]);
 }

@@ -138,7 +138,7 @@ Value Evaluator::applicationNamed(const QString& name, const SourceRange& range)
         if (!application)
             throw Error{errors::NoSuchObject, QStringLiteral("Can’t get application \"%1\".").arg(name),
                         range};
-        opened = m_opened.insert(key, std::move(application));
+        opened = m_opened.insert(key, application);
     }
     return Value::object(*opened);
 }

@@ -107,7 +107,7 @@ Value appended(const Value& list, const Value& more) {
     const std::vector<Value>& left = list.asList();
     const std::vector<Value>& right = tail.asList();
     if (Heap* heap = Heap::current())
-        heap->checkListLength(static_cast<qsizetype>(left.size() + right.size()));
+        heap->checkListLength(static_cast<qsizetype>(left.size()) + static_cast<qsizetype>(right.size()));
     std::vector<Value> items;
     items.reserve(left.size() + right.size());
     items.insert(items.end(), left.begin(), left.end());

@@ -55,11 +55,11 @@ Terminology& Terminology::addEnumerator(const QString& name, Term code) {
     return *this;
 }
 
-Terminology& Terminology::addCommand(const QString& name, Term code, Parameters parameters) {
+Terminology& Terminology::addCommand(const QString& name, Term code, const Parameters& parameters) {
     entry(name).command = code;
     m_commandNames.insert(code, name);
     if (!parameters.empty())
-        m_parameters.insert(code, std::move(parameters));
+        m_parameters.insert(code, parameters);
     return *this;
 }
 

@@ -34,7 +34,7 @@ public:
     Terminology& addClass(const QString& name, const QString& plural, Term code);
     Terminology& addProperty(const QString& name, Term code);
     Terminology& addEnumerator(const QString& name, Term code);
-    Terminology& addCommand(const QString& name, Term code, Parameters parameters = {});
+    Terminology& addCommand(const QString& name, Term code, const Parameters& parameters = {});
 
     /// What `words` mean, letter case aside; null when nothing.
     const Entry* find(const QString& words) const;
