@@ -10,6 +10,11 @@ Item {
 
     required property TarnwickView view
     required property real pixelRatio
+    required property veilPicture veil ///< over the cover
+    required property color rowVeil    ///< under the rows of the dynamic list
+
+    /// Where the front of the cover is when it rests.
+    readonly property rect picturePlace: Qt.rect(x, y + (height - front.coverHeight) / 2, front.coverWidth, front.coverHeight)
 
     readonly property real side: Math.min(width, height)
 
@@ -39,6 +44,8 @@ Item {
     }
 
     CoverStack {
+        id: front
+
         anchors.fill: parent
         visible: !root.showsBack
         artwork: root.view.artwork
@@ -53,6 +60,14 @@ Item {
         }
         name: root.view.musicSource.currentAlbumName ?? ""
         onTapped: root.view.tapCover()
+
+        Veil {
+            y: (parent.height - height) / 2
+            width: front.coverWidth
+            height: front.coverHeight
+            veil: root.veil
+            isShown: root.turn === 0
+        }
     }
 
     TracklistPanel {
@@ -61,6 +76,7 @@ Item {
         visible: root.showsBack
         view: root.view
         pixelRatio: root.pixelRatio
+        rowVeil: root.rowVeil
         transform: Flip {
             origin: Qt.point(root.width / 2, root.height / 2)
             angle: 180

@@ -17,6 +17,9 @@ Item {
 
     signal tapped
 
+    /// The size in which the cover is shown.
+    readonly property real coverWidth: Math.min(width, height * artwork.aspectRatio)
+    readonly property real coverHeight: coverWidth / artwork.aspectRatio
     readonly property real recordSide: Math.min(area.width, area.height)
 
     visible: artwork.isPresent
@@ -36,10 +39,8 @@ Item {
     }
 
     CutPictureItem {
-        readonly property real ratio: root.artwork.aspectRatio
-
-        width: Math.min(root.width, root.height * ratio)
-        height: width / ratio
+        width: root.coverWidth
+        height: root.coverHeight
         anchors.verticalCenter: parent.verticalCenter
         picture: root.artwork
         pixelRatio: root.pixelRatio

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Tarnwick.Assets
 import Tarnwick.Display
 
 // The display. Everything inside stands in points; a point is larger than a pixel on a large screen.
@@ -31,6 +32,11 @@ Item {
             pixelRatio: root.pixelRatio
         }
 
+        Veil {
+            anchors.fill: parent
+            veil: veils.background
+        }
+
         RecordArea {
             id: recordArea
 
@@ -39,6 +45,7 @@ Item {
             view: root.view
             point: root.point
             pixelRatio: root.pixelRatio
+            veil: veils.overRecord
         }
 
         CoverArea {
@@ -49,32 +56,34 @@ Item {
             z: 2
             view: root.view
             pixelRatio: root.pixelRatio
+            veil: veils.overCover
+            rowVeil: veils.rowColor
         }
 
-        Column {
-            anchors { top: parent.top; right: parent.right; topMargin: 20; rightMargin: 40 }
-            spacing: 4
+        TrackInformationPanel {
+            id: panel
+
+            anchors.fill: parent
             z: 3
-
-            Repeater {
-                model: [
-                    root.source.currentTrackTitle,
-                    root.source.currentArtistName.toUpperCase(),
-                    root.source.currentAlbumName ?? "",
-                    Math.floor(root.source.elapsedTime / 60) + ":" + String(Math.floor(root.source.elapsedTime % 60)).padStart(2, "0")
-                ]
-
-                Text {
-                    required property string modelData
-                    required property int index
-
-                    anchors.right: parent?.right
-                    color: root.view.backgroundManager.dynamicTextColor
-                    font { family: "Inter"; pixelSize: 22; weight: index === 1 ? Font.Bold : Font.Light }
-                    text: modelData
-                    textFormat: Text.PlainText
-                }
-            }
+            view: root.view
+            pixelRatio: root.pixelRatio
+            hasCassette: recordArea.hasCassette
         }
+    }
+
+    VeilModel {
+        id: veils
+
+        view: root.view
+        panel: panel
+        record: root.view.record
+        recordPlace: recordArea.discPlace
+        cassette: root.view.cassetteImage
+        cassettePlace: recordArea.cassettePlace
+        cover: root.view.isFlipped ? root.view.noPicture : root.view.artwork
+        coverPlace: coverArea.picturePlace
+        coverRadius: Theme.coverRadius
+        listPlace: root.view.isFlipped ? Qt.rect(coverArea.x, coverArea.y, coverArea.width, coverArea.height)
+                                       : Qt.rect(0, 0, 0, 0)
     }
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/fonts/FontRegistry.h"
+
 #include <QFont>
 #include <QString>
 
@@ -22,6 +24,18 @@ public:
 class SystemPanelFonts : public PanelFonts {
 public:
     QFont font(const QString& name) const override;
+};
+
+/// Knows what is registered and installed.
+class RegisteredPanelFonts : public PanelFonts {
+public:
+    /// `registry` must outlive it; null knows the system font alone.
+    explicit RegisteredPanelFonts(const fonts::FontRegistry* registry) : m_registry(registry) {}
+
+    QFont font(const QString& name) const override;
+
+private:
+    const fonts::FontRegistry* m_registry;
 };
 
 /// The system font: Inter, with faces beside it for the scripts that it lacks.

@@ -206,8 +206,8 @@ void Composer::addLogo() {
     m_column.skip(m_sizes.gap());
     const double height = heightInBase * m_sizes.base;
     if (const std::optional<double> top = m_column.takeHeight(height)) {
-        const double side = height;
-        m_layout.logo = PanelPicture{m_facts.logo, snapped({frame().inkEdge() - side, *top, side, side})};
+        const double width = std::min(height * m_facts.logoAspect, frame().widestLine());
+        m_layout.logo = PanelPicture{m_facts.logo, snapped({frame().inkEdge() - width, *top, width, height})};
     }
 }
 

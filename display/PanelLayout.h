@@ -3,8 +3,10 @@
 #include "display/PanelFonts.h"
 #include "display/PanelSizes.h"
 
+#include <QObject>
 #include <QRectF>
 #include <QStringList>
+#include <QtQmlIntegration>
 
 #include <optional>
 #include <vector>
@@ -27,6 +29,7 @@ struct PanelFacts {
     QString group;
     QString year;
     QString logo;                 ///< name of a picture
+    double logoAspect = 1;        ///< its width by its height
     QStringList details;          ///< a line each
     std::optional<QString> clock; ///< the clock is shown when there is one; only its shape counts
     QString date;
@@ -57,6 +60,16 @@ struct PanelLine {
 
 /// A text of figures and colons that changes: each character stands in the middle of a cell.
 struct PanelFigures {
+    Q_GADGET
+    QML_VALUE_TYPE(panelFigures)
+    Q_PROPERTY(QFont font MEMBER font)
+    Q_PROPERTY(double baseline MEMBER baseline)
+    Q_PROPERTY(double cell MEMBER cell)
+    Q_PROPERTY(double colon MEMBER colon)
+    Q_PROPERTY(double raise MEMBER raise)
+    Q_PROPERTY(QRectF box MEMBER box)
+
+public:
     QFont font;
     double baseline = 0;
     double cell = 0;  ///< width of a figure's cell
@@ -78,6 +91,12 @@ struct PanelProgress {
 
 /// A picture of the catalogue.
 struct PanelPicture {
+    Q_GADGET
+    QML_VALUE_TYPE(panelPicture)
+    Q_PROPERTY(QString name MEMBER name)
+    Q_PROPERTY(QRectF box MEMBER box)
+
+public:
     QString name;
     QRectF box;
 

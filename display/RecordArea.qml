@@ -12,6 +12,11 @@ Item {
     required property TarnwickView view
     required property real point      ///< what the item is enlarged by when it is drawn
     required property real pixelRatio
+    required property veilPicture veil ///< over the record in its place
+
+    /// The square of the record and the rectangle of the cassette in their places.
+    readonly property rect discPlace: Qt.rect(width / 2 - diameter / 2, height / 2 - diameter / 2, diameter, diameter)
+    readonly property rect cassettePlace: Qt.rect(centreOut - width / 4, (height - cassette.height) / 2, width / 2, cassette.height)
 
     readonly property bool hasCassette: view.cassetteImage.isPresent
     readonly property real diameter: Math.min(width / 2, height)
@@ -55,6 +60,8 @@ Item {
         }
 
         CutPictureItem {
+            id: cassette
+
             anchors.centerIn: parent
             width: root.width / 2
             height: width / picture.aspectRatio
@@ -62,5 +69,16 @@ Item {
             picture: root.view.cassetteImage
             pixelRatio: root.pixelRatio
         }
+    }
+
+    Veil {
+        readonly property rect place: root.hasCassette ? root.cassettePlace : root.discPlace
+
+        x: place.x
+        y: place.y
+        width: place.width
+        height: place.height
+        veil: root.veil
+        isShown: root.isResting
     }
 }

@@ -5,6 +5,7 @@
 #include "music/MusicSource.h"
 #include "platform/animation/Clock.h"
 #include "platform/animation/Transaction.h"
+#include "platform/fonts/FontRegistry.h"
 #include "platform/power/PowerManager.h"
 #include "platform/windows/Windows.h"
 #include "settings/ScreenSaverManager.h"
@@ -81,6 +82,7 @@ public:
         power::PowerManager* power = nullptr; ///< null: the display is not kept awake
         animation::Clock* clock = nullptr;    ///< what the disc turns by; null: the system's clock
         const Catalogue& catalogue = Catalogue::shared();
+        const fonts::FontRegistry* fonts = nullptr; ///< null: texts are in the system font
         RandomIndex randomIndex = systemRandomIndex();
         std::function<QDateTime()> wallClock = [] { return QDateTime::currentDateTime(); };
         LogLine log = [](const QString&) {};
@@ -146,6 +148,8 @@ public:
 
     RotatingCDManager& rotatingCDManager() { return m_rotatingCDManager; }
     animation::Clock* clock() const { return m_parts.clock; }
+
+    const fonts::FontRegistry* fonts() const { return m_parts.fonts; }
 
     Picture artwork() const { return m_parts.musicSource.currentAlbumArtwork(); }
     Picture noPicture() const { return {}; }

@@ -1,6 +1,7 @@
 #include "display/TextInk.h"
 
 #include <QGlyphRun>
+#include <QHash>
 #include <QPainterPath>
 #include <QRawFont>
 #include <QTextBoundaryFinder>
@@ -13,10 +14,18 @@ namespace tarnwick {
 
 namespace {
 
-/// The outline's box; a picture glyph, which has none, gives the box of its picture.
+/// The outline's box; a picture glyph, which has none, gives the box of its picture. The boxes that were
+/// found last are kept: outlines are slow, and a track's texts are measured several times.
 QRectF glyphBox(const QRawFont& font, quint32 glyph) {
+    constexpr qsizetype most = 4096;
+    thread_local QHash<std::pair<QRawFont, quint32>, QRectF> known;
+    const std::pair key(font, glyph);
+    if (const auto found = known.constFind(key); found != known.cend())
+        return *found;
+    if (known.size() >= most)
+        known.clear();
     const QRectF outline = font.pathForGlyph(glyph).boundingRect();
-    return outline.isEmpty() ? font.boundingRect(glyph) : outline;
+    return *known.insert(key, outline.isEmpty() ? font.boundingRect(glyph) : outline);
 }
 
 QRectF inkOfRun(const QGlyphRun& run) {

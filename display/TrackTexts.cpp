@@ -1,6 +1,5 @@
 #include "display/TrackTexts.h"
 
-#include <QLocale>
 #include <QTextBoundaryFinder>
 
 #include <cmath>
@@ -15,10 +14,6 @@ std::optional<qint64> truncated(double number) {
     if (!std::isfinite(number) || std::abs(number) > limit)
         return std::nullopt;
     return static_cast<qint64>(number);
-}
-
-QString inItalian(const QDateTime& moment, const QString& pattern) {
-    return QLocale(QLocale::Italian, QLocale::Italy).toString(moment, pattern);
 }
 
 } // namespace
@@ -75,10 +70,6 @@ QString sampleRateText(double rate) {
     const std::optional<qint64> whole = truncated(rate);
     return whole ? QStringLiteral("Sample Rate: %1 kHz").arg(*whole) : QString();
 }
-
-QString clockText(const QDateTime& moment) { return inItalian(moment, QStringLiteral("HH:mm")); }
-
-QString dateText(const QDateTime& moment) { return inItalian(moment, QStringLiteral("dd MMM yyyy")); }
 
 QString titleLabels(qint64 trackNumber, std::optional<qint64> discNumber, std::optional<qint64> totalDiscs) {
     QStringList labels;

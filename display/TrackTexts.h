@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDateTime>
 #include <QString>
 #include <QStringList>
 
@@ -31,12 +30,6 @@ QString fileSizeText(double bytes);
 
 /// "Sample Rate: 96 kHz", truncated, the number as Music gives it. Empty when not finite or out of range.
 QString sampleRateText(double rate);
-
-/// "21:47".
-QString clockText(const QDateTime& moment);
-
-/// "22 nov 2026", in Italian.
-QString dateText(const QDateTime& moment);
 
 /// The number and the disc before a title: "4.", "4.  cd2", "cd2" or nothing. The disc counts from two
 /// discs on.

@@ -6,7 +6,9 @@
 #include "visuals/DiscImage.h"
 
 #include <QImage>
+#include <QObject>
 #include <QRectF>
+#include <QtQmlIntegration>
 
 #include <optional>
 #include <vector>
@@ -52,9 +54,18 @@ struct VeilScene {
 
 /// One veil, ready to be painted.
 struct VeilPicture {
+    Q_GADGET
+    QML_VALUE_TYPE(veilPicture)
+    Q_PROPERTY(bool isPresent READ isPresent)
+
+public:
     QImage picture;       ///< premultiplied; null where no veil is needed
     QRectF place;         ///< in fractions of its surface: the window, the square round the record, the cover
     double strongest = 0; ///< the largest alpha in it
+
+    bool isPresent() const { return !picture.isNull(); }
+
+    friend bool operator==(const VeilPicture&, const VeilPicture&) = default;
 };
 
 /// The veils over each surface, clipped to its outline.

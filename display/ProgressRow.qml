@@ -1,0 +1,47 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tarnwick.Display
+
+// The times of the track, and between them how much of it has been played.
+Item {
+    id: root
+
+    required property PanelItem panel
+
+    readonly property rect bar: panel.progressBar
+
+    Accessible.role: Accessible.ProgressBar
+    Accessible.name: root.panel.elapsedText + " / " + root.panel.durationText
+
+    FigureRow {
+        text: root.panel.elapsedText
+        figures: root.panel.elapsedFigures
+        color: root.panel.textColor
+    }
+    Rectangle {
+        x: root.bar.x
+        y: root.bar.y
+        width: root.bar.width
+        height: root.bar.height
+        radius: height / 2
+        color: root.panel.textColor
+        opacity: 0.28
+    }
+    Rectangle {
+        readonly property real played: root.panel.progress * root.bar.width
+
+        visible: played > 0
+        x: root.bar.x
+        y: root.bar.y
+        width: Math.max(height, played)
+        height: root.bar.height
+        radius: height / 2
+        color: root.panel.progressColor
+    }
+    FigureRow {
+        text: root.panel.durationText
+        figures: root.panel.durationFigures
+        color: root.panel.textColor
+    }
+}

@@ -1,0 +1,40 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Tarnwick.Assets
+import Tarnwick.Display
+
+// A veil over its surface, which this item covers; a new one takes the place of the old one gently.
+Item {
+    id: root
+
+    required property veilPicture veil
+    property bool isShown: true
+
+    property bool hasShown: false
+    property bool showsSecond: false
+
+    onVeilChanged: take()
+    Component.onCompleted: take()
+
+    function take() {
+        const next = showsSecond ? first : second;
+        next.veil = veil;
+        showsSecond = !showsSecond;
+        hasShown = hasShown || veil.isPresent;
+    }
+
+    component Layer: VeilLayer {
+        required property bool isOn
+
+        visible: opacity > 0
+        opacity: isOn && root.isShown ? 1 : 0
+        Behavior on opacity {
+            enabled: root.hasShown
+            NumberAnimation { duration: Theme.fadeDuration; easing.type: Easing.InOutQuad }
+        }
+    }
+
+    Layer { id: first; isOn: !root.showsSecond }
+    Layer { id: second; isOn: root.showsSecond }
+}
