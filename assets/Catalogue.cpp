@@ -113,12 +113,18 @@ QString Catalogue::nameOf(const images::Image& image) const {
 
 QImage Catalogue::render(const Entry& entry, QSize size, const QColor& tint) const {
     const QByteArray bytes = contentsOf(entry.path);
-    QImage picture = renderPicture(bytes, size);
-    if (picture.isNull())
-        return picture;
-    if (entry.kind == Kind::Symbol)
-        return tinted(std::move(picture), tint);
-    return entry.kind == Kind::Flag ? edged(std::move(picture)) : picture;
+    switch (entry.kind) {
+    case Kind::Disc:
+        return renderRaster(bytes, size);
+    case Kind::Symbol:
+        return tinted(renderVector(bytes, size), tint);
+    case Kind::Flag:
+        return edged(renderVector(bytes, size));
+    case Kind::Picture:
+    case Kind::Logo:
+        break;
+    }
+    return renderVector(bytes, size);
 }
 
 } // namespace tarnwick

@@ -54,10 +54,6 @@ QImage renderRaster(const QByteArray& encoded, QSize size) {
     return picture.isNull() ? picture : picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
-QImage renderPicture(const QByteArray& encoded, QSize size) {
-    return isVector(encoded) ? renderVector(encoded, size) : renderRaster(encoded, size);
-}
-
 QImage tinted(QImage picture, const QColor& tint) {
     QPainter painter(&picture);
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);

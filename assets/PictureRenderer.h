@@ -16,9 +16,6 @@ QImage renderVector(const QByteArray& svg, QSize size);
 /// An encoded raster picture scaled to `size`, premultiplied. Null when it is none.
 QImage renderRaster(const QByteArray& encoded, QSize size);
 
-/// Either of them.
-QImage renderPicture(const QByteArray& encoded, QSize size);
-
 /// The shape of `picture` filled with `tint`.
 QImage tinted(QImage picture, const QColor& tint);
 

@@ -70,11 +70,5 @@ TEST(TrackTexts, WritesNumbersAndNothingForWhatIsNone) {
         EXPECT_EQ(rows[i].first, rows[i].second) << "row " << i;
 }
 
-TEST(TrackTexts, WritesDatesAsAnItalian) {
-    const QDateTime moment(QDate(2026, 1, 2), QTime(7, 5, 9));
-    EXPECT_EQ(clockText(moment), QStringLiteral("07:05"));
-    EXPECT_EQ(dateText(moment), QStringLiteral("02 gen 2026"));
-}
-
 } // namespace
 } // namespace tarnwick

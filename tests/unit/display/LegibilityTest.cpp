@@ -1,0 +1,239 @@
+#include "display/Legibility.h"
+
+#include "assets/CataloguePicture.h"
+#include "assets/RenderQueue.h"
+#include "display/DisplayScene.h"
+#include "display/PanelItem.h"
+#include "display/SceneRenderer.h"
+#include "tests/unit/display/DisplayFixture.h"
+#include "tests/unit/display/TestCovers.h"
+#include "visuals/RotatingCDNSView.h"
+
+#include <QBuffer>
+#include <QQmlEngine>
+
+#include <algorithm>
+
+namespace tarnwick {
+namespace {
+
+TEST(Legibility, NeedsNoVeilWhereTheContrastIsThere) {
+    EXPECT_EQ(neededAlpha(colours::white, colours::black, colours::black, 4.5), 0);
+    const Colour tint{0.2, 0.3, 0.6, 1};
+    for (const Colour& text : {colours::white, colours::black}) {
+        const Colour veil = veilColour(tint, text);
+        EXPECT_GE(contrastOver(text, veil), 8.99);
+        for (const double grey : {0.0, 0.2, 0.4, 0.6, 0.8, 1.0}) {
+            const Colour under{grey, grey, grey, 1};
+            const double alpha = neededAlpha(text, under, veil, 4.5);
+            EXPECT_GE(contrastOver(text, mixed(under, veil, alpha)), 4.49) << grey;
+            if (alpha > 0) {
+                EXPECT_LT(contrastOver(text, mixed(under, veil, alpha - 0.01)), 4.5) << grey;
+            }
+        }
+    }
+}
+
+TEST(Legibility, MovesTheGreenUntilItIsSeen) {
+    for (const double grey : {0.0, 0.3, 0.46, 0.5, 0.7, 1.0}) {
+        const Colour ground{grey, grey, grey, 1};
+        const Colour text = contrastingTextColor(ground);
+        EXPECT_GE(contrastOver(progressGreen(text, ground), ground), 2.95) << grey;
+    }
+    EXPECT_EQ(progressGreen(colours::white, colours::black).toQColor(), QColor("#30d158"));
+}
+
+/// Measures the display as it is painted, with the texts left out.
+class LegibilityOfDisplay : public DisplayFixture {
+protected:
+    struct Worst {
+        double share = 100; ///< of the contrast that is needed
+        QString where;
+    };
+
+    void SetUp() override { renderqueue::setDispatcher(&dispatcher); }
+    void TearDown() override {
+        renderer.reset();
+        renderqueue::setDispatcher(nullptr);
+    }
+
+    void show(int cover, BackgroundOption style, const QString& disc, bool fullScreen) {
+        QByteArray png;
+        QBuffer buffer(&png);
+        buffer.open(QIODevice::WriteOnly);
+        testCover(cover).save(&buffer, "PNG");
+        settings.setBackgroundOption(style);
+        settings.setDefaultCDImageChoice(disc);
+        settings.setShowGenre(true);
+        settings.setShowBitRate(true);
+        settings.setShowFileSize(true);
+        settings.setShowSampleRate(true);
+        settings.setShowDateAndTime(true);
+        settings.setShowTrackComments(true);
+        const char* comment =
+            "Registrato dal vivo a Trieste nel maggio 2019, missaggio di Ada Ferri, pianoforte.";
+        answer(scripts::nowPlaying(),
+               nowPlaying({{1, text("Concerto per due violini, archi e continuo nella sala grande")},
+                           {2, text("Orchestra da camera della laguna di Grado")},
+                           {10, text(comment)},
+                           {11, D::data(png)}}));
+        answer(scripts::tracksByDisc(),
+               D::list(
+                   {D::list({D::integer(1), D::list({track(1, "Uno"), track(2, "Due"), track(3, "Tre")})})}));
+        if (fullScreen != window.isFullScreen())
+            window.toggleFullScreen();
+        const QSize size = fullScreen ? QSize(1920, 1080) : QSize(1200, 600);
+        renderer = std::make_unique<SceneRenderer>(DisplayScene::create(engine, *view), size);
+        if (!hasAppeared)
+            view->appear();
+        hasAppeared = true;
+        source->fetchNowPlaying();
+        settle();
+    }
+
+    static D track(int number, const char* title) { return D::list({D::integer(number), text(title)}); }
+
+    /// Everything that the present state asks for is made.
+    void settle() {
+        for (int round = 0; round < 3; ++round) {
+            dispatcher.advance(std::chrono::seconds(1));
+            renderer->render();
+        }
+        dispatcher.runUntilIdle();
+    }
+
+    /// The scene without texts and logo, the disc turned by `angle` degrees.
+    QImage ground(double angle) {
+        for (QQuickItem* item : renderer->root().findChildren<QQuickItem*>()) {
+            if (item->inherits("QQuickText") || qobject_cast<CataloguePicture*>(item))
+                item->setVisible(false);
+            if (qobject_cast<CDLayer*>(item))
+                item->setRotation(angle);
+        }
+        return renderer->render();
+    }
+
+    PanelItem& panel() { return *renderer->root().findChild<PanelItem*>(); }
+
+    std::vector<std::pair<QRectF, double>> panelBoxes() {
+        std::vector<std::pair<QRectF, double>> boxes;
+        const PanelLayout& layout = panel().layout();
+        for (const PanelLine& line : layout.lines)
+            boxes.emplace_back(line.box, neededContrast(line.font.pixelSize()));
+        if (layout.clock)
+            boxes.emplace_back(layout.clock->box, 3);
+        if (layout.logo)
+            boxes.emplace_back(layout.logo->box, 4.5);
+        boxes.emplace_back(layout.progress->elapsed.box, 4.5);
+        boxes.emplace_back(layout.progress->duration.box, 4.5);
+        return boxes;
+    }
+
+    std::vector<std::pair<QRectF, double>> rowBoxes() {
+        std::vector<std::pair<QRectF, double>> boxes;
+        for (QQuickItem* item : renderer->root().findChildren<QQuickItem*>()) {
+            if (QByteArray(item->metaObject()->className()).startsWith("TrackRow_") && item->isVisible())
+                boxes.emplace_back(item->mapRectToScene(item->boundingRect().adjusted(2, 4, -2, -4)), 4.5);
+        }
+        return boxes;
+    }
+
+    /// The least share of the needed contrast that any block of 4 by 4 pixels under the boxes has.
+    Worst worstOf(const QImage& picture, const std::vector<std::pair<QRectF, double>>& boxes) {
+        const Colour ink = background.dynamicTextColor();
+        Worst worst;
+        for (const auto& [box, ratio] : boxes) {
+            const QRect area = box.toRect() & picture.rect();
+            for (int y = area.top(); y + 3 <= area.bottom(); y += 4) {
+                for (int x = area.left(); x + 3 <= area.right(); x += 4) {
+                    const double share = contrastOver(ink, meanAt(picture, x, y)) / ratio;
+                    if (share < worst.share)
+                        worst = {share, QStringLiteral("(%1, %2) of a box at %3, %4")
+                                            .arg(x)
+                                            .arg(y)
+                                            .arg(box.x())
+                                            .arg(box.y())};
+                }
+            }
+        }
+        return worst;
+    }
+
+    static Colour meanAt(const QImage& picture, int x, int y) {
+        double red = 0;
+        double green = 0;
+        double blue = 0;
+        for (int row = y; row < y + 4; ++row) {
+            const auto* line = reinterpret_cast<const QRgb*>(picture.constScanLine(row));
+            for (int column = x; column < x + 4; ++column) {
+                red += qRed(line[column]);
+                green += qGreen(line[column]);
+                blue += qBlue(line[column]);
+            }
+        }
+        constexpr double whole = 16 * 255;
+        return {red / whole, green / whole, blue / whole, 1};
+    }
+
+    void expectLegible(int cover, BackgroundOption style, bool fullScreen) {
+        static const QStringList discs{QStringLiteral("33Vinyl"), QStringLiteral("cddefault"),
+                                       QStringLiteral("33WhiteBlured"), QStringLiteral("33Transparent")};
+        const QString disc = discs[cover % discs.size()];
+        SCOPED_TRACE(testing::Message() << "cover " << cover << ", style " << static_cast<int>(style) << ", "
+                                        << disc.toStdString() << (fullScreen ? ", full screen" : ""));
+        show(cover, style, disc, fullScreen);
+        for (const double angle : {0.0, 47.0, 133.0, 262.0}) {
+            const Worst worst = worstOf(ground(angle), panelBoxes());
+            least = std::min(least, worst.share);
+            EXPECT_GE(worst.share, 1) << qPrintable(worst.where) << " turned by " << angle;
+        }
+    }
+
+    static std::vector<BackgroundOption> styles() {
+        return {BackgroundManager::randomChoices.begin(), BackgroundManager::randomChoices.end()};
+    }
+
+    /// Eight; forty where there is time for them.
+    static int coverCount() { return qEnvironmentVariableIsSet("TARNWICK_ALL_COVERS") ? 40 : 8; }
+
+    double least = 100;
+    bool hasAppeared = false;
+    windows::FakeWindow& window = windows.addWindow();
+    QQmlEngine engine;
+    std::unique_ptr<SceneRenderer> renderer;
+};
+
+class LegibilityOfStyle : public LegibilityOfDisplay, public testing::WithParamInterface<BackgroundOption> {};
+
+TEST_P(LegibilityOfStyle, EveryLineOfThePanelHasItsContrast) {
+    for (int cover = 0; cover < coverCount(); ++cover)
+        expectLegible(cover, GetParam(), false);
+    expectLegible(2, GetParam(), true);
+    RecordProperty("least", std::to_string(least));
+}
+
+INSTANTIATE_TEST_SUITE_P(Styles, LegibilityOfStyle, testing::ValuesIn(BackgroundManager::randomChoices));
+
+TEST_F(LegibilityOfDisplay, EveryRowOfTheDynamicListHasItsContrast) {
+    settings.setTracklistStyle(TracklistStyle::Dynamic);
+    for (const BackgroundOption style : styles()) {
+        for (int cover = 0; cover < coverCount(); ++cover) {
+            SCOPED_TRACE(testing::Message() << "cover " << cover << ", style " << static_cast<int>(style));
+            show(cover, style, QStringLiteral("33Vinyl"), false);
+            if (!view->isFlipped())
+                view->tapCover();
+            renderer.reset(); // a scene that is made over the back shows it at once
+            renderer = std::make_unique<SceneRenderer>(DisplayScene::create(engine, *view), QSize(1200, 600));
+            settle();
+            const auto rows = rowBoxes();
+            ASSERT_FALSE(rows.empty());
+            for (const double angle : {0.0, 133.0}) {
+                const Worst worst = worstOf(ground(angle), rows);
+                EXPECT_GE(worst.share, 1) << qPrintable(worst.where);
+            }
+        }
+    }
+}
+
+} // namespace
+} // namespace tarnwick
