@@ -1,6 +1,7 @@
 #include "app/Commands.h"
 #include "app/SnapshotStage.h"
 #include "assets/ContactSheet.h"
+#include "controls/PreferencesModel.h"
 #include "display/DisplayScene.h"
 #include "settings/Preferences.h"
 
@@ -11,6 +12,7 @@ namespace tarnwick {
 namespace {
 
 constexpr QSize defaultSize{1200, 600};
+constexpr QSize preferencesSize{590, 1000}; ///< of their whole content
 constexpr QSize largestSize{7680, 4320};
 
 /// When the choreography of the first track is over and everything has come to rest.
@@ -33,6 +35,8 @@ struct Request {
 };
 
 using Problem = QString;
+
+QUrl preferencesUrl() { return QUrl(QStringLiteral("qrc:/qt/qml/Tarnwick/Controls/PreferencesView.qml")); }
 
 std::optional<QSize> parseSize(const QString& text) {
     static const QRegularExpression form(QStringLiteral("^(\\d{1,5})[xX×](\\d{1,5})$"));
@@ -74,7 +78,8 @@ std::variant<Request, Problem> readRequest(const Invocation& invocation) {
         return QStringLiteral("there is no scene '%1'").arg(scene);
     request.stage.scene = *demoScene;
     const auto sizeText = invocation.option(QStringLiteral("size"));
-    const auto size = sizeText ? parseSize(*sizeText) : defaultSize;
+    const bool isPreferences = request.view == QLatin1String("preferences");
+    const auto size = sizeText ? parseSize(*sizeText) : isPreferences ? preferencesSize : defaultSize;
     if (!size)
         return QStringLiteral("--size is WxH in pixels, at most %1x%2, not '%3'")
             .arg(largestSize.width())
@@ -100,12 +105,21 @@ std::variant<Request, Problem> readRequest(const Invocation& invocation) {
 QImage paint(const Request& request) {
     if (request.view == QLatin1String("assets"))
         return contactSheet(Catalogue::shared(), request.size);
+    if (request.view == QLatin1String("splash"))
+        return *Catalogue::shared().picture(QStringLiteral("applogo800"), request.size);
     SnapshotStage stage(request.stage);
-    auto root = DisplayScene::create(stage.engine(), stage.view());
+    PreferencesModel model({.settings = stage.settings(), .importFonts = {}, .removeFont = {}});
+    auto root =
+        request.view == QLatin1String("preferences")
+            ? DisplayScene::createItem(stage.engine(), preferencesUrl(),
+                                       {{QStringLiteral("settings"), QVariant::fromValue(&stage.settings())},
+                                        {QStringLiteral("model"), QVariant::fromValue(&model)}})
+            : DisplayScene::create(stage.engine(), stage.view());
     if (!root)
         return {};
     stage.show(std::move(root), request.size);
-    stage.view().setShowTrackControls(request.view != QLatin1String("display"));
+    stage.view().controls()->setShowTrackControls(request.view != QLatin1String("display"));
+    stage.view().controls()->setShowPlaylistPicker(request.view == QLatin1String("picker"));
     if (request.isFlipped)
         stage.view().tapCover();
     stage.advance(request.after);

@@ -25,6 +25,11 @@ public:
     /// What the root component needs when it is created.
     static QVariantMap initialProperties(TarnwickView& view);
 
+    /// The item that the QML file at `url` describes, with these properties; null with a line on the log when
+    /// it cannot be made.
+    static std::unique_ptr<QQuickItem> createItem(QQmlEngine& engine, const QUrl& url,
+                                                  const QVariantMap& properties);
+
     /// The root item, made in `engine`; null with a line on the log when it cannot be, which is a fault of
     /// the build. `view` must outlive it.
     static std::unique_ptr<QQuickItem> create(QQmlEngine& engine, TarnwickView& view);

@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Tarnwick.Assets
+import Tarnwick.Controls
 import Tarnwick.Display
 
 // The display. Everything inside stands in points; a point is larger than a pixel on a large screen.
@@ -68,6 +69,12 @@ Item {
             view: root.view
             pixelRatio: root.pixelRatio
             hasCassette: recordArea.hasCassette
+            bar: {
+                const place = transportBar.panelItem, isShown = root.view.controls.showTrackControls;
+                return isShown ? Qt.rect(place.x / root.point, place.y / root.point, place.width / root.point,
+                                         place.height / root.point)
+                               : Qt.rect(0, 0, 0, 0);
+            }
         }
     }
 
@@ -85,5 +92,21 @@ Item {
         coverRadius: Theme.coverRadius
         listPlace: root.view.isFlipped ? Qt.rect(coverArea.x, coverArea.y, coverArea.width, coverArea.height)
                                        : Qt.rect(0, 0, 0, 0)
+    }
+
+    TrackControlsView {
+        id: transportBar
+
+        anchors.fill: parent
+        controls: root.view.controls
+        settings: root.view.settings
+        backgroundManager: root.view.backgroundManager
+        point: root.point
+        backdrop: root.view.backdrop(Qt.size(scene.width, scene.height), root.view.paintedColors,
+                                     root.view.isFlipped ? root.view.noPicture : root.view.artwork,
+                                     coverArea.picturePlace,
+                                     recordArea.visible && !recordArea.hasCassette ? root.view.record
+                                                                                   : root.view.noPicture,
+                                     recordArea.diameter)
     }
 }

@@ -11,6 +11,9 @@ void SceneRenderer::useSoftware() {
 
 SceneRenderer::SceneRenderer(std::unique_ptr<QQuickItem> root, QSize size)
     : m_window(std::make_unique<QQuickWindow>(&m_control)), m_root(std::move(root)) {
+    const auto count = [this] { ++m_drawRequests; };
+    QObject::connect(&m_control, &QQuickRenderControl::renderRequested, m_window.get(), count);
+    QObject::connect(&m_control, &QQuickRenderControl::sceneChanged, m_window.get(), count);
     m_root->setParentItem(m_window->contentItem());
     resize(size);
 }

@@ -27,6 +27,9 @@ public:
     /// Gives the window and the root another size.
     void resize(QSize size);
 
+    /// How often the scene asked to be drawn anew.
+    int drawRequests() const { return m_drawRequests; }
+
     QQuickItem& root() { return *m_root; }
     QQuickWindow& window() { return *m_window; }
 
@@ -35,6 +38,7 @@ private:
     QQuickRenderControl m_control;
     std::unique_ptr<QQuickWindow> m_window;
     std::unique_ptr<QQuickItem> m_root;
+    int m_drawRequests = 0;
 };
 
 } // namespace tarnwick

@@ -1,5 +1,6 @@
 #include "display/TarnwickView.h"
 
+#include "display/PictureCut.h"
 #include "platform/windows/KeyCodes.h"
 
 #include <QLocale>
@@ -17,17 +18,32 @@ constexpr auto albumWriteBackDelay = 500ms;
 constexpr auto hoverDuration = 200ms;
 constexpr auto discChoiceDelay = 200ms;
 constexpr double fullTurn = 360;
+constexpr double coverRadius = 8;
 
 } // namespace
 
 TarnwickView::TarnwickView(Parts parts)
     : m_parts(std::move(parts)), m_screenSaverManager(m_parts.power),
-      m_rotatingCDManager(m_parts.catalogue, m_parts.randomIndex, m_parts.log) {
+      m_rotatingCDManager(m_parts.catalogue, m_parts.randomIndex, m_parts.log), m_controls(controlsParts()) {
     watchTheModel();
     watchTheSettings();
+    const auto count = [this] { ++m_pictureSerial; };
+    connect(this, &TarnwickView::artworkChanged, this, count);
+    connect(this, &TarnwickView::recordChanged, this, count);
 }
 
 TarnwickView::~TarnwickView() = default;
+
+TrackControls::Parts TarnwickView::controlsParts() {
+    MusicSource& source = m_parts.musicSource;
+    return {.dispatcher = m_parts.dispatcher,
+            .musicSource = source,
+            .onPrevious = [&source] { source.previousTrack(); },
+            .onPlayPause = [&source] { source.playPause(); },
+            .onNext = [&source] { source.nextTrack(); },
+            .onToggleShuffle = [&source] { source.toggleShuffle(); },
+            .openPreferences = m_parts.openPreferences};
+}
 
 void TarnwickView::appear() {
     MusicSource& source = m_parts.musicSource;
@@ -43,10 +59,7 @@ void TarnwickView::appear() {
     startClock();
 }
 
-void TarnwickView::disappear() {
-    hideControlsTimer.cancel();
-    m_screenSaverManager.allowSleep();
-}
+void TarnwickView::disappear() { m_screenSaverManager.allowSleep(); }
 
 void TarnwickView::watchTheModel() {
     // The source outlives the view, so each watcher asks whether the view is still there.
@@ -247,6 +260,29 @@ void TarnwickView::hoverTrack(int disc, int row) {
     });
 }
 
+Backdrop TarnwickView::backdrop(const QSizeF& window, const QList<QColor>& colors, const Picture& cover,
+                                const QRectF& coverRect, const Picture& record, double recordDiameter) const {
+    const auto maker = [this](const Picture& picture) -> Backdrop::Picture {
+        if (!picture.isPresent())
+            return {};
+        return [picture, &catalogue = m_parts.catalogue](int side) {
+            return std::make_shared<const QImage>(fitted(catalogue, picture, QSize(side, side)));
+        };
+    };
+    Backdrop result;
+    result.window = window;
+    result.gradientColors = colors;
+    result.base = m_parts.backgroundManager.dynamicTextColor() == colours::white ? Qt::black : Qt::white;
+    result.cover = maker(cover);
+    result.coverRect = coverRect;
+    result.coverRadius = coverRadius;
+    result.record = maker(record);
+    result.recordCentre = {window.width() / 2, window.height() / 2};
+    result.recordDiameter = recordDiameter;
+    result.serial = 4 * m_pictureSerial + (cover.isPresent() ? 2 : 0) + (record.isPresent() ? 1 : 0);
+    return result;
+}
+
 QString TarnwickView::formattedNow(const QString& pattern) const {
     return QLocale(QLocale::Italian, QLocale::Italy).toString(m_parts.wallClock(), pattern);
 }
@@ -255,12 +291,6 @@ bool TarnwickView::isWindowFullScreen() const {
     const windows::Window* window = m_parts.windows.firstWindow();
     return window && window->isFullScreen();
 }
-
-void TarnwickView::setShowTrackControls(bool show) {
-    assign(m_showTrackControls, show, &TarnwickView::showTrackControlsChanged);
-}
-
-void TarnwickView::setHovered(bool hovered) { assign(m_isHovered, hovered, &TarnwickView::isHoveredChanged); }
 
 void TarnwickView::setReducedMotion(bool reduced) {
     assign(m_reducedMotion, reduced, &TarnwickView::reducedMotionChanged);

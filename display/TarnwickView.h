@@ -1,5 +1,7 @@
 #pragma once
 
+#include "controls/Backdrop.h"
+#include "controls/TrackControls.h"
 #include "display/FolderPicture.h"
 #include "display/Picture.h"
 #include "music/MusicSource.h"
@@ -51,10 +53,8 @@ class TarnwickView : public QObject {
     Q_PROPERTY(QList<QColor> paintedColors READ paintedColors NOTIFY paintedColorsChanged)
     /// The main window is in full screen, as of the last change of its size.
     Q_PROPERTY(bool isFullscreen READ isFullscreen NOTIFY isFullscreenChanged)
-    Q_PROPERTY(bool showTrackControls READ showTrackControls WRITE setShowTrackControls NOTIFY
-                   showTrackControlsChanged)
-    /// The pointer is over the bar.
-    Q_PROPERTY(bool isHovered READ isHovered WRITE setHovered NOTIFY isHoveredChanged)
+    /// The transport bar.
+    Q_PROPERTY(tarnwick::TrackControls* controls READ controls CONSTANT)
     /// The turn of the cover about its vertical axis, degrees; grows by 360 a spin.
     Q_PROPERTY(double rotationAngle READ rotationAngle NOTIFY rotationAngleChanged)
     /// The back of the cover, the track list, is shown.
@@ -91,6 +91,7 @@ public:
         std::function<QString()> randomTrackInfoFontName{};
         /// Makes the cover the application's icon, or puts back its own.
         std::function<void(const std::optional<images::Image>& cover, bool enabled)> applyDockIcon{};
+        std::function<void()> openPreferences = [] {};
     };
 
     explicit TarnwickView(Parts parts);
@@ -134,11 +135,14 @@ public:
         return m_parts.catalogue.image(name);
     }
 
+    /// What a frosted panel lies on, in points: `record` counts as resting.
+    Q_INVOKABLE tarnwick::Backdrop backdrop(const QSizeF& window, const QList<QColor>& colors,
+                                            const tarnwick::Picture& cover, const QRectF& coverRect,
+                                            const tarnwick::Picture& record, double recordDiameter) const;
+
     /// Whether the application's first window is in full screen; false without one.
     Q_INVOKABLE bool isWindowFullScreen() const;
 
-    void setShowTrackControls(bool show);
-    void setHovered(bool hovered);
     void setReducedMotion(bool reduced);
 
     MusicSource& musicSource() const { return m_parts.musicSource; }
@@ -159,8 +163,9 @@ public:
     const DiscImage& currentRandomImage() const { return m_currentRandomImage; }
     QList<QColor> paintedColors() const;
     bool isFullscreen() const { return m_isFullscreen; }
-    bool showTrackControls() const { return m_showTrackControls; }
-    bool isHovered() const { return m_isHovered; }
+    bool showTrackControls() const { return m_controls.showTrackControls(); }
+    bool isHovered() const { return m_controls.isHovered(); }
+    TrackControls* controls() { return &m_controls; }
     double rotationAngle() const { return m_rotationAngle; }
     bool isFlipped() const { return m_isFlipped; }
     bool isCDVisible() const { return m_isCDVisible; }
@@ -171,17 +176,12 @@ public:
     bool reducedMotion() const { return m_reducedMotion; }
     const ScreenSaverManager& screenSaverManager() const { return m_screenSaverManager; }
 
-    /// A hiding of the bar that is due; called off when the view disappears.
-    dispatch::WorkItem hideControlsTimer;
-
 Q_SIGNALS:
     void artworkChanged();
     void recordChanged();
     void cassetteImageChanged();
     void paintedColorsChanged();
     void isFullscreenChanged();
-    void showTrackControlsChanged();
-    void isHoveredChanged();
     void rotationAngleChanged();
     void isFlippedChanged();
     void isCDVisibleChanged();
@@ -209,6 +209,7 @@ private:
         Q_EMIT(this->*changed)();
     }
 
+    TrackControls::Parts controlsParts();
     void watchTheModel();
     void watchTheSettings();
     void trackChanged();
@@ -243,6 +244,8 @@ private:
     animation::Transaction m_transaction;
     ScreenSaverManager m_screenSaverManager;
     RotatingCDManager m_rotatingCDManager;
+    TrackControls m_controls;
+    quint64 m_pictureSerial = 0; // counts up with each cover and each record
     std::unique_ptr<dispatch::TimerSource> m_clockTimer;
 
     DiscImage m_cdImage;
@@ -251,8 +254,6 @@ private:
     quint64 m_recordOrder = 0;     // of the choice that was asked for last
     bool m_recordIsForced = false; // by a choice that was overtaken
     bool m_isFullscreen = false;
-    bool m_showTrackControls = false;
-    bool m_isHovered = false;
     double m_rotationAngle = 0;
     bool m_isFlipped = false;
     bool m_isCDVisible = true;
