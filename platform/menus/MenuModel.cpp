@@ -2,8 +2,8 @@
 
 namespace tarnwick::menus {
 
-Entry Entry::command(QString title, std::function<void()> action, QKeySequence shortcut) {
-    return {.title = std::move(title), .shortcut = std::move(shortcut), .action = std::move(action)};
+Entry Entry::command(QString title, std::function<void()> action, const QKeySequence& shortcut) {
+    return {.title = std::move(title), .shortcut = shortcut, .action = std::move(action)};
 }
 
 Entry Entry::menu(QString title, QList<Entry> entries) {

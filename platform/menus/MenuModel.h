@@ -19,7 +19,7 @@ struct Entry {
     bool isMenu = false;          ///< a menu may be empty
     bool isSeparator = false;
 
-    static Entry command(QString title, std::function<void()> action, QKeySequence shortcut = {});
+    static Entry command(QString title, std::function<void()> action, const QKeySequence& shortcut = {});
     static Entry menu(QString title, QList<Entry> entries);
     static Entry separator();
 };
