@@ -7,6 +7,7 @@ namespace tarnwick {
 inline constexpr int exitDone = 0;
 inline constexpr int exitFailed = 1;
 inline constexpr int exitUsage = 2;
+inline constexpr int nobodyRuns = -1; ///< no exit code: the display is opened instead
 
 /// One line on standard error; a line break inside becomes a blank.
 void complain(const QString& line);
@@ -16,6 +17,12 @@ void print(const QString& text);
 
 // Each runs one command to its end and returns the exit code. There is a QCoreApplication, or a
 // QGuiApplication where the command says that it paints.
+
+int runDisplay(const Invocation& invocation);
+
+/// Asks the display that runs to come to the front; `nobodyRuns` when there is none. Needs no application
+/// object.
+int runShow();
 
 int runStatus(const Invocation& invocation);
 int runDo(const Invocation& invocation);

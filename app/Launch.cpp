@@ -1,6 +1,7 @@
 #include "app/Launch.h"
 
 #include "app/Commands.h"
+#include "app/ScreenProbe.h"
 
 #include <QGuiApplication>
 
@@ -19,6 +20,7 @@ struct CommandEntry {
 };
 
 constexpr std::array commands{
+    CommandEntry{"display", runDisplay, CommandEntry::Screen},
     CommandEntry{"status", runStatus, CommandEntry::Core},
     CommandEntry{"do", runDo, CommandEntry::Core},
     CommandEntry{"script", runScript, CommandEntry::Core},
@@ -81,6 +83,14 @@ int launch(int argc, char** argv) {
     for (const CommandEntry& command : commands) {
         if (invocation.command != QLatin1String(command.name))
             continue;
+        if (invocation.has(QStringLiteral("show")))
+            if (const int code = runShow(); code != nobodyRuns)
+                return code;
+        if (command.needs == CommandEntry::Screen)
+            if (const QString fault = screenFault(); !fault.isEmpty()) {
+                complain(fault);
+                return exitFailed;
+            }
         int qtArgc = 1; // Qt's own options are none of ours
         const auto application = makeApplication(command, invocation, qtArgc, argv);
         QCoreApplication::setApplicationName(QStringLiteral("tarnwick"));

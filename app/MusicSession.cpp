@@ -67,6 +67,11 @@ MusicSession::~MusicSession() {
     m_dispatcher.shutDown();
 }
 
+void MusicSession::end() {
+    m_ending = true;
+    m_dispatcher.shutDown();
+}
+
 script::Outcome MusicSession::execute(const QString& text, const script::Limits& limits) {
     script::Limits own = limits;
     own.cancelled = &m_ending;

@@ -25,6 +25,9 @@ public:
     MusicSession(const Invocation& invocation, Options options);
     ~MusicSession();
 
+    /// Ends what is under way, so that what the tasks use can be destroyed. The source stays, without tasks.
+    void end();
+
     dispatch::SystemDispatcher& dispatcher() { return m_dispatcher; }
     images::ImageStore& images() { return *m_images; }
     musicapp::MusicApplication& music() { return *m_music; }

@@ -53,6 +53,8 @@ void QtWindow::setContentAspectRatio(QSize ratio) {
 }
 
 void QtWindow::setFrame(const QRectF& frame) {
+    if (isFullScreen())
+        return; // it has the screen's
     QList<QRect> screens;
     for (const QScreen* screen : QGuiApplication::screens())
         screens.append(screen->availableGeometry());
@@ -67,8 +69,10 @@ void QtWindow::setFrame(const QRectF& frame) {
 void QtWindow::setShouldClose(std::function<bool()> shouldClose) { m_shouldClose = std::move(shouldClose); }
 
 void QtWindow::orderFront() {
-    m_window.setWindowStates(m_window.windowStates() & ~Qt::WindowMinimized);
+    const Qt::WindowStates states = m_window.windowStates() & ~Qt::WindowMinimized;
     m_window.setVisible(true);
+    if (m_window.windowStates() != states) // showing a window may have put it back to normal
+        m_window.setWindowStates(states);
     hintAtRatio();
     m_window.raise();
     m_window.requestActivate();

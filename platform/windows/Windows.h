@@ -34,7 +34,7 @@ public:
     virtual void setContentAspectRatio(QSize ratio) = 0;
 
     /// Puts the window there, as far as the desktop lets it: a frame that lies on no screen any more, or
-    /// is larger than the screen, is brought onto one.
+    /// is larger than the screen, is brought onto one. In full screen the window keeps the screen's.
     virtual void setFrame(const QRectF& frame) = 0;
 
     /// `shouldClose` is asked when the user closes the window; empty means yes.

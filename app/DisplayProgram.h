@@ -1,0 +1,88 @@
+#pragma once
+
+#include "app/DesktopApplication.h"
+#include "app/FontFileChooser.h"
+#include "app/LoginAgent.h"
+#include "app/MenuShortcuts.h"
+#include "app/MusicSession.h"
+#include "app/RunningCopies.h"
+#include "app/StopSignals.h"
+#include "app/TarnwickApp.h"
+#include "app/WindowDrag.h"
+#include "display/TarnwickView.h"
+#include "platform/defaults/FileDefaults.h"
+#include "platform/dispatch/SerialQueue.h"
+#include "platform/fonts/FontRegistry.h"
+#include "platform/menus/GlobalMenu.h"
+#include "platform/menus/TrayIcon.h"
+#include "platform/power/DBusPowerManager.h"
+#include "platform/windows/QtWindowSystem.h"
+
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+
+#include <optional>
+
+namespace tarnwick {
+
+class KeyView;
+
+/// The display as it runs: everything that it is made of, and the order in which it comes up. The window
+/// with the splash comes first; what only the display needs follows while the splash is seen.
+class DisplayProgram : public QObject {
+    Q_OBJECT
+
+public:
+    /// What `invocation` says about the player and the window holds.
+    explicit DisplayProgram(const Invocation& invocation);
+    ~DisplayProgram() override;
+
+    /// Runs until the user, or the session, ends it; the exit code.
+    int run();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    TarnwickApp::Parts appParts();
+    bool openWindow();
+    void placeWindow();
+    void loadFonts();
+    void joinDesktop();
+    void makeDisplay();
+    void showDisplay();
+    void followPhase();
+    void followFocus();
+
+    const bool m_startsInFullScreen;
+    MusicSession m_session;
+    RunningCopies m_copies;
+    defaults::FileDefaults m_defaults;
+    power::DBusPowerManager m_power;
+    windows::QtWindowSystem m_windows;
+    dispatch::SerialQueue m_agentQueue;
+    LoginAgent m_loginAgent;
+    TarnwickApp m_app;
+
+    QQmlEngine m_engine;
+    std::unique_ptr<QQuickWindow> m_window;
+    KeyView* m_keys = nullptr; ///< in the window
+    std::optional<WindowDrag> m_drag;
+    std::optional<MenuShortcuts> m_shortcuts;
+
+    fonts::FontRegistry m_fontRegistry;
+    std::optional<ClockFontManager> m_clockFonts;
+    std::optional<TrackInfoFontManager> m_trackInfoFonts;
+    FontChooser m_chooseFonts;
+
+    std::unique_ptr<TarnwickView> m_view;
+    std::unique_ptr<QQuickItem> m_display;
+
+    std::optional<DesktopApplication> m_desktop;
+    std::optional<menus::GlobalMenu> m_globalMenu;
+    std::optional<menus::TrayIcon> m_tray;
+    StopSignals m_stopSignals;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QQuickItem>
+
+namespace tarnwick {
+
+/// Catches the key presses that nothing inside it has taken, and has the keyboard focus from the start.
+class KeyView : public QQuickItem {
+    Q_OBJECT
+    QML_NAMED_ELEMENT(KeyEventHandler)
+
+public:
+    explicit KeyView(QQuickItem* parent = nullptr);
+
+    /// Whether the keys belong to this view or to something in it, and not to a popup.
+    bool hasKeys() const;
+
+Q_SIGNALS:
+    /// A key was pressed; its hardware code. Modifiers are not looked at.
+    void keyDown(int keyCode);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void itemChange(ItemChange change, const ItemChangeData& data) override;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,53 @@
+import QtQuick
+import Tarnwick.App
+
+// The main window: the splash, then the display, and what a title bar would otherwise give.
+Window {
+    id: window
+
+    required property TarnwickApp app
+
+    /// Where the display is put.
+    readonly property alias displayPlace: keys
+
+    title: "Tarnwick"
+    color: "black"
+    flags: Qt.Window | Qt.FramelessWindowHint
+    minimumWidth: 400
+    minimumHeight: 200
+
+    KeyEventHandler {
+        id: keys
+
+        anchors.fill: parent
+        visible: !window.app.showSplash
+        focus: true
+    }
+
+    SplashView {
+        anchors.fill: parent
+        visible: window.app.showSplash
+    }
+
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        onTapped: eventPoint => chrome.item?.openMenu(eventPoint.position)
+    }
+
+    Shortcut {
+        sequences: ["Menu", "Shift+F10"]
+        onActivated: chrome.item?.openMenu(Qt.point(24, 24))
+    }
+
+    // Not needed for the first picture, so it comes after it.
+    Loader {
+        id: chrome
+
+        anchors.fill: parent
+        active: !window.app.showSplash
+        sourceComponent: WindowChrome {
+            app: window.app
+            frame: window
+        }
+    }
+}

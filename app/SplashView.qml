@@ -1,0 +1,9 @@
+import QtQuick
+
+// The application's picture over the whole window.
+Image {
+    source: width > 0 && height > 0 ? "image://catalogue/applogo800" : ""
+    sourceSize: Qt.size(width * Screen.devicePixelRatio, height * Screen.devicePixelRatio)
+    fillMode: Image.Stretch
+    cache: false
+}

@@ -1,0 +1,58 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+
+// One window button. Its glyph is made of bars, which every renderer draws alike.
+Item {
+    id: button
+
+    enum Glyph { Close, Minimise, FullScreen, LeaveFullScreen }
+
+    required property string name
+    required property int glyph
+
+    // Each bar: centre x and y, length, turn; in a square of 14.
+    readonly property var bars: [
+        [[7, 7, 11, 45], [7, 7, 11, -45]],
+        [[7, 7, 10, 0]],
+        [[3.5, 2, 5, 0], [2, 3.5, 5, 90], [10.5, 12, 5, 0], [12, 10.5, 5, 90]],
+        [[3.5, 6, 5, 0], [6, 3.5, 5, 90], [10.5, 8, 5, 0], [8, 10.5, 5, 90]]
+    ]
+
+    signal triggered
+
+    width: 14
+    height: 14
+    opacity: hover.hovered ? 1 : 0.85
+    Accessible.role: Accessible.Button
+    Accessible.name: name
+    Accessible.onPressAction: button.triggered()
+
+    Repeater {
+        model: button.bars[button.glyph]
+
+        Rectangle {
+            required property var modelData
+
+            x: modelData[0] - width / 2
+            y: modelData[1] - height / 2
+            width: modelData[2]
+            height: 2
+            radius: 1
+            rotation: modelData[3]
+            color: "white"
+            antialiasing: true
+        }
+    }
+
+    // A little more than the glyph, so that it is easily met.
+    Item {
+        anchors { fill: parent; margins: -4 }
+
+        HoverHandler { id: hover }
+        TapHandler {
+            gesturePolicy: TapHandler.ReleaseWithinBounds
+            onTapped: button.triggered()
+        }
+    }
+}

@@ -1,0 +1,42 @@
+import QtQuick
+import QtQuick.Controls.Basic
+
+// One line of a window's menu.
+MenuItem {
+    id: item
+
+    property string keys: ""
+
+    implicitHeight: 26
+    leftPadding: 10
+    rightPadding: 10
+    topPadding: 0
+    bottomPadding: 0
+    opacity: enabled ? 1 : 0.4
+
+    contentItem: Item {
+        Text {
+            anchors { left: parent.left; right: accessory.left; rightMargin: 12; verticalCenter: parent.verticalCenter }
+            text: item.text
+            textFormat: Text.PlainText
+            elide: Text.ElideRight
+            maximumLineCount: 1
+            color: "#f2f2f4"
+            font { family: "Inter"; pixelSize: 13 }
+        }
+        Text {
+            id: accessory
+
+            anchors { right: parent.right; verticalCenter: parent.verticalCenter }
+            text: item.subMenu ? "\u203a" : item.keys
+            color: item.highlighted ? "#f2f2f4" : "#a2a2a8"
+            font { family: "Inter"; pixelSize: item.subMenu ? 16 : 12 }
+        }
+    }
+    arrow: null
+    indicator: null
+    background: Rectangle {
+        radius: 5
+        color: item.highlighted ? "#1673e6" : "transparent"
+    }
+}

@@ -1,0 +1,122 @@
+#include "app/DesktopApplication.h"
+#include "app/MenuShortcuts.h"
+#include "app/RunningCopies.h"
+#include "app/StopSignals.h"
+#include "tests/fakes/PrivateBus.h"
+
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <thread>
+
+namespace tarnwick {
+namespace {
+
+TEST(RunningCopies, CrashedOnesDoNotCount) {
+    QTemporaryDir folder;
+    const QString inside = folder.filePath("tarnwick"); // made when it is missing
+    const RunningCopies own(inside);
+    EXPECT_EQ(own.count(), 1);
+    QFile stale(inside + "/copy-999999");
+    ASSERT_TRUE(stale.open(QIODevice::WriteOnly));
+    stale.close();
+    EXPECT_EQ(own.count(), 1);
+    EXPECT_FALSE(stale.exists());
+    int ready[2] = {}, done[2] = {};
+    ASSERT_EQ(pipe(ready) + pipe(done), 0);
+    const pid_t other = fork();
+    if (other == 0) { // another process, with a lock of its own
+        const RunningCopies copy(inside);
+        char byte = 0;
+        [[maybe_unused]] auto ignored = write(ready[1], &byte, 1);
+        ignored = read(done[0], &byte, 1);
+        _exit(0); // as if it had crashed
+    }
+    char byte = 0;
+    ASSERT_EQ(read(ready[0], &byte, 1), 1);
+    EXPECT_EQ(own.count(), 2);
+    ASSERT_EQ(write(done[1], &byte, 1), 1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return own.count() == 1; }));
+}
+
+TEST(RunningCopies, WithoutAFolderItIsTheOnlyOne) {
+    EXPECT_EQ(RunningCopies(QString()).count(), 1);
+    EXPECT_EQ(RunningCopies("/proc/nowhere").count(), 1);
+}
+
+TEST(DesktopApplication, TheFirstCopyIsAskedAndTheNextTakesOver) {
+    const PrivateBus bus;
+    ASSERT_FALSE(bus.address().isEmpty());
+    auto connect = [&](const char* name) { return QDBusConnection::connectToBus(bus.address(), name); };
+    std::optional<DesktopApplication> first(connect("first"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return first->hasName(); }));
+    DesktopApplication second(connect("second"));
+    QSignalSpy shownFirst(&*first, &DesktopApplication::activated);
+    QSignalSpy shownSecond(&second, &DesktopApplication::activated);
+    const auto ask = [&] {
+        std::optional<DesktopApplication::Answer> answer;
+        std::thread asker([&] { // as another process would, while this one goes on
+            answer = DesktopApplication::askToShow(connect("asker"));
+            QDBusConnection::disconnectFromBus("asker");
+        });
+        EXPECT_TRUE(QTest::qWaitFor([&] { return shownFirst.count() + shownSecond.count() > 0; }));
+        asker.join();
+        return answer;
+    };
+    EXPECT_EQ(ask(), DesktopApplication::Answer::Shown);
+    EXPECT_EQ(shownFirst.count(), 1);
+    EXPECT_EQ(shownSecond.count(), 0);
+
+    first.reset();
+    QDBusConnection::disconnectFromBus("first");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return second.hasName(); }));
+    EXPECT_EQ(ask(), DesktopApplication::Answer::Shown);
+    EXPECT_EQ(shownSecond.count(), 1);
+    QDBusConnection::disconnectFromBus("second");
+    EXPECT_EQ(DesktopApplication::askToShow(connect("last")), DesktopApplication::Answer::NobodyRuns);
+    QDBusConnection::disconnectFromBus("last");
+}
+
+TEST(StopSignals, ArriveOnTheMainThread) {
+    int stops = 0;
+    const StopSignals signals([&] { ++stops; });
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        const int before = stops;
+        std::raise(signal);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return stops == before + 1; }));
+    }
+}
+
+TEST(MenuShortcuts, PlainKeysCanBeSwitchedOff) {
+    QWindow window;
+    menus::MenuModel model;
+    QStringList chosen;
+    const auto add = [&](const char* title, const QKeySequence& keys) {
+        return menus::Entry::command(
+            title, [&chosen, title] { chosen.append(title); }, keys);
+    };
+    MenuShortcuts shortcuts(model, window);
+    model.setEntries({add("next", Qt::Key_Right), add("full screen", Qt::Key_F11),
+                      add("preferences", Qt::CTRL | Qt::Key_Comma)});
+    window.show();
+    window.requestActivate();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    const auto press = [&] {
+        chosen.clear();
+        QTest::keyClick(&window, Qt::Key_Right);
+        QTest::keyClick(&window, Qt::Key_F11);
+        QTest::keyClick(&window, Qt::Key_Comma, Qt::ControlModifier);
+        QCoreApplication::processEvents();
+        return chosen;
+    };
+    EXPECT_EQ(press(), (QStringList{"next", "full screen", "preferences"}));
+    shortcuts.setPlainKeysEnabled(false);
+    EXPECT_EQ(press(), (QStringList{"full screen", "preferences"}));
+}
+
+} // namespace
+} // namespace tarnwick
