@@ -80,7 +80,7 @@ void TarnwickApp::setScenePhase(ScenePhase phase) {
 
 void TarnwickApp::openPreferences() {
     if (!m_preferencesWindow) {
-        m_preferencesWindow = m_parts.makePreferencesWindow();
+        m_preferencesWindow = m_parts.makePreferencesWindow ? m_parts.makePreferencesWindow() : nullptr;
         if (!m_preferencesWindow)
             return;
         const auto forget = [this] { m_preferencesWindow = nullptr; };

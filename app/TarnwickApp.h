@@ -40,7 +40,7 @@ public:
         MusicSource& musicSource;
         std::function<int()> runningCopies;                      ///< this one included
         std::function<bool()> canComeBack;                       ///< see `MainWindowDelegate`
-        std::function<windows::Window*()> makePreferencesWindow; ///< may give none
+        std::function<windows::Window*()> makePreferencesWindow; ///< may be empty, may give none
         std::function<void(bool forClock)> importFonts;
         std::function<void()> quit;
     };
