@@ -434,21 +434,21 @@ void Session::play(const Track& track) {
     PlayerLink* link = followedOrFail();
     if (link == nullptr)
         return;
-    link->trackList().refresh([this, link, track] {
+    link->trackList().refresh([link, track, ended = done()] {
         for (const Metadata& entry : link->trackList().entries()) {
             const bool isIt =
                 track.path.isEmpty() ? entry.track.id == track.id : samePath(entry.url, track.path);
             if (!isIt || !entry.track.id.startsWith(u'/'))
                 continue;
-            link->call(QStringLiteral("GoTo"), {QVariant::fromValue(QDBusObjectPath(entry.track.id))}, done(),
+            link->call(QStringLiteral("GoTo"), {QVariant::fromValue(QDBusObjectPath(entry.track.id))}, ended,
                        QStringLiteral("TrackList"));
             return;
         }
         if (track.path.isEmpty())
-            done()(QStringLiteral("%1 cannot play that title").arg(link->identity()));
+            ended(QStringLiteral("%1 cannot play that title").arg(link->identity()));
         else
             link->call(QStringLiteral("OpenUri"),
-                       {QString::fromLatin1(QUrl::fromLocalFile(track.path).toEncoded())}, done());
+                       {QString::fromLatin1(QUrl::fromLocalFile(track.path).toEncoded())}, ended);
     });
 }
 
