@@ -12,7 +12,7 @@ using namespace std::chrono_literals;
 namespace tarnwick {
 namespace {
 
-constexpr QColor coverColour(Qt::darkCyan);
+const QColor coverColour(Qt::darkCyan);
 
 /// The scene, drawn without a screen, on a time that the test moves.
 class DisplaySceneTest : public DisplayFixture {
