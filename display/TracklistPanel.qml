@@ -36,6 +36,7 @@ Rectangle {
         height: root.fraction * root.height
         clip: true
         boundsBehavior: Flickable.StopAtBounds
+        interactive: contentHeight > height // else a tap beside the rows is the panel's
         model: TracklistModel {
             id: tracks
 
