@@ -54,16 +54,18 @@ TEST(DesktopApplication, TheFirstCopyIsAskedAndTheNextTakesOver) {
     auto connect = [&](const char* name) { return QDBusConnection::connectToBus(bus.address(), name); };
     std::optional<DesktopApplication> first(connect("first"));
     EXPECT_TRUE(QTest::qWaitFor([&] { return first->hasName(); }));
-    DesktopApplication second(connect("second"));
+    std::optional<DesktopApplication> second(connect("second"));
     QSignalSpy shownFirst(&*first, &DesktopApplication::activated);
-    QSignalSpy shownSecond(&second, &DesktopApplication::activated);
+    QSignalSpy shownSecond(&*second, &DesktopApplication::activated);
     const auto ask = [&] {
         std::optional<DesktopApplication::Answer> answer;
+        const auto shown = [&] { return shownFirst.count() + shownSecond.count(); };
+        const auto before = shown();
         std::thread asker([&] { // as another process would, while this one goes on
             answer = DesktopApplication::askToShow(connect("asker"));
             QDBusConnection::disconnectFromBus("asker");
         });
-        EXPECT_TRUE(QTest::qWaitFor([&] { return shownFirst.count() + shownSecond.count() > 0; }));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return shown() > before; }));
         asker.join();
         return answer;
     };
@@ -73,9 +75,10 @@ TEST(DesktopApplication, TheFirstCopyIsAskedAndTheNextTakesOver) {
 
     first.reset();
     QDBusConnection::disconnectFromBus("first");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return second.hasName(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return second->hasName(); }));
     EXPECT_EQ(ask(), DesktopApplication::Answer::Shown);
     EXPECT_EQ(shownSecond.count(), 1);
+    second.reset();
     QDBusConnection::disconnectFromBus("second");
     EXPECT_EQ(DesktopApplication::askToShow(connect("last")), DesktopApplication::Answer::NobodyRuns);
     QDBusConnection::disconnectFromBus("last");

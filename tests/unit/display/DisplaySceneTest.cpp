@@ -95,6 +95,7 @@ TEST_F(DisplaySceneTest, ATapTurnsTheCoverAndATapOnARowPlaysIt) {
 TEST_F(DisplaySceneTest, WhileNothingMovesNothingIsDrawn) {
     answer(scripts::nowPlaying(), playing("paused"));
     show();
+    advance(2s); // the veil and the covers have come and faded in
     picture();
     const int before = renderer->drawRequests();
     advance(58s); // polls and clock ticks go on
