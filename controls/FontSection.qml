@@ -21,7 +21,7 @@ SectionCard {
     controlsHeight: 32
 
     readonly property bool isOn: settings[switchKey]
-    readonly property list<string> fonts: isClock ? model.clockFonts : model.trackInfoFonts
+    readonly property list<string> fonts: (isClock ? model?.clockFonts : model?.trackInfoFonts) ?? []
 
     SwitchToggle {
         y: 4

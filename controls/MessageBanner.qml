@@ -1,21 +1,14 @@
 import QtQuick
 import Tarnwick.Assets
 
-/// What a script wants to tell, calmly above the bar for some seconds. Never in the way.
+/// What a script wants to tell, calmly above the bar. Never in the way.
 Rectangle {
     id: banner
 
+    /// "" for nothing.
+    required property string message
     property real point: 1
     property real maximumWidth: 560 * point
-
-    readonly property bool isShown: opacity > 0
-
-    /// Shows `message`, in place of one that is still there.
-    function show(message: string): void {
-        label.text = message;
-        opacity = 1;
-        clock.restart();
-    }
 
     width: Math.min(maximumWidth, label.implicitWidth + 36 * point)
     height: label.height + 20 * point
@@ -23,18 +16,16 @@ Rectangle {
     color: "#e6262628"
     border.width: 1
     border.color: "#2effffff"
-    opacity: 0
+    opacity: message.length > 0 ? 1 : 0
     visible: opacity > 0
     Accessible.role: Accessible.AlertMessage
     Accessible.name: label.text
+    onMessageChanged: {
+        if (message.length > 0)
+            label.text = message; // which stays while it fades
+    }
 
     Behavior on opacity { NumberAnimation { duration: Theme.defaultDuration; easing.type: Easing.BezierSpline; easing.bezierCurve: Theme.easeInOut } }
-
-    Timer {
-        id: clock
-        interval: 4000
-        onTriggered: banner.opacity = 0
-    }
 
     Text {
         id: label

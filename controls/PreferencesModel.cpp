@@ -4,17 +4,17 @@
 
 namespace tarnwick {
 
-namespace {
-
-const auto systemFont = QStringLiteral("System Font");
-
-} // namespace
-
 PreferencesModel::PreferencesModel(Parts parts)
-    : m_parts(std::move(parts)), m_clockFonts(systemFont), m_trackInfoFonts(systemFont) {}
+    : m_parts(std::move(parts)), m_clockFonts(systemFontName), m_trackInfoFonts(systemFontName) {}
+
+void PreferencesModel::follow(const BaseFontManager& manager, bool isClock) {
+    setImportedFonts(isClock, manager.fonts());
+    connect(&manager, &BaseFontManager::fontsChanged, this,
+            [this, &manager, isClock] { setImportedFonts(isClock, manager.fonts()); });
+}
 
 void PreferencesModel::setImportedFonts(bool isClock, const QStringList& names) {
-    (isClock ? m_clockFonts : m_trackInfoFonts) = QStringList(systemFont) + names;
+    (isClock ? m_clockFonts : m_trackInfoFonts) = QStringList(systemFontName) + names;
     if (isClock)
         Q_EMIT clockFontsChanged();
     else

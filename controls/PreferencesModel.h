@@ -1,6 +1,7 @@
 #pragma once
 
 #include "settings/Settings.h"
+#include "visuals/FontManagers.h"
 
 #include <QObject>
 #include <QVariantList>
@@ -35,6 +36,9 @@ public:
     };
 
     explicit PreferencesModel(Parts parts);
+
+    /// Offers the fonts of `manager`, now and whenever they change.
+    void follow(const BaseFontManager& manager, bool isClock);
 
     /// The imported fonts, whenever they change.
     void setImportedFonts(bool isClock, const QStringList& names);

@@ -192,9 +192,9 @@ FocusScope {
                 PopUpPicker {
                     name: qsTr("Record Image")
                     enabled: !view.settings.randomRotationEnabled
-                    model: view.model.recordNames
+                    model: view.model?.recordNames ?? []
                     storedText: view.settings.defaultCDImageChoice
-                    currentIndex: view.model.recordTags.indexOf(storedText)
+                    currentIndex: view.model?.recordTags.indexOf(storedText) ?? -1
                     onActivated: index => view.settings.defaultCDImageChoice = view.model.recordTags[index]
                 }
                 SwitchToggle { settings: view.settings; key: "randomRotationEnabled"; text: qsTr("Random") }
@@ -246,7 +246,7 @@ FocusScope {
         title: qsTr("Remove Font?")
         message: qsTr("Are you sure you want to remove this font?")
         confirmText: qsTr("Remove")
-        isAsked: view.model.showRemoveAlert
+        isAsked: view.model?.showRemoveAlert ?? false
         onConfirmed: view.model.confirmRemoval()
         onCancelled: view.model.cancelRemoval()
     }

@@ -126,6 +126,16 @@ void TrackControls::setCapabilities(const musicapp::Capabilities& capabilities) 
     assign(m_dimmedButtons, dimmed, &TrackControls::dimmedButtonsChanged);
 }
 
+void TrackControls::showMessage(const QString& message) {
+    assign(m_message, message, &TrackControls::messageChanged);
+    m_messageEnd.cancel();
+    m_messageEnd =
+        m_parts.dispatcher.asyncAfter(m_parts.dispatcher.mainQueue(), messageTime, [self = QPointer(this)] {
+            if (self)
+                self->assign(self->m_message, QString(), &TrackControls::messageChanged);
+        });
+}
+
 double TrackControls::sizeScale() const { return std::clamp(m_windowWidth / 1200, 0.5, 1.5); }
 
 } // namespace tarnwick

@@ -37,10 +37,13 @@ class TrackControls : public QObject {
                    showPlaylistPickerChanged)
     /// The buttons whose action the player does not support, by identifier. They still answer.
     Q_PROPERTY(QStringList dimmedButtons READ dimmedButtons NOTIFY dimmedButtonsChanged)
+    /// What a script wants to tell just now; "" for nothing.
+    Q_PROPERTY(QString message READ message NOTIFY messageChanged)
 
 public:
     static constexpr dispatch::Duration guardTime = std::chrono::milliseconds(200);
     static constexpr dispatch::Duration hideDelay = std::chrono::seconds(1);
+    static constexpr dispatch::Duration messageTime = std::chrono::seconds(4);
 
     /// What the display gives the bar; everything must outlive it.
     struct Parts {
@@ -81,6 +84,9 @@ public:
     void setShowPlaylistPicker(bool isShown);
     void setWindowWidth(double width);
 
+    /// Shows `message` above the bar for a while, in place of one that is still there.
+    void showMessage(const QString& message);
+
     /// What the player can do, for the dimming.
     void setCapabilities(const musicapp::Capabilities& capabilities);
 
@@ -95,6 +101,7 @@ public:
     const QStringList& playlists() const { return m_playlists; }
     bool showPlaylistPicker() const { return m_showPlaylistPicker; }
     const QStringList& dimmedButtons() const { return m_dimmedButtons; }
+    const QString& message() const { return m_message; }
 
 Q_SIGNALS:
     void isHoveredChanged();
@@ -107,6 +114,7 @@ Q_SIGNALS:
     void playlistsChanged();
     void showPlaylistPickerChanged();
     void dimmedButtonsChanged();
+    void messageChanged();
 
 private:
     void runGuarded(const std::function<void()>& command);
@@ -131,6 +139,8 @@ private:
     QStringList m_playlists;
     bool m_showPlaylistPicker = false;
     QStringList m_dimmedButtons;
+    QString m_message;
+    dispatch::WorkItem m_messageEnd;
     double m_windowWidth = 1200;
 };
 

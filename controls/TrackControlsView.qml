@@ -21,7 +21,8 @@ FocusScope {
 
     readonly property real s: controls.sizeScale * point
     readonly property bool isPlaying: controls.isPlaying
-    readonly property alias panelItem: panel
+    /// Where the panel is.
+    readonly property alias panelItem: panelPlace
 
     activeFocusOnTab: false
     onActiveFocusChanged: controls.setFocused(activeFocus)
@@ -30,6 +31,15 @@ FocusScope {
         target: root.controls
         property: "windowWidth"
         value: root.width / root.point
+    }
+
+    Item {
+        id: panelPlace
+
+        x: area.x + panel.x
+        y: area.panelTop
+        width: panel.width
+        height: panel.height
     }
 
     Item {
@@ -148,6 +158,14 @@ FocusScope {
                 s: root.s
             }
         }
+    }
+
+    MessageBanner {
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: area.panelTop - height - 14 * root.point
+        maximumWidth: Math.min(560 * root.point, root.width - 40 * root.point)
+        message: root.controls.message
+        point: root.point
     }
 
     PlaylistPopover {

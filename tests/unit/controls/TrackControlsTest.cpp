@@ -126,6 +126,16 @@ TEST_F(TrackControlsTest, DimsWhatThePlayerCannotDo) {
     EXPECT_THAT(called, ElementsAre(QStringLiteral("previous"))) << "it still answers";
 }
 
+TEST_F(TrackControlsTest, AMessageStandsForFourSecondsUnlessAnotherReplacesIt) {
+    controls->showMessage(QStringLiteral("Traccia non trovata"));
+    dispatcher.advance(3s);
+    controls->showMessage(QStringLiteral("Un'altra"));
+    dispatcher.advance(3999ms);
+    EXPECT_EQ(controls->message(), QStringLiteral("Un'altra"));
+    dispatcher.advance(1ms);
+    EXPECT_EQ(controls->message(), QString());
+}
+
 TEST_F(TrackControlsTest, WhatIsUnderWayMayOutliveTheBar) {
     controls->press(QStringLiteral("next"));
     controls->press(QStringLiteral("playlist"));
