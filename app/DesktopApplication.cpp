@@ -36,9 +36,10 @@ DesktopApplication::Answer DesktopApplication::askToShow(QDBusConnection bus) {
     const QDBusMessage answer = bus.call(call, QDBus::Block, answerTime);
     if (answer.type() == QDBusMessage::ReplyMessage)
         return Answer::Shown;
-    return answer.errorName() == QLatin1String("org.freedesktop.DBus.Error.ServiceUnknown")
-               ? Answer::NobodyRuns
-               : Answer::NoAnswer;
+    // Which of the two it is depends on whether the bus could start somebody.
+    const bool nobody = answer.errorName() == QLatin1String("org.freedesktop.DBus.Error.ServiceUnknown") ||
+                        answer.errorName() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner");
+    return nobody ? Answer::NobodyRuns : Answer::NoAnswer;
 }
 
 DesktopApplication::DesktopApplication(const QDBusConnection& bus) : m_bus(bus) {

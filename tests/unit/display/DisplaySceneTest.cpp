@@ -86,26 +86,11 @@ TEST_F(DisplaySceneTest, ATapTurnsTheCoverAndATapOnARowPlaysIt) {
     // Below the small copy, which is 285 high with 20 above, 20 below, in a list that begins at 15.
     const int firstRow = 15 + 20 + 285 + 20 + 19;
     click({300, firstRow + 38});
-    EXPECT_THAT(sent, testing::Contains(scripts::playTitle(QStringLiteral("Due"), QStringLiteral("Lontano"))));
+    EXPECT_THAT(sent,
+                testing::Contains(scripts::playTitle(QStringLiteral("Due"), QStringLiteral("Lontano"))));
     EXPECT_TRUE(view->isFlipped()) << "the tap was the row's alone";
     click({300, 560});
     EXPECT_FALSE(view->isFlipped());
-}
-
-TEST_F(DisplaySceneTest, WhileNothingMovesNothingIsDrawn) {
-    answer(scripts::nowPlaying(), playing("paused"));
-    show();
-    advance(2s); // the veil and the covers have come and faded in
-    picture();
-    const int before = renderer->drawRequests();
-    advance(58s); // polls and clock ticks go on
-    EXPECT_EQ(renderer->drawRequests(), before);
-    play(playing());
-    advance(2s);
-    picture();
-    const int playingFrom = renderer->drawRequests();
-    advance(20s);
-    EXPECT_LE(renderer->drawRequests() - playingFrom, 2 * 21) << "a request or two for each second of the position";
 }
 
 TEST_F(DisplaySceneTest, ALogoFillsTheWindowWhileNothingPlays) {

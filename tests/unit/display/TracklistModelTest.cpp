@@ -34,8 +34,8 @@ protected:
                 result.append(QStringLiteral("Disc %1").arg(value(TracklistModel::DiscNumber).toInt()));
                 continue;
             }
-            QString text = value(TracklistModel::Title).toString() + u' ' +
-                           value(TracklistModel::Duration).toString();
+            QString text =
+                value(TracklistModel::Title).toString() + u' ' + value(TracklistModel::Duration).toString();
             if (value(TracklistModel::IsCurrent).toBool())
                 text += u" current";
             if (value(TracklistModel::IsHovered).toBool())
@@ -81,7 +81,8 @@ TEST_F(TracklistModelTest, ASingleDiscHasNoHeaderAndATapPlaysItsRow) {
     model.play(0); // the cover
     model.play(2);
     dispatcher.runUntilIdle();
-    EXPECT_THAT(sent, testing::Contains(scripts::playTitle(QStringLiteral("Due"), QStringLiteral("Lontano"))));
+    EXPECT_THAT(sent,
+                testing::Contains(scripts::playTitle(QStringLiteral("Due"), QStringLiteral("Lontano"))));
     EXPECT_EQ(sent.filter(QStringLiteral("Uno")).size(), 0);
 }
 
