@@ -8,8 +8,6 @@
 
 namespace tarnwick {
 
-using dispatch::QualityOfService;
-using script::Descriptor;
 using namespace std::chrono_literals;
 
 namespace {
