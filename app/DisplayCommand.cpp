@@ -10,7 +10,6 @@ namespace tarnwick {
 
 int runDisplay(const Invocation& invocation) {
     QGuiApplication::setDesktopFileName(bundleIdentifier());
-    QGuiApplication::setApplicationDisplayName(QStringLiteral("Tarnwick"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     return DisplayProgram(invocation).run();
 }

@@ -4,6 +4,7 @@
 #include "app/Identity.h"
 #include "app/KeyView.h"
 #include "assets/Catalogue.h"
+#include "assets/RenderQueue.h"
 #include "display/DisplayScene.h"
 #include "platform/musicapp/mpris/MprisMusic.h"
 #include "platform/windows/Frames.h"
@@ -59,18 +60,26 @@ QDBusConnection desktopBus() {
 
 DisplayProgram::DisplayProgram(const Invocation& invocation)
     : m_startsInFullScreen(invocation.has(QStringLiteral("fullscreen"))),
-      m_session(invocation, {.log = log, .showDialog = log}), m_copies(RunningCopies::standardFolder()),
+      m_session(invocation,
+                {.log = log, .showDialog = [this](const QString& message) { showMessage(message); }}),
+      m_copies(RunningCopies::standardFolder()),
       m_defaults(defaults::FileDefaults::standardPath(), m_session.dispatcher(), complain),
       m_power(m_session.dispatcher()), m_windows(m_session.dispatcher()),
       m_agentQueue(m_session.dispatcher().globalQueue(dispatch::QualityOfService::Background)),
       m_loginAgent(log, &m_agentQueue), m_app(appParts()),
+      m_dockIcon(m_session.dispatcher(), Catalogue::shared(),
+                 [this](const QImage& icon) { m_windows.setApplicationIcon(icon); }),
       m_stopSignals([] { QCoreApplication::exit(exitDone); }) {
     qGuiApp->installEventFilter(this);
+    renderqueue::setDispatcher(&m_session.dispatcher());
 }
 
 DisplayProgram::~DisplayProgram() {
     qGuiApp->removeEventFilter(this);
+    if (m_view)
+        m_view->disappear();
     m_session.end();
+    renderqueue::setDispatcher(nullptr);
 }
 
 TarnwickApp::Parts DisplayProgram::appParts() {
@@ -84,7 +93,8 @@ TarnwickApp::Parts DisplayProgram::appParts() {
             .runningCopies = [this] { return m_copies.count(); },
             .canComeBack =
                 [this] { return (m_desktop && m_desktop->hasName()) || (m_tray && m_tray->isShown()); },
-            .makePreferencesWindow = {},
+            .makePreferencesWindow =
+                [this] { return m_preferencesOfMenu ? m_preferencesOfMenu->open() : nullptr; },
             .importFonts =
                 [this](bool forClock) {
                     if (m_clockFonts && m_trackInfoFonts)
@@ -111,6 +121,7 @@ bool DisplayProgram::openWindow() {
         complain(component.errorString());
         return false;
     }
+    m_renderer.guard(*m_window);
     m_keys = m_window->property("displayPlace").value<KeyView*>();
     m_windows.add(*m_window);
     placeWindow();
@@ -138,19 +149,29 @@ void DisplayProgram::makeDisplay() {
     if (m_view)
         return;
     loadFonts();
-    m_view =
-        std::make_unique<TarnwickView>(TarnwickView::Parts{.dispatcher = m_session.dispatcher(),
-                                                           .musicSource = m_session.source(),
-                                                           .settings = m_app.settings(),
-                                                           .backgroundManager = m_app.backgroundManager(),
-                                                           .windows = m_windows,
-                                                           .images = m_session.images(),
-                                                           .power = &m_power});
+    m_view = std::make_unique<TarnwickView>(viewParts());
     m_display = DisplayScene::create(m_engine, *m_view);
     if (m_display)
         m_display->setParentItem(m_keys);
     connect(m_keys, &KeyView::keyDown, m_view.get(), &TarnwickView::onKeyDown);
     joinDesktop();
+}
+
+TarnwickView::Parts DisplayProgram::viewParts() {
+    return {.dispatcher = m_session.dispatcher(),
+            .musicSource = m_session.source(),
+            .settings = m_app.settings(),
+            .backgroundManager = m_app.backgroundManager(),
+            .windows = m_windows,
+            .images = m_session.images(),
+            .power = &m_power,
+            .fonts = &m_fontRegistry,
+            .log = log,
+            .randomClockFontName = [this] { return m_clockFonts->randomFontName(); },
+            .randomTrackInfoFontName = [this] { return m_trackInfoFonts->randomFontName(); },
+            .applyDockIcon = [this](const auto& cover,
+                                    bool enabled) { m_dockIcon.applyDockIcon(cover, enabled); },
+            .openPreferences = [this] { m_preferencesOfBar->open(); }};
 }
 
 void DisplayProgram::loadFonts() {
@@ -161,6 +182,10 @@ void DisplayProgram::loadFonts() {
     m_clockFonts.emplace(environment);
     m_trackInfoFonts.emplace(environment);
     m_chooseFonts = fontFileChooser(m_engine, *m_window);
+    const PreferencesDoor::Parts door{m_engine,      m_app.settings(),  m_windows,
+                                      *m_clockFonts, *m_trackInfoFonts, m_chooseFonts};
+    m_preferencesOfMenu.emplace(door);
+    m_preferencesOfBar.emplace(door);
 }
 
 void DisplayProgram::joinDesktop() {
@@ -171,6 +196,7 @@ void DisplayProgram::joinDesktop() {
     m_shortcuts.emplace(m_app.menu(), *m_window);
     connect(m_window.get(), &QQuickWindow::activeFocusItemChanged, this, &DisplayProgram::followFocus);
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &DisplayProgram::followPhase);
+    followMotion(bus);
     if (bus.isConnected()) {
         m_globalMenu.emplace(m_app.menu(), *m_window, bus);
         m_tray.emplace(m_app.trayMenu(), bus, QStringLiteral("Tarnwick"), bundleIdentifier());
@@ -181,9 +207,24 @@ void DisplayProgram::joinDesktop() {
     m_windows.setApplicationIcon(applicationImage());
 }
 
+void DisplayProgram::followMotion(const QDBusConnection& bus) {
+    m_reducedMotion.emplace(bus);
+    connect(&*m_reducedMotion, &animation::ReducedMotion::changed, m_view.get(),
+            &TarnwickView::setReducedMotion);
+}
+
 void DisplayProgram::showDisplay() {
     makeDisplay();
+    // From here on what changes at the player shows at once; the polls are only the floor.
+    followPlayer(m_session.source(), m_session.music(), *m_view->controls());
     m_view->appear();
+}
+
+void DisplayProgram::showMessage(const QString& message) {
+    m_session.dispatcher().mainQueue().async([this, message] {
+        if (m_view)
+            m_view->controls()->showMessage(message);
+    });
 }
 
 void DisplayProgram::followPhase() {

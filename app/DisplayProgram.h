@@ -5,11 +5,14 @@
 #include "app/LoginAgent.h"
 #include "app/MenuShortcuts.h"
 #include "app/MusicSession.h"
+#include "app/PreferencesDoor.h"
+#include "app/Renderer.h"
 #include "app/RunningCopies.h"
 #include "app/StopSignals.h"
 #include "app/TarnwickApp.h"
 #include "app/WindowDrag.h"
 #include "display/TarnwickView.h"
+#include "platform/animation/ReducedMotion.h"
 #include "platform/defaults/FileDefaults.h"
 #include "platform/dispatch/SerialQueue.h"
 #include "platform/fonts/FontRegistry.h"
@@ -17,6 +20,7 @@
 #include "platform/menus/TrayIcon.h"
 #include "platform/power/DBusPowerManager.h"
 #include "platform/windows/QtWindowSystem.h"
+#include "visuals/DockIcon.h"
 
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -46,11 +50,14 @@ protected:
 
 private:
     TarnwickApp::Parts appParts();
+    TarnwickView::Parts viewParts();
     bool openWindow();
     void placeWindow();
     void loadFonts();
     void joinDesktop();
+    void followMotion(const QDBusConnection& bus);
     void makeDisplay();
+    void showMessage(const QString& message);
     void showDisplay();
     void followPhase();
     void followFocus();
@@ -65,6 +72,7 @@ private:
     LoginAgent m_loginAgent;
     TarnwickApp m_app;
 
+    Renderer m_renderer;
     QQmlEngine m_engine;
     std::unique_ptr<QQuickWindow> m_window;
     KeyView* m_keys = nullptr; ///< in the window
@@ -75,11 +83,15 @@ private:
     std::optional<ClockFontManager> m_clockFonts;
     std::optional<TrackInfoFontManager> m_trackInfoFonts;
     FontChooser m_chooseFonts;
+    std::optional<PreferencesDoor> m_preferencesOfMenu;
+    std::optional<PreferencesDoor> m_preferencesOfBar;
 
+    DockIcon m_dockIcon;
     std::unique_ptr<TarnwickView> m_view;
     std::unique_ptr<QQuickItem> m_display;
 
     std::optional<DesktopApplication> m_desktop;
+    std::optional<animation::ReducedMotion> m_reducedMotion;
     std::optional<menus::GlobalMenu> m_globalMenu;
     std::optional<menus::TrayIcon> m_tray;
     StopSignals m_stopSignals;

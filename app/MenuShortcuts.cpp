@@ -35,7 +35,7 @@ void MenuShortcuts::add(int number) {
         const bool plain = isPlain(entry->shortcut);
         auto shortcut = std::make_unique<QShortcut>(&m_window);
         shortcut->setKey(entry->shortcut);
-        shortcut->setContext(plain ? Qt::WindowShortcut : Qt::ApplicationShortcut);
+        shortcut->setContext(plain || entry->isOfWindow ? Qt::WindowShortcut : Qt::ApplicationShortcut);
         shortcut->setAutoRepeat(false); // a key held down would skip through the album
         shortcut->setEnabled(m_plainKeysEnabled || !plain);
         connect(

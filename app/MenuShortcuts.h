@@ -11,7 +11,8 @@
 namespace tarnwick {
 
 /// The key equivalents of menus. Those without a modifier hold in the main window alone, and can be
-/// switched off where the keys mean something else; the others hold in every window of the program.
+/// switched off where the keys mean something else; the others hold in every window of the program, except
+/// for what acts on the main window.
 class MenuShortcuts : public QObject {
     Q_OBJECT
 

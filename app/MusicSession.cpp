@@ -99,4 +99,15 @@ void MusicSession::await(const std::vector<std::function<void(dispatch::Task)>>&
         loop.exec();
 }
 
+void followPlayer(MusicSource& source, musicapp::MusicApplication& music, TrackControls& controls) {
+    const auto dim = [&music, &controls] {
+        auto can = music.capabilities();
+        can.canPlay = can.canPlay || music.playerName().isEmpty(); // it starts a player
+        controls.setCapabilities(can);
+    };
+    QObject::connect(&source, &MusicSource::playerChanged, &controls, dim);
+    source.follow(music);
+    dim();
+}
+
 } // namespace tarnwick

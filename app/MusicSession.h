@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/CommandLine.h"
+#include "controls/TrackControls.h"
 #include "music/MusicSource.h"
 #include "platform/dispatch/SystemDispatcher.h"
 #include "platform/musicapp/demo/DemoScene.h"
@@ -56,5 +57,9 @@ private:
     std::unique_ptr<MusicSource> m_source;
     std::atomic<bool> m_ending = false;
 };
+
+/// Refreshes `source` whenever `music` announces a change, and dims what its player cannot do in
+/// `controls`, which may go before the others.
+void followPlayer(MusicSource& source, musicapp::MusicApplication& music, TrackControls& controls);
 
 } // namespace tarnwick

@@ -1,5 +1,6 @@
 #include "app/SnapshotStage.h"
 
+#include "app/MusicSession.h"
 #include "assets/RenderQueue.h"
 
 #include <QTimeZone>
@@ -83,7 +84,6 @@ SnapshotStage::SnapshotStage(const Options& options)
     for (const auto& [key, value] : options.preferences)
         m_defaults.set(key, value);
     m_settings = std::make_unique<Settings>(Settings::Parts{m_dispatcher, m_defaults, *m_windows});
-    m_source.follow(m_music);
     m_view = std::make_unique<TarnwickView>(TarnwickView::Parts{
         .dispatcher = m_dispatcher,
         .musicSource = m_source,
@@ -97,6 +97,7 @@ SnapshotStage::SnapshotStage(const Options& options)
             return instant().addMSecs(
                 std::chrono::duration_cast<std::chrono::milliseconds>(m_dispatcher.now()).count());
         }});
+    followPlayer(m_source, m_music, *m_view->controls());
 }
 
 SnapshotStage::~SnapshotStage() { renderqueue::setDispatcher(nullptr); }

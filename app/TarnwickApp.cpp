@@ -110,10 +110,11 @@ void TarnwickApp::buildMenus() {
         QStringLiteral("Preferences"), [this] { openPreferences(); }, Qt::CTRL | Qt::Key_Comma);
     const Entry quit = Entry::command(QStringLiteral("Quit"), m_parts.quit, Qt::CTRL | Qt::Key_Q);
     const QList<Entry> common{playlistMenu(), playbackMenu(), fontMenu()};
-    const Entry fullScreen = Entry::command(
+    Entry fullScreen = Entry::command(
         QStringLiteral("Full Screen"), [this] { toggleFullScreen(); }, Qt::Key_F11);
-    const Entry close = Entry::command(
+    Entry close = Entry::command(
         QStringLiteral("Close Window"), [this] { closeWindow(); }, Qt::CTRL | Qt::Key_W);
+    fullScreen.isOfWindow = close.isOfWindow = true;
     const Entry own = Entry::menu(QStringLiteral("Tarnwick"), {preferences, Entry::separator(), fullScreen,
                                                                close, Entry::separator(), quit});
     const Entry show = Entry::command(QStringLiteral("Show"), [this] { m_mainWindow.show(); });

@@ -71,6 +71,9 @@ public:
     Q_INVOKABLE void enterBar();
     Q_INVOKABLE void leaveBar();
 
+    /// Drops the hide that is pending.
+    void cancelHiding() { m_hideControlsWorkItem.cancel(); }
+
     /// The keyboard's focus comes into the bar, which shows it as long as it is there, or leaves it.
     Q_INVOKABLE void setFocused(bool isFocused);
 

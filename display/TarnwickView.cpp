@@ -59,7 +59,10 @@ void TarnwickView::appear() {
     startClock();
 }
 
-void TarnwickView::disappear() { m_screenSaverManager.allowSleep(); }
+void TarnwickView::disappear() {
+    m_controls.cancelHiding();
+    m_screenSaverManager.allowSleep();
+}
 
 void TarnwickView::watchTheModel() {
     // The source outlives the view, so each watcher asks whether the view is still there.

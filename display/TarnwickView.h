@@ -101,7 +101,7 @@ public:
     /// and keeps the display awake.
     void appear();
 
-    /// Lets the display sleep again. The clock goes on.
+    /// Lets the display sleep again, and leaves the bar as it is. The clock goes on.
     void disappear();
 
     /// Chooses the picture of the record anew: one that lies in the album's folder, else as the preferences

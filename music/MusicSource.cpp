@@ -64,6 +64,8 @@ void MusicSource::answerAnnouncement(const std::shared_ptr<Link>& link, musicapp
         requestVolume(link, {});
     if (changes & (Change::Track | Change::Playlist | Change::Player))
         requestPlaylistName(link, {});
+    if (changes & (Change::Capabilities | Change::Player))
+        deliver(link, [](MusicSource& source) { Q_EMIT source.playerChanged(); });
     if (changes & (Change::Track | Change::Library | Change::Player))
         deliver(link, [](MusicSource& source) { source.fetchTracksByDisc(); });
 }

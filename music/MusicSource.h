@@ -151,6 +151,9 @@ public:
     /// Whether `tracksByDisc` is the list of the current album, and not one that is about to be replaced.
     bool hasTracksOfCurrentAlbum() const;
 
+    /// Emitted when another player is followed, or what it can do has changed.
+    Q_SIGNAL void playerChanged();
+
     /// The watchers that are told after each task that assigns fields.
     ChangePass& changes() { return m_changes; }
 

@@ -18,6 +18,7 @@ struct Entry {
     QList<Entry> entries{};       ///< what stands in the menu
     bool isMenu = false;          ///< a menu may be empty
     bool isSeparator = false;
+    bool isOfWindow = false; ///< acts on the main window, so its shortcut holds there alone
 
     static Entry command(QString title, std::function<void()> action, const QKeySequence& shortcut = {});
     static Entry menu(QString title, QList<Entry> entries);

@@ -1,51 +1,9 @@
+#include "tests/fakes/WirePlaylist.h"
 #include "tests/players/MprisFixture.h"
 
-#include <QDBusArgument>
 #include <QDBusMetaType>
-#include <QDBusObjectPath>
 
 namespace tarnwick {
-
-/// A playlist on the wire: id, name, icon.
-struct WirePlaylist {
-    QDBusObjectPath id;
-    QString name;
-    QString icon;
-};
-
-/// The active playlist on the wire.
-struct WireActive {
-    bool isValid = false;
-    WirePlaylist playlist;
-};
-
-QDBusArgument& operator<<(QDBusArgument& argument, const WirePlaylist& playlist) {
-    argument.beginStructure();
-    argument << playlist.id << playlist.name << playlist.icon;
-    argument.endStructure();
-    return argument;
-}
-
-const QDBusArgument& operator>>(const QDBusArgument& argument, WirePlaylist& playlist) {
-    argument.beginStructure();
-    argument >> playlist.id >> playlist.name >> playlist.icon;
-    argument.endStructure();
-    return argument;
-}
-
-QDBusArgument& operator<<(QDBusArgument& argument, const WireActive& active) {
-    argument.beginStructure();
-    argument << active.isValid << active.playlist;
-    argument.endStructure();
-    return argument;
-}
-
-const QDBusArgument& operator>>(const QDBusArgument& argument, WireActive& active) {
-    argument.beginStructure();
-    argument >> active.isValid >> active.playlist;
-    argument.endStructure();
-    return argument;
-}
 
 namespace {
 
