@@ -170,6 +170,22 @@ TEST_F(MprisMusicTest, OneThatNeverAnswersHidesNoOther) {
     EXPECT_EQ(probe->title(), "Alba");
 }
 
+TEST_F(MprisMusicTest, OneThatTakesItsNameBeforeItCanAnswerIsAskedAgain) {
+    FakePlayer player(bus.address(), QStringLiteral("early"));
+    player.answer(QStringLiteral("GetAll"), [](const QDBusMessage& call) -> std::optional<QDBusMessage> {
+        if (call.arguments().value(0) != QLatin1String("org.mpris.MediaPlayer2"))
+            return call.createReply(playing(metadata("Alba", "Nevia", "Lontano")));
+        static int questions = 0;
+        if (++questions == 1)
+            return call.createErrorReply(QDBusError::UnknownObject, QStringLiteral("not yet"));
+        return call.createReply(QVariantMap{{"Identity", "Early Bird"}});
+    });
+    player.appear();
+    start();
+    EXPECT_EQ(probe->title(), "Alba");
+    EXPECT_TRUE(probe->eventually([&] { return music->playerName() == "Early Bird"; }));
+}
+
 TEST_F(MprisMusicTest, APlayerThatDiesIsGoneAndMayComeBack) {
     auto player = std::make_unique<FakePlayer>(bus.address(), QStringLiteral("fake"));
     player->put(playing(metadata("Alba", "Nevia", "Lontano")));

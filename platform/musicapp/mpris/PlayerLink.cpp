@@ -13,8 +13,10 @@ namespace tarnwick::musicapp {
 
 namespace {
 
-constexpr int timeout = 1000;      // ms, of every call
-constexpr int betweenVolumes = 50; // ms
+constexpr int timeout = 1000;         // ms, of every call
+constexpr int betweenVolumes = 50;    // ms
+constexpr int betweenQuestions = 500; // ms, to a player that takes its name before it can say who it is
+constexpr int questions = 20;
 const QString objectPath = QStringLiteral("/org/mpris/MediaPlayer2");
 const QString rootInterface = QStringLiteral("org.mpris.MediaPlayer2");
 const QString playerInterface = QStringLiteral("org.mpris.MediaPlayer2.Player");
@@ -155,13 +157,16 @@ bool PlayerLink::isNamed(const QString& wanted) const {
     return is(name) || (instance > 0 && is(name.left(instance))) || (!m_identity.isEmpty() && is(m_identity));
 }
 
-/// Asks for what the player is, as opposed to what it does.
+/// Asks for what the player is, as opposed to what it does. One that refuses is good enough without a name,
+/// but is asked again: it may be starting.
 void PlayerLink::introduce() {
     send(getAll(rootInterface), [this](const QDBusMessage& reply) {
         if (isTimeOut(reply)) {
             introduce();
             return;
         }
+        if (reply.type() == QDBusMessage::ErrorMessage && ++m_refusals < questions)
+            QTimer::singleShot(betweenQuestions, this, &PlayerLink::introduce);
         const QVariantMap properties = mapOf(reply);
         m_identity = textOf(properties.value(QStringLiteral("Identity"))).left(100);
         m_desktopEntry = textOf(properties.value(QStringLiteral("DesktopEntry")));

@@ -89,6 +89,7 @@ private:
     QTimer m_timer;
 
     bool m_isIntroduced = false;
+    int m_refusals = 0; ///< to say who it is
     QString m_identity;
     QString m_desktopEntry;
     bool m_canOpenFiles = false;
