@@ -48,6 +48,7 @@ void volume(Attempt& attempt, const QString& level) { attempt.session.source().s
 void title(Attempt& attempt, const QString& name) {
     MusicSource& source = attempt.session.source();
     // The title is looked for on the album that plays, and a fresh model knows none.
+    attempt.session.runInBackground([&] { attempt.session.music().waitUntilComplete(completionTime); });
     attempt.session.await({[&](Done done) { source.fetchNowPlaying(done); }});
     source.playTrack(name);
 }

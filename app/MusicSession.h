@@ -13,6 +13,10 @@
 
 namespace tarnwick {
 
+/// What a command waits for the tags, the cover and the album of the current track; what takes longer is
+/// left out.
+inline constexpr std::chrono::seconds completionTime(3);
+
 /// Everything between a player and the model, put together as the command line asks.
 class MusicSession {
 public:

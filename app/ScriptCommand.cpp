@@ -62,7 +62,7 @@ int runScript(const Invocation& invocation) {
     script::Outcome outcome;
     std::optional<QString> refusal;
     session.runInBackground([&] {
-        session.music().waitUntilReady(1s);
+        session.music().waitUntilComplete(completionTime);
         outcome = session.execute(std::get<0>(source), limits);
         refusal = session.music().finishCommands(1s);
     });

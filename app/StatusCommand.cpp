@@ -9,12 +9,7 @@
 
 namespace tarnwick {
 
-using namespace std::chrono_literals;
-
 namespace {
-
-/// Tags, covers and albums that take longer than this are left out.
-constexpr auto completionTime = 3s;
 
 QJsonValue artworkToJson(const std::optional<images::Image>& artwork) {
     if (!artwork)

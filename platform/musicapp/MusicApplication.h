@@ -69,8 +69,8 @@ public:
     /// called from a handler. An empty one ends the announcements.
     virtual void setChangeHandler(ChangeHandler handler) = 0;
 
-    /// Blocks until it is known which player there is, if any, and its first state has arrived; at
-    /// most `timeout`. Whether it did. Not for the main thread.
+    /// Blocks until it is known which player there is, if any, and its first state has arrived; for
+    /// another process at most `timeout`. Whether it did. Not for the main thread.
     virtual bool waitUntilReady(dispatch::Duration timeout) = 0;
 
     /// Like `waitUntilReady`, and until the tags, the cover and the album of the current track have been

@@ -219,11 +219,14 @@ TEST_F(RealPlayerTest, IsShownAndDriven) {
     EXPECT_EQ(status()["elapsedTime"].toDouble(), position) << "a paused position stands still";
     EXPECT_EQ(run({"do", "previous"}).code, 0);
     EXPECT_TRUE(waitForTitle(title));
+    EXPECT_EQ(run({"do", "title", "Seconda"}).code, 0) << "any title of the album that plays";
+    EXPECT_TRUE(waitForTitle("Seconda"));
     EXPECT_EQ(run({"do", "title", title}).code, 0);
     EXPECT_TRUE(waitForTitle(title));
 
     const Result facts = run({"script", "-", "--json"}, scripts::nowPlaying().toUtf8());
     EXPECT_EQ(facts.json().toArray()[0].toString(), title);
+    EXPECT_EQ(facts.json().toArray()[14].toArray().size(), 2) << "a script sees the whole album";
     EXPECT_EQ(facts.json().toArray().size(), 20);
 }
 

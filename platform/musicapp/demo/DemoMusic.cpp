@@ -23,17 +23,15 @@ void DemoMusic::setChangeHandler(ChangeHandler handler) {
     m_transport->announcer().setHandler(std::move(handler));
 }
 
-bool DemoMusic::waitUntilReady(dispatch::Duration timeout) {
-    return m_transport->waitUntilPublished(timeout);
-}
+bool DemoMusic::waitUntilReady(dispatch::Duration /*timeout*/) { return m_transport->waitUntilPublished(); }
 
-bool DemoMusic::waitUntilComplete(dispatch::Duration timeout) {
-    return m_transport->waitUntilPublished(timeout);
+bool DemoMusic::waitUntilComplete(dispatch::Duration /*timeout*/) {
+    return m_transport->waitUntilPublished();
 }
 
 // The simulated player refuses nothing; all that can last is the painting of a sleeve.
-std::optional<QString> DemoMusic::finishCommands(dispatch::Duration timeout) {
-    m_transport->waitUntilPublished(timeout);
+std::optional<QString> DemoMusic::finishCommands(dispatch::Duration /*timeout*/) {
+    m_transport->waitUntilPublished();
     return std::nullopt;
 }
 

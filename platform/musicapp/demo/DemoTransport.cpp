@@ -6,12 +6,16 @@
 #include <QFile>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarnwick::musicapp {
 
 using dispatch::QualityOfService;
 
 namespace {
+
+/// Of one sleeve, on the slowest machine.
+constexpr std::chrono::seconds longestPainting(60);
 
 std::unique_ptr<QTemporaryDir> cassetteFolder(DemoScene scene) {
     return scene == DemoScene::Cassette ? std::make_unique<QTemporaryDir>() : nullptr;
@@ -33,6 +37,10 @@ DemoTransport::DemoTransport(const DemoMusic::Options& options, dispatch::Dispat
       m_state(startOf(options)), m_queue{m_library.sceneTrack}, m_playlist(m_library.scenePlaylist),
       m_since(dispatcher.now()) {
     fillQueue();
+    // Until the first sleeve is painted.
+    const PlayerState begun = std::exchange(m_state, PlayerState::Stopped);
+    m_snapshot = std::make_shared<const Snapshot>(makeSnapshot());
+    m_state = begun;
     if (m_state != PlayerState::Stopped)
         m_seconds = m_library.scenePosition;
 }
@@ -155,9 +163,9 @@ void DemoTransport::play(const Playlist& playlist) {
     }
 }
 
-bool DemoTransport::waitUntilPublished(dispatch::Duration timeout) {
+bool DemoTransport::waitUntilPublished() {
     Lock lock(m_mutex);
-    return m_changed.wait_for(lock, timeout, [this] { return m_isPublished; });
+    return m_changed.wait_for(lock, longestPainting, [this] { return m_isPublished; });
 }
 
 /// From the first second of another track.

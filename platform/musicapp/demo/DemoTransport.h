@@ -45,8 +45,9 @@ public:
 
     Announcer& announcer() { return m_announcer; }
 
-    /// Blocks until the snapshot shows what was decided, at most `timeout`; whether it does.
-    bool waitUntilPublished(dispatch::Duration timeout);
+    /// Blocks until the snapshot shows what was decided, however long a sleeve is painted; false only when
+    /// that never ends.
+    bool waitUntilPublished();
 
 private:
     using Lock = std::unique_lock<std::mutex>;
@@ -78,7 +79,7 @@ private:
 
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
-    std::shared_ptr<const Snapshot> m_snapshot = std::make_shared<Snapshot>();
+    std::shared_ptr<const Snapshot> m_snapshot;
     bool m_isPublished = false; ///< the snapshot shows the state below
     bool m_isShutDown = false;
     int m_working = 0;                    ///< tasks that run
