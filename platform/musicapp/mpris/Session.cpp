@@ -1,11 +1,8 @@
 #include "platform/musicapp/mpris/Session.h"
 
-#include "platform/musicapp/mpris/BusValue.h"
 #include "platform/musicapp/mpris/PlayerChooser.h"
 
 #include <QDBusObjectPath>
-#include <QDBusPendingCallWatcher>
-#include <QDBusServiceWatcher>
 #include <QUrl>
 
 #include <algorithm>
@@ -17,19 +14,11 @@ namespace {
 
 constexpr int coverPatience = 150;     // ms that a new album waits for its cover
 constexpr int playlistPatience = 1000; // ms in which a playlist should have begun
-const QString namePrefix = QStringLiteral("org.mpris.MediaPlayer2.");
-const QString objectPath = QStringLiteral("/org/mpris/MediaPlayer2");
-const QString busService = QStringLiteral("org.freedesktop.DBus");
 
 /// Connections are known by name all over the process.
 QString uniqueConnectionName() {
     static std::atomic<int> last = 0;
     return QStringLiteral("tarnwick-players-%1").arg(++last);
-}
-
-/// A bus name of a player, but not of one that only repeats what others say.
-bool isPlayerName(const QString& name) {
-    return name.startsWith(namePrefix) && name != namePrefix + QLatin1String("playerctld");
 }
 
 QDBusConnection connection(const QString& address, const QString& name) {
@@ -61,137 +50,50 @@ Session::Session(const MprisMusic::Options& options, BusThread& thread, dispatch
     m_patience.setSingleShot(true);
     m_patience.setTimerType(Qt::PreciseTimer);
     connect(&m_patience, &QTimer::timeout, this, &Session::publish);
-    if (m_bus.isConnected()) {
-        connectToBus();
-        listNames();
-    } else {
-        m_namesAreKnown = true;
+    m_players.emplace(m_bus, dispatcher,
+                      PlayerRoster::Handlers{
+                          .changed =
+                              [this] {
+                                  beliefChanged();
+                                  if (!m_choice.isActive())
+                                      m_choice.start(0);
+                              },
+                          .leaves = [this](const PlayerLink& link) { playerLeaves(link); },
+                          .trackListChanged = [this](PlayerLink& link) { trackListChanged(link); },
+                          .playlistsChanged =
+                              [this](const PlayerLink& link) {
+                                  if (&link == m_followed)
+                                      playlistsWereRead();
+                              },
+                      });
+    if (!m_bus.isConnected())
         publish();
-    }
 }
 
 Session::~Session() {
-    m_players.clear();
+    m_players.reset();
     QDBusConnection::disconnectFromBus(m_connectionName);
 }
 
-void Session::connectToBus() {
-    auto* watcher = new QDBusServiceWatcher(QStringLiteral("org.mpris.MediaPlayer2*"), m_bus,
-                                            QDBusServiceWatcher::WatchForOwnerChange, this);
-    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &Session::ownerChanged);
-    // Every sender is heard; signals carry the owner's unique name, which is how players are known here.
-    m_bus.connect(QString(), objectPath, QStringLiteral("org.freedesktop.DBus.Properties"),
-                  QStringLiteral("PropertiesChanged"), this, SLOT(propertiesChanged(QDBusMessage)));
-    m_bus.connect(QString(), objectPath, QStringLiteral("org.mpris.MediaPlayer2.Player"),
-                  QStringLiteral("Seeked"), this, SLOT(seeked(QDBusMessage)));
-    for (const char* signal : {"TrackListReplaced", "TrackAdded", "TrackRemoved", "TrackMetadataChanged"})
-        m_bus.connect(QString(), objectPath, QString(), QLatin1String(signal), this,
-                      SLOT(trackListChanged(QDBusMessage)));
-    m_bus.connect(QString(), objectPath, QString(), QStringLiteral("PlaylistChanged"), this,
-                  SLOT(playlistsChanged(QDBusMessage)));
-}
-
-void Session::listNames() {
-    const auto ask = [this](const QString& method, const QVariantList& arguments, const auto& answered) {
-        QDBusMessage message = QDBusMessage::createMethodCall(
-            busService, QStringLiteral("/org/freedesktop/DBus"), busService, method);
-        message.setArguments(arguments);
-        auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message, 1000), this);
-        connect(watcher, &QDBusPendingCallWatcher::finished, this,
-                [answered](QDBusPendingCallWatcher* finished) {
-                    finished->deleteLater();
-                    answered(finished->reply().arguments().value(0));
-                });
-    };
-    ask(QStringLiteral("ListNames"), {}, [this, ask](const QVariant& names) {
-        m_namesAreKnown = true;
-        for (const QString& name : names.toStringList()) {
-            if (!isPlayerName(name))
-                continue;
-            ++m_ownersAwaited;
-            ask(QStringLiteral("GetNameOwner"), {name}, [this, name](const QVariant& owner) {
-                --m_ownersAwaited;
-                foundOwner(name, owner.toString());
-                m_choice.start(0);
-            });
-        }
-        m_choice.start(0);
-    });
-}
-
-void Session::ownerChanged(const QString& name, const QString& before, const QString& after) {
-    if (!isPlayerName(name))
-        return;
-    std::erase_if(m_players, [&](const Known& known) {
-        const bool isGone = known.link->busName() == name && known.link->owner() == before;
-        if (isGone && known.link.get() == m_followed)
-            follow(nullptr);
-        return isGone;
-    });
-    foundOwner(name, after);
-    m_choice.start(0);
-}
-
-void Session::foundOwner(const QString& name, const QString& owner) {
-    // One program may have several names; the first is enough.
-    if (owner.isEmpty() || linkOf(owner) != nullptr)
-        return;
-    m_players.push_back({std::make_unique<PlayerLink>(m_bus, name, owner, m_dispatcher,
-                                                      [this] {
-                                                          beliefChanged();
-                                                          if (!m_choice.isActive())
-                                                              m_choice.start(0);
-                                                      }),
-                         std::nullopt});
-    m_players.back().link->start();
-}
-
-PlayerLink* Session::linkOf(const QString& owner) const {
-    const auto found = std::find_if(m_players.begin(), m_players.end(),
-                                    [&](const Known& known) { return known.link->owner() == owner; });
-    return found == m_players.end() ? nullptr : found->link.get();
-}
-
-void Session::propertiesChanged(const QDBusMessage& message) {
-    PlayerLink* link = linkOf(message.service());
-    if (link == nullptr || message.arguments().size() < 2)
-        return;
-    const QString interface = message.arguments().at(0).toString();
-    if (interface == QLatin1String("org.mpris.MediaPlayer2.Player"))
-        link->propertiesChanged(plainValue(message.arguments().at(1)).toMap(),
-                                message.arguments().value(2).toStringList());
-    else if (interface.endsWith(QLatin1String(".TrackList")))
-        trackListChanged(message);
-    else if (interface.endsWith(QLatin1String(".Playlists")))
-        playlistsChanged(message);
-}
-
-void Session::seeked(const QDBusMessage& message) {
-    if (PlayerLink* link = linkOf(message.service()))
-        link->seeked();
-}
-
-void Session::trackListChanged(const QDBusMessage& message) {
-    PlayerLink* link = linkOf(message.service());
-    if (link == nullptr)
-        return;
-    link->trackList().invalidate();
-    if (link == m_followed && !m_details.file && m_trackSerial > 0)
+void Session::trackListChanged(PlayerLink& link) {
+    link.trackList().invalidate();
+    if (&link == m_followed && !m_details.file && m_trackSerial > 0)
         albumFromTrackList();
 }
 
-void Session::playlistsChanged(const QDBusMessage& message) {
-    if (PlayerLink* link = linkOf(message.service()); link != nullptr && link == m_followed)
-        link->playlists().refresh();
+void Session::playerLeaves(const PlayerLink& link) {
+    m_lastPlayed.remove(link.owner());
+    if (&link == m_followed)
+        follow(nullptr);
 }
 
 void Session::playersChanged() {
     const auto now = m_dispatcher.now();
     std::vector<Candidate> candidates;
-    bool allAnswered = m_namesAreKnown && m_ownersAwaited == 0;
+    bool allAnswered = m_players->isComplete();
     bool anyPlays = false;
-    for (Known& known : m_players) {
-        const PlayerLink& link = *known.link;
+    for (const auto& known : m_players->links()) {
+        const PlayerLink& link = *known;
         if (!m_options.player.isEmpty() && link.isReady() && !link.isNamed(m_options.player))
             continue;
         allAnswered = allAnswered && link.hasAnswered();
@@ -200,14 +102,18 @@ void Session::playersChanged() {
         const bool isPlaying = link.belief().state == PlayerState::Playing;
         anyPlays = anyPlays || isPlaying;
         if (isPlaying)
-            known.lastPlayed = now;
-        candidates.push_back({link.owner(), isPlaying, known.lastPlayed, songOf(link.belief())});
+            m_lastPlayed[link.owner()] = now;
+        const auto lastPlayed = m_lastPlayed.constFind(link.owner());
+        candidates.push_back(
+            {link.owner(), isPlaying,
+             lastPlayed == m_lastPlayed.constEnd() ? std::nullopt : std::optional(*lastPlayed),
+             songOf(link.belief())});
     }
     // At the start, one that plays need not wait for the others.
     if (m_followed == nullptr && !allAnswered && !anyPlays)
         return;
     PlayerLink* chosen =
-        linkOf(choosePlayer(candidates, m_followed != nullptr ? m_followed->owner() : QString()));
+        m_players->linkOf(choosePlayer(candidates, m_followed != nullptr ? m_followed->owner() : QString()));
     if (chosen == nullptr) {
         follow(nullptr);
         publish();

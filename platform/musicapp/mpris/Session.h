@@ -4,15 +4,15 @@
 #include "platform/musicapp/mpris/BusThread.h"
 #include "platform/musicapp/mpris/MprisMusic.h"
 #include "platform/musicapp/mpris/PlayerLauncher.h"
-#include "platform/musicapp/mpris/PlayerLink.h"
+#include "platform/musicapp/mpris/PlayerRoster.h"
 #include "platform/musicapp/mpris/TrackLoader.h"
 
-#include <QDBusMessage>
+#include <QHash>
 #include <QObject>
 #include <QTimer>
 
 #include <memory>
-#include <vector>
+#include <optional>
 
 namespace tarnwick::musicapp {
 
@@ -33,8 +33,6 @@ protected:
 /// The players on one bus: finds them, follows the one that counts, and says what is to be seen. Lives on
 /// the bus's thread.
 class Session : public QObject {
-    Q_OBJECT
-
 public:
     Session(const MprisMusic::Options& options, BusThread& thread, dispatch::Dispatcher& dispatcher,
             images::ImageStore& images, SessionListener& listener);
@@ -49,23 +47,9 @@ public:
     void positionWasRead();
     void playlistsWereRead();
 
-private Q_SLOTS:
-    void ownerChanged(const QString& name, const QString& before, const QString& after);
-    void propertiesChanged(const QDBusMessage& message);
-    void seeked(const QDBusMessage& message);
-    void trackListChanged(const QDBusMessage& message);
-    void playlistsChanged(const QDBusMessage& message);
-
 private:
-    struct Known {
-        std::unique_ptr<PlayerLink> link;
-        std::optional<dispatch::Instant> lastPlayed;
-    };
-
-    void connectToBus();
-    void listNames();
-    void foundOwner(const QString& name, const QString& owner);
-    PlayerLink* linkOf(const QString& owner) const;
+    void playerLeaves(const PlayerLink& link);
+    void trackListChanged(PlayerLink& link);
     void playersChanged();
     void follow(PlayerLink* link);
     void beliefChanged();
@@ -90,10 +74,9 @@ private:
     const PlayerLauncher m_launcher;
     BackgroundWork m_memory; ///< writes down which player was followed
 
-    std::vector<Known> m_players; ///< in the order in which they appeared
+    std::optional<PlayerRoster> m_players;
+    QHash<QString, dispatch::Instant> m_lastPlayed; ///< by owner; since they appeared
     PlayerLink* m_followed = nullptr;
-    bool m_namesAreKnown = false;
-    int m_ownersAwaited = 0;
     QTimer m_choice; ///< coalesces what many players say at once
 
     // Of the followed player:
