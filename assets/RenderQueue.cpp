@@ -1,5 +1,8 @@
 #include "assets/RenderQueue.h"
 
+#include <QCoreApplication>
+#include <QTimer>
+
 namespace tarnwick::renderqueue {
 
 namespace {
@@ -31,6 +34,13 @@ void run(std::function<Picture()> make, std::function<void(Picture)> use) {
                 use(picture);
             });
         });
+}
+
+void later(std::chrono::milliseconds delay, std::function<void()> task) {
+    if (workplace)
+        workplace->asyncAfter(workplace->mainQueue(), delay, std::move(task));
+    else
+        QTimer::singleShot(delay, qApp, std::move(task));
 }
 
 int pending() { return pendingPictures; }

@@ -19,6 +19,9 @@ void setDispatcher(dispatch::Dispatcher* dispatcher);
 /// Runs `make` on another thread and then `use` on the main thread.
 void run(std::function<Picture()> make, std::function<void(Picture)> use);
 
+/// Runs `task` on the main thread after `delay`, by the time of the workplace.
+void later(std::chrono::milliseconds delay, std::function<void()> task);
+
 /// How many pictures are being made. With none, every view shows what it is going to show.
 int pending();
 

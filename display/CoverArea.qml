@@ -23,7 +23,7 @@ Item {
     property real spin: view.rotationAngle
 
     readonly property bool showsBack: turn > 0.5
-    readonly property real angle: view.reducedMotion ? (showsBack ? 180 : 0) : 180 * turn
+    readonly property real angle: view.reducedMotion ? 0 : 180 * turn
 
     component Turning: NumberAnimation {
         duration: Theme.flipDuration
@@ -36,7 +36,6 @@ Item {
         Turning {}
     }
 
-    opacity: view.reducedMotion ? Math.abs(1 - 2 * turn) : 1
     transform: Flip {
         origin: Qt.point(root.width / 2, root.height / 2)
         distance: root.side / 0.8
@@ -47,7 +46,9 @@ Item {
         id: front
 
         anchors.fill: parent
-        visible: !root.showsBack
+        visible: artwork.isPresent && (root.view.reducedMotion ? root.turn < 1 : !root.showsBack)
+        opacity: root.view.reducedMotion ? 1 - root.turn : 1
+        fadeDuration: root.view.reducedMotion ? Theme.defaultDuration : 0
         artwork: root.view.artwork
         record: root.view.cassetteImage.isPresent || root.view.musicSource.isPlayerActive ? root.view.noPicture
                                                                                           : root.view.record
@@ -73,13 +74,14 @@ Item {
     TracklistPanel {
         anchors.fill: parent
         isInUse: root.turn > 0
-        visible: root.showsBack
+        visible: root.view.reducedMotion ? root.turn > 0 : root.showsBack
+        opacity: root.view.reducedMotion ? root.turn : 1
         view: root.view
         pixelRatio: root.pixelRatio
         rowVeil: root.rowVeil
         transform: Flip {
             origin: Qt.point(root.width / 2, root.height / 2)
-            angle: 180
+            angle: root.view.reducedMotion ? 0 : 180
         }
     }
 }

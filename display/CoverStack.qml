@@ -14,6 +14,7 @@ Item {
     required property real pixelRatio
     property real shadowOpacity: 0.5
     property string name
+    property int fadeDuration: 0 ///< of one cover over the one before, in milliseconds
 
     signal tapped
 
@@ -25,7 +26,7 @@ Item {
     visible: artwork.isPresent
 
     CutPictureItem {
-        x: 0.6 * root.area.width
+        x: (root.area.width - width) / 2 + 0.6 * root.area.width
         anchors.verticalCenter: parent.verticalCenter
         width: root.recordSide
         height: root.recordSide
@@ -46,6 +47,7 @@ Item {
         pixelRatio: root.pixelRatio
         cornerRadius: Theme.coverRadius
         shadowOpacity: root.shadowOpacity
+        fadeDuration: root.fadeDuration
         shadowRadius: 4
         shadowOffset: 2
         Accessible.role: Accessible.Button

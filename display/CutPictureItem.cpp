@@ -9,10 +9,13 @@
 
 namespace tarnwick {
 
-CutPictureItem::CutPictureItem(QQuickItem* parent) : QQuickItem(parent), m_layer(new PictureItem(this)) {
-    m_settling.setSingleShot(true);
-    m_settling.setInterval(settleTime);
-    connect(&m_settling, &QTimer::timeout, this, &CutPictureItem::remake);
+CutPictureItem::CutPictureItem(QQuickItem* parent)
+    : QQuickItem(parent), m_before(new PictureItem(this)), m_layer(new PictureItem(this)),
+      m_fade(m_layer, "opacity") {
+    m_fade.setStartValue(0.0);
+    m_fade.setEndValue(1.0);
+    m_fade.setEasingCurve(QEasingCurve::InOutQuad);
+    connect(&m_fade, &QPropertyAnimation::finished, this, [this] { m_before->setPicture(nullptr); });
 }
 
 void CutPictureItem::setPicture(const Picture& picture) {
@@ -80,10 +83,20 @@ void CutPictureItem::remake() {
 }
 
 void CutPictureItem::show(const QImage& drawn, const Picture& picture, const PictureCut& cut) {
+    if (m_fadeDuration > 0 && picture != m_shown && !drawn.isNull() && m_layer->picture())
+        fadeOver();
     m_shown = picture;
     m_shownCut = cut;
     m_layer->setPicture(drawn.isNull() ? nullptr : std::make_shared<const QImage>(drawn));
     layOut();
+}
+
+void CutPictureItem::fadeOver() {
+    m_before->setPicture(m_layer->picture());
+    m_before->setPosition(m_layer->position());
+    m_before->setSize(m_layer->size());
+    m_fade.setDuration(m_fadeDuration);
+    m_fade.start();
 }
 
 void CutPictureItem::layOut() {

@@ -3,8 +3,9 @@
 #include "assets/PictureItem.h"
 #include "display/Picture.h"
 #include "display/PictureCut.h"
+#include "display/SettleTimer.h"
 
-#include <QTimer>
+#include <QPropertyAnimation>
 
 namespace tarnwick {
 
@@ -26,11 +27,10 @@ class CutPictureItem : public QQuickItem {
     Q_PROPERTY(double shadowRadius READ shadowRadius WRITE setShadowRadius NOTIFY cutChanged)
     /// Downwards.
     Q_PROPERTY(double shadowOffset READ shadowOffset WRITE setShadowOffset NOTIFY cutChanged)
+    /// Milliseconds in which another picture comes over the one before; 0 for at once.
+    Q_PROPERTY(int fadeDuration MEMBER m_fadeDuration NOTIFY fadeDurationChanged)
 
 public:
-    /// How long a size must stand before the picture is made anew.
-    static constexpr std::chrono::milliseconds settleTime{150};
-
     explicit CutPictureItem(QQuickItem* parent = nullptr);
 
     void setPicture(const Picture& picture);
@@ -56,6 +56,7 @@ public:
 Q_SIGNALS:
     void pictureChanged();
     void cutChanged();
+    void fadeDurationChanged();
 
 protected:
     void componentComplete() override;
@@ -76,8 +77,12 @@ private:
     void remake();
     void show(const QImage& drawn, const Picture& picture, const PictureCut& cut);
     void layOut();
+    void fadeOver();
 
+    PictureItem* const m_before; // what is faded over, else nothing
     PictureItem* const m_layer;
+    QPropertyAnimation m_fade;
+    int m_fadeDuration = 0;
     Picture m_picture;
     double m_pixelRatio = 1;
     double m_cornerRadius = 0;
@@ -92,7 +97,7 @@ private:
     Picture m_shown;
     PictureCut m_shownCut;
     quint64 m_order = 0;
-    QTimer m_settling;
+    SettleTimer m_settling{[this] { remake(); }};
 };
 
 } // namespace tarnwick

@@ -69,6 +69,7 @@ Item {
             view: root.view
             pixelRatio: root.pixelRatio
             hasCassette: recordArea.hasCassette
+            isBesideList: coverArea.showsBack
             bar: {
                 const place = transportBar.panelItem, isShown = root.view.controls.showTrackControls;
                 return isShown ? Qt.rect(place.x / root.point, place.y / root.point, place.width / root.point,

@@ -135,6 +135,7 @@ PanelFrame PanelItem::frame() const {
     return {.window = size(),
             .fullScreen = m_view && m_view->isFullscreen(),
             .cassette = m_hasCassette,
+            .list = m_isBesideList,
             .pixelRatio = m_pixelRatio};
 }
 
@@ -205,6 +206,14 @@ void PanelItem::setHasCassette(bool cassette) {
     m_hasCassette = cassette;
     polish();
     Q_EMIT hasCassetteChanged();
+}
+
+void PanelItem::setBesideList(bool beside) {
+    if (m_isBesideList == beside)
+        return;
+    m_isBesideList = beside;
+    polish();
+    Q_EMIT isBesideListChanged();
 }
 
 void PanelItem::geometryChange(const QRectF& now, const QRectF& before) {

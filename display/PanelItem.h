@@ -23,6 +23,8 @@ class PanelItem : public QQuickItem {
 
     /// A cassette is shown in place of the record.
     Q_PROPERTY(bool hasCassette READ hasCassette WRITE setHasCassette NOTIFY hasCassetteChanged)
+    /// The track list is shown, over which no line runs.
+    Q_PROPERTY(bool isBesideList READ isBesideList WRITE setBesideList NOTIFY isBesideListChanged)
 
     Q_PROPERTY(QAbstractListModel* lines READ linesModel CONSTANT)
     Q_PROPERTY(bool hasProgress READ hasProgress NOTIFY layoutChanged)
@@ -62,11 +64,13 @@ public:
     void setPixelRatio(double ratio);
     void setBar(const QRectF& bar);
     void setHasCassette(bool cassette);
+    void setBesideList(bool beside);
 
     TarnwickView* view() const { return m_view; }
     double pixelRatio() const { return m_pixelRatio; }
     const QRectF& bar() const { return m_bar; }
     bool hasCassette() const { return m_hasCassette; }
+    bool isBesideList() const { return m_isBesideList; }
 
     const PanelLayout& layout() const { return m_layout; }
     QAbstractListModel* linesModel() { return &m_lines; }
@@ -99,6 +103,7 @@ Q_SIGNALS:
     void pixelRatioChanged();
     void barChanged();
     void hasCassetteChanged();
+    void isBesideListChanged();
     void layoutChanged();
     void elapsedTextChanged();
     void progressChanged();
@@ -125,6 +130,7 @@ private:
     double m_pixelRatio = 1;
     QRectF m_bar;
     bool m_hasCassette = false;
+    bool m_isBesideList = false;
     PanelFacts m_facts;
     PanelFrame m_laidOutFor;
     bool m_factsAreNew = true;

@@ -18,7 +18,8 @@ double PanelFrame::inkEdge() const {
 
 double PanelFrame::widestLine() const {
     const double column = std::max(100.0, 0.6 * window.width()) - 20;
-    return std::max(0.0, std::min(column, inkEdge() - leastMargin));
+    const double room = inkEdge() - leastMargin - (list ? window.width() / 2 : 0);
+    return std::max(0.0, std::min(column, room));
 }
 
 PanelSizes panelSizes(bool fullScreen) {

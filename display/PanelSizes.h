@@ -30,6 +30,7 @@ struct PanelFrame {
     QSizeF window; ///< points
     bool fullScreen = false;
     bool cassette = false; ///< a cassette is shown in place of the record
+    bool list = false;     ///< the left half is the track list's, over which no line may run
     double pixelRatio = 1; ///< device pixels of a point
 
     friend bool operator==(const PanelFrame&, const PanelFrame&) = default;

@@ -40,7 +40,7 @@ Item {
     visible: view.musicSource.isPlayerActive
 
     Item {
-        id: place
+        id: carriage
 
         readonly property real travel: root.view.reducedMotion ? 0 : root.slide
 
@@ -72,12 +72,12 @@ Item {
     }
 
     Veil {
-        readonly property rect place: root.hasCassette ? root.cassettePlace : root.discPlace
+        readonly property rect surface: root.hasCassette ? root.cassettePlace : root.discPlace
 
-        x: place.x
-        y: place.y
-        width: place.width
-        height: place.height
+        x: surface.x
+        y: surface.y
+        width: surface.width
+        height: surface.height
         veil: root.veil
         isShown: root.isResting
     }

@@ -24,6 +24,8 @@ SceneRenderer::~SceneRenderer() {
 }
 
 void SceneRenderer::resize(QSize size) {
+    if (m_picture.size() == size)
+        return; // a new picture would be painted only where the scene changes
     m_picture = QImage(size, QImage::Format_ARGB32_Premultiplied);
     m_picture.fill(Qt::black);
     m_window->contentItem()->setSize(size);

@@ -91,7 +91,7 @@ PanelItem {
 
             FigureRow {
                 visible: root.hasClock
-                text: root.clockText
+                text: root.hasClock ? root.clockText : "" // what is not seen draws nothing anew
                 figures: root.clockFigures
                 color: root.textColor
             }

@@ -1,17 +1,9 @@
 #include "display/TracklistModel.h"
 
 #include "display/TarnwickView.h"
-
-#include <cmath>
+#include "display/TrackTexts.h"
 
 namespace tarnwick {
-
-namespace {
-
-/// More seconds than any recording has.
-constexpr double longestDuration = 1e9;
-
-} // namespace
 
 void TracklistModel::setView(TarnwickView* view) {
     if (m_view == view)
@@ -151,13 +143,8 @@ bool TracklistModel::isCurrent(const Row& row) const {
 
 QString TracklistModel::duration(const Row& row) const {
     const QList<double>& durations = m_view->musicSource().trackDurations();
-    const double seconds = row.flat < durations.size() ? durations.at(row.flat) : NAN;
-    if (!(seconds >= 0 && seconds < longestDuration))
-        return QStringLiteral("N/A");
-    const auto whole = static_cast<qint64>(seconds);
-    return QStringLiteral("%1:%2")
-        .arg(whole / 60, 2, 10, QLatin1Char('0'))
-        .arg(whole % 60, 2, 10, QLatin1Char('0'));
+    const QString text = row.flat < durations.size() ? durationText(durations.at(row.flat)) : QString();
+    return text.isEmpty() ? QStringLiteral("N/A") : text;
 }
 
 } // namespace tarnwick

@@ -20,6 +20,7 @@ Rectangle {
     readonly property bool isIPod: style === Options.TracklistStyle.IPod
     readonly property bool isDynamic: style === Options.TracklistStyle.Dynamic
     readonly property real fraction: 0.95
+    readonly property real padding: 20 ///< round the column of the dynamic style
     readonly property real copySide: 0.5 * fraction * Math.min(width, height)
     readonly property color plainText: isIPod ? "black" : "white"
 
@@ -34,9 +35,11 @@ Rectangle {
         anchors.centerIn: parent
         width: root.fraction * root.width
         height: root.fraction * root.height
+        topMargin: root.isDynamic ? root.padding : 0
+        bottomMargin: topMargin
         clip: true
         boundsBehavior: Flickable.StopAtBounds
-        interactive: contentHeight > height // else a tap beside the rows is the panel's
+        interactive: contentHeight + topMargin + bottomMargin > height // else a tap beside the rows is the panel's
         model: TracklistModel {
             id: tracks
 
@@ -58,7 +61,7 @@ Rectangle {
             required property bool isHovered
             required property bool isSelected
 
-            readonly property real inset: root.isDynamic ? 20 : 0
+            readonly property real inset: root.isDynamic ? root.padding : 0
 
             x: inset
             width: list.width - 2 * inset

@@ -7,8 +7,6 @@ namespace tarnwick {
 
 namespace {
 
-constexpr std::chrono::milliseconds settleTime{150}; // how long a size must stand
-
 std::vector<VeilLine> linesOf(const PanelLayout& layout) {
     constexpr double graphic = 3; // what is no text needs this much
     std::vector<VeilLine> lines;
@@ -31,9 +29,6 @@ std::vector<VeilLine> linesOf(const PanelLayout& layout) {
 VeilModel::VeilModel(QObject* parent) : QObject(parent) {
     connect(this, &VeilModel::sceneChanged, this, &VeilModel::remake);
     connect(this, &VeilModel::placesChanged, this, &VeilModel::remakeSoon);
-    m_settling.setSingleShot(true);
-    m_settling.setInterval(settleTime);
-    connect(&m_settling, &QTimer::timeout, this, &VeilModel::remake);
 }
 
 void VeilModel::setView(TarnwickView* view) {

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "display/PanelItem.h"
+#include "display/SettleTimer.h"
 #include "display/Veils.h"
 
 #include <QPointer>
 #include <QQmlParserStatus>
-#include <QTimer>
 
 namespace tarnwick {
 
@@ -83,7 +83,7 @@ private:
     bool m_complete = false;
     bool m_wanted = false;  // again, when what is being made is there
     bool m_working = false; // on another thread
-    QTimer m_settling;
+    SettleTimer m_settling{[this] { remake(); }};
     VeilScene m_made;
     Veils m_veils;
     int m_makeCount = 0;

@@ -1,10 +1,5 @@
-#include "display/DisplayScene.h"
+#include "tests/unit/display/SceneFixture.h"
 
-#include "display/SceneRenderer.h"
-#include "platform/animation/VirtualAnimationDriver.h"
-#include "tests/unit/display/DisplayFixture.h"
-
-#include <QQmlEngine>
 #include <QtTest>
 
 using namespace std::chrono_literals;
@@ -14,21 +9,11 @@ namespace {
 
 const QColor coverColour(Qt::darkCyan);
 
-/// The scene, drawn without a screen, on a time that the test moves.
-class DisplaySceneTest : public DisplayFixture {
+class DisplaySceneTest : public SceneFixture {
 protected:
-    void show(QSize size = {1200, 600}) {
-        renderer = std::make_unique<SceneRenderer>(DisplayScene::create(engine, *view), size);
-        view->appear();
+    void show() {
+        open();
         advance(4s);
-    }
-
-    void advance(std::chrono::milliseconds duration) {
-        constexpr std::chrono::milliseconds step = 20ms;
-        for (auto end = 0ms; end < duration; end += step) {
-            dispatcher.advance(step);
-            animations.step(step.count());
-        }
     }
 
     QImage picture() {
@@ -44,10 +29,6 @@ protected:
     static D playing(const char* state = "playing") {
         return nowPlaying({{11, D::data(png(8))}, {12, text(state)}});
     }
-
-    animation::VirtualAnimationDriver animations;
-    QQmlEngine engine;
-    std::unique_ptr<SceneRenderer> renderer;
 };
 
 TEST_F(DisplaySceneTest, ShowsTheCoverOnTheLeftAndTheRecordBesideIt) {
@@ -91,6 +72,32 @@ TEST_F(DisplaySceneTest, ATapTurnsTheCoverAndATapOnARowPlaysIt) {
     EXPECT_TRUE(view->isFlipped()) << "the tap was the row's alone";
     click({300, 560});
     EXPECT_FALSE(view->isFlipped());
+}
+
+TEST_F(DisplaySceneTest, WhileNothingMovesNothingIsDrawn) {
+    answer(scripts::nowPlaying(), playing("paused"));
+    show();
+    advance(2s); // the veil and the covers have come and faded in
+    picture();
+    const int before = renderer->drawRequests();
+    advance(58s); // polls and clock ticks go on
+    EXPECT_EQ(renderer->drawRequests(), before);
+
+    settings.setShowDateAndTime(true);
+    advance(1s);
+    picture();
+    const int clockFrom = renderer->drawRequests();
+    advance(58s);
+    EXPECT_GT(renderer->drawRequests(), clockFrom) << "a minute of the clock";
+    EXPECT_LE(renderer->drawRequests(), clockFrom + 10);
+
+    play(playing());
+    advance(2s);
+    picture();
+    const int playingFrom = renderer->drawRequests();
+    advance(20s);
+    EXPECT_LE(renderer->drawRequests() - playingFrom, 2 * 21)
+        << "a request or two for each second of the position";
 }
 
 TEST_F(DisplaySceneTest, ALogoFillsTheWindowWhileNothingPlays) {
