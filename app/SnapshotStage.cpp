@@ -116,6 +116,7 @@ void SnapshotStage::advance(std::chrono::milliseconds duration) {
         m_dispatcher.advance(step);
         m_clock.advance(step);
         m_animations.step(step.count());
+        m_renderer->layOut();
         duration -= step;
     }
     m_dispatcher.runUntilIdle();

@@ -114,7 +114,7 @@ void PanelColumn::addLabels(const QString& text, const QFont& font, double dista
         return;
     double left = m_frame.inkEdge();
     for (size_t i = m_firstOfText; i < m_lines.size(); ++i)
-        left = std::min(left, m_lines[i].box.left());
+        left = std::min(left, m_lines[i].x);
     const PanelLine& first = m_lines[m_firstOfText];
     PanelLine line{
         .block = first.block, .text = text, .font = font, .baseline = first.baseline, .spoken = text};

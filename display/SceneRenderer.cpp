@@ -35,7 +35,7 @@ void SceneRenderer::resize(QSize size) {
 }
 
 QImage SceneRenderer::render() {
-    m_control.polishItems();
+    layOut();
     m_control.beginFrame();
     m_control.sync();
     m_control.render();

@@ -21,6 +21,9 @@ public:
     SceneRenderer(std::unique_ptr<QQuickItem> root, QSize size);
     ~SceneRenderer();
 
+    /// Lets the items find their places, as each frame on a screen does first.
+    void layOut() { m_control.polishItems(); }
+
     /// The scene as it is now.
     QImage render();
 

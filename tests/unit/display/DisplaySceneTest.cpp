@@ -74,6 +74,33 @@ TEST_F(DisplaySceneTest, ATapTurnsTheCoverAndATapOnARowPlaysIt) {
     EXPECT_FALSE(view->isFlipped());
 }
 
+TEST_F(DisplaySceneTest, TheCommentGivesWayToTheBarInFullScreen) {
+    for (const auto show : {&Settings::setShowGenre, &Settings::setShowBitRate, &Settings::setShowFileSize,
+                            &Settings::setShowSampleRate, &Settings::setShowDateAndTime,
+                            &Settings::setShowTrackFlags, &Settings::setShowTrackComments})
+        (settings.*show)(true);
+    answer(scripts::nowPlaying(),
+           nowPlaying({{10, text("Italy, Japan. Registrato dal vivo a Trieste nel maggio 2019, missaggio di "
+                                 "Ada Ferri, pianoforte, e un coro di trenta voci.")}}));
+    windows.addWindow().toggleFullScreen();
+    open({1920, 1080});
+    advance(4s);
+    const auto shownLines = [this](PanelBlock block) {
+        int count = 0;
+        for (const QQuickItem* item : itemsBelow(renderer->root()))
+            count += item->property("lineBlock") == static_cast<int>(block) && item->isVisible();
+        return count;
+    };
+    EXPECT_EQ(shownLines(PanelBlock::Comment), 4);
+    view->controls()->setShowTrackControls(true);
+    advance(300ms);
+    EXPECT_EQ(shownLines(PanelBlock::Comment), 0);
+    EXPECT_EQ(shownLines(PanelBlock::Clock), 1);
+    view->controls()->setShowTrackControls(false);
+    advance(300ms);
+    EXPECT_EQ(shownLines(PanelBlock::Comment), 4);
+}
+
 TEST_F(DisplaySceneTest, WhileNothingMovesNothingIsDrawn) {
     answer(scripts::nowPlaying(), playing("paused"));
     show();

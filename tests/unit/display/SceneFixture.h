@@ -36,6 +36,7 @@ protected:
         for (auto end = std::chrono::milliseconds::zero(); end < duration; end += step) {
             dispatcher.advance(step);
             animations.step(step.count());
+            renderer->layOut();
         }
     }
 
