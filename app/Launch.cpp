@@ -2,7 +2,9 @@
 
 #include "app/Commands.h"
 #include "app/ScreenProbe.h"
+#include "platform/fonts/FontRegistry.h"
 
+#include <QFont>
 #include <QGuiApplication>
 
 #include <array>
@@ -39,11 +41,13 @@ bool mayShowDemo(const Invocation& invocation) {
 
 std::unique_ptr<QCoreApplication> makeApplication(const CommandEntry& command, const Invocation& invocation,
                                                   int& argc, char** argv) {
-    if (command.needs == CommandEntry::Screen)
-        return std::make_unique<QGuiApplication>(argc, argv);
-    if (command.needs == CommandEntry::Offscreen || mayShowDemo(invocation)) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        return std::make_unique<QGuiApplication>(argc, argv);
+    const bool needsScreen = command.needs == CommandEntry::Screen;
+    if (needsScreen || command.needs == CommandEntry::Offscreen || mayShowDemo(invocation)) {
+        if (!needsScreen)
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        auto application = std::make_unique<QGuiApplication>(argc, argv);
+        QGuiApplication::setFont(QFont(fonts::systemFontFamily()));
+        return application;
     }
     return std::make_unique<QCoreApplication>(argc, argv);
 }

@@ -119,7 +119,8 @@ QImage paint(const Request& request) {
         return {};
     stage.show(std::move(root), request.size);
     stage.view().controls()->setShowTrackControls(request.view != QLatin1String("display"));
-    stage.view().controls()->setShowPlaylistPicker(request.view == QLatin1String("picker"));
+    if (request.view == QLatin1String("picker"))
+        stage.view().controls()->press(QStringLiteral("playlist"));
     if (request.isFlipped)
         stage.view().tapCover();
     stage.advance(request.after);

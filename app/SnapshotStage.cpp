@@ -81,6 +81,7 @@ SnapshotStage::SnapshotStage(const Options& options)
                 m_images, Catalogue::shared().image(QStringLiteral("nocover")), [](const QString&) {}}),
       m_background(m_dispatcher, seededRandomIndex(seed)) {
     renderqueue::setDispatcher(&m_dispatcher);
+    MusicSource::setShared(&m_source);
     for (const auto& [key, value] : options.preferences)
         m_defaults.set(key, value);
     m_settings = std::make_unique<Settings>(Settings::Parts{m_dispatcher, m_defaults, *m_windows});
@@ -100,7 +101,10 @@ SnapshotStage::SnapshotStage(const Options& options)
     followPlayer(m_source, m_music, *m_view->controls());
 }
 
-SnapshotStage::~SnapshotStage() { renderqueue::setDispatcher(nullptr); }
+SnapshotStage::~SnapshotStage() {
+    MusicSource::setShared(nullptr);
+    renderqueue::setDispatcher(nullptr);
+}
 
 void SnapshotStage::show(std::unique_ptr<QQuickItem> root, QSize size) {
     m_renderer = std::make_unique<SceneRenderer>(std::move(root), size);

@@ -18,12 +18,13 @@ T.AbstractButton {
     property real point: 1
 
     readonly property bool isPointedAt: controls.hoveredButton === identifier
+    /// Whether the player cannot do it; it still answers.
+    readonly property bool isDimmed: controls.dimmedButtons.includes(identifier)
 
     implicitWidth: side
     implicitHeight: side
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
-    opacity: controls.dimmedButtons.includes(identifier) ? 0.4 : 1
     scale: isPointedAt ? 1.1 : 1
     Accessible.name: tip
 
@@ -35,7 +36,7 @@ T.AbstractButton {
     background: Rectangle {
         radius: width / 2
         color: "white"
-        opacity: button.isPointedAt ? 0.1 : 0.05
+        opacity: (button.isPointedAt ? 0.1 : 0.05) * (button.isDimmed ? 0.4 : 1)
 
         Behavior on opacity { NumberAnimation { duration: 150; easing.type: Easing.BezierSpline; easing.bezierCurve: Theme.easeInOut } }
     }
@@ -47,6 +48,7 @@ T.AbstractButton {
             height: Math.round(button.side * 0.5)
             name: button.symbol
             tint: button.symbolColor
+            opacity: button.isDimmed ? 0.4 : 1
         }
     }
 

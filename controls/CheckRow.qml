@@ -16,6 +16,7 @@ T.CheckBox {
     implicitHeight: 20
     leftPadding: 21
     checked: settings[key]
+    Accessible.name: text
     onToggled: settings[key] = checked
 
     indicator: Rectangle {

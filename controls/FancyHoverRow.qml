@@ -8,6 +8,7 @@ HoverRow {
     property real scaleFactor: isHovering ? 1.05 : 1
 
     scale: scaleFactor
+    shadowLayers: 6
     plate.radius: 8 * point
     plate.color: isHovering ? "#1affffff" : "transparent"
 

@@ -40,6 +40,7 @@ SectionCard {
     }
     T.AbstractButton {
         id: remove
+        objectName: "remove"
 
         y: 9
         width: 18

@@ -13,38 +13,8 @@ FrostedPanel::FrostedPanel(QQuickItem* parent) : PictureItem(parent) {
         polish();
     };
     connect(this, &PictureItem::deviceSizeChanged, this, renew);
-    connect(this, &FrostedPanel::backdropChanged, this, renew);
-    connect(this, &FrostedPanel::placeChanged, this, renew);
-    connect(this, &FrostedPanel::radiusChanged, this, renew);
+    connect(this, &FrostedPanel::changed, this, renew);
     connect(this, &FrostedPanel::isWantedChanged, this, [this] { polish(); });
-}
-
-void FrostedPanel::setBackdrop(const Backdrop& backdrop) {
-    if (m_backdrop == backdrop)
-        return;
-    m_backdrop = backdrop;
-    Q_EMIT backdropChanged();
-}
-
-void FrostedPanel::setPlace(const QRectF& place) {
-    if (m_place == place)
-        return;
-    m_place = place;
-    Q_EMIT placeChanged();
-}
-
-void FrostedPanel::setRadius(double radius) {
-    if (m_radius == radius)
-        return;
-    m_radius = radius;
-    Q_EMIT radiusChanged();
-}
-
-void FrostedPanel::setIsWanted(bool isWanted) {
-    if (m_isWanted == isWanted)
-        return;
-    m_isWanted = isWanted;
-    Q_EMIT isWantedChanged();
 }
 
 /// Once a frame at most, and one at a time: what changes meanwhile is made afterwards.

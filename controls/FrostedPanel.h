@@ -10,31 +10,19 @@ namespace tarnwick {
 class FrostedPanel : public PictureItem {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(tarnwick::Backdrop backdrop READ backdrop WRITE setBackdrop NOTIFY backdropChanged)
+    Q_PROPERTY(tarnwick::Backdrop backdrop MEMBER m_backdrop NOTIFY changed)
     /// The panel in the backdrop's units.
-    Q_PROPERTY(QRectF place READ place WRITE setPlace NOTIFY placeChanged)
+    Q_PROPERTY(QRectF place MEMBER m_place NOTIFY changed)
     /// Of its corners, in the backdrop's units.
-    Q_PROPERTY(double radius READ radius WRITE setRadius NOTIFY radiusChanged)
+    Q_PROPERTY(double radius MEMBER m_radius NOTIFY changed)
     /// Whether it can be seen; else nothing is made.
-    Q_PROPERTY(bool isWanted READ isWanted WRITE setIsWanted NOTIFY isWantedChanged)
+    Q_PROPERTY(bool isWanted MEMBER m_isWanted NOTIFY isWantedChanged)
 
 public:
     explicit FrostedPanel(QQuickItem* parent = nullptr);
 
-    void setBackdrop(const Backdrop& backdrop);
-    void setPlace(const QRectF& place);
-    void setRadius(double radius);
-    void setIsWanted(bool isWanted);
-
-    const Backdrop& backdrop() const { return m_backdrop; }
-    const QRectF& place() const { return m_place; }
-    double radius() const { return m_radius; }
-    bool isWanted() const { return m_isWanted; }
-
 Q_SIGNALS:
-    void backdropChanged();
-    void placeChanged();
-    void radiusChanged();
+    void changed();
     void isWantedChanged();
 
 protected:

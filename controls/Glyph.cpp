@@ -9,20 +9,6 @@ Glyph::Glyph(QQuickItem* parent) : PictureItem(parent) {
     connect(this, &Glyph::changed, this, [this] { polish(); });
 }
 
-void Glyph::setSign(Sign sign) {
-    if (m_sign == sign)
-        return;
-    m_sign = sign;
-    Q_EMIT changed();
-}
-
-void Glyph::setColor(const QColor& color) {
-    if (m_color == color)
-        return;
-    m_color = color;
-    Q_EMIT changed();
-}
-
 void Glyph::updatePolish() {
     if (deviceSize().isEmpty())
         return;

@@ -10,20 +10,14 @@ namespace tarnwick {
 class Glyph : public PictureItem {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(Sign sign READ sign WRITE setSign NOTIFY changed)
-    Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY changed)
+    Q_PROPERTY(Sign sign MEMBER m_sign NOTIFY changed)
+    Q_PROPERTY(QColor color MEMBER m_color NOTIFY changed)
 
 public:
     enum Sign { Check, UpDown };
     Q_ENUM(Sign)
 
     explicit Glyph(QQuickItem* parent = nullptr);
-
-    void setSign(Sign sign);
-    void setColor(const QColor& color);
-
-    Sign sign() const { return m_sign; }
-    const QColor& color() const { return m_color; }
 
 Q_SIGNALS:
     void changed();

@@ -15,6 +15,8 @@ T.AbstractButton {
     /// Whether a long name goes on in further lines instead of being cut off.
     property bool wraps: false
     property alias plate: plate
+    /// How many layers the shadow of the plate is made of; 0 for no shadow.
+    property int shadowLayers: 0
     /// Of the line under the row; clear for none.
     property color separatorColor: "transparent"
 
@@ -23,6 +25,7 @@ T.AbstractButton {
     readonly property bool isHovering: hovered || isCurrent
 
     height: Math.ceil(contentItem.implicitHeight + 16 * point)
+    topPadding: 8 * point
     leftPadding: 12 * point
     rightPadding: 12 * point
     hoverEnabled: true
@@ -31,25 +34,60 @@ T.AbstractButton {
     Accessible.name: text
     onClicked: tapped()
 
-    background: Rectangle {
-        id: plate
+    background: Item {
+        // The plate's shadow, grey and as faint as the plate: layers whose edges are a blur of 6.
+        Repeater {
+            model: row.isHovering ? row.shadowLayers : 0
+
+            Rectangle {
+                required property int index
+
+                readonly property real spread: (6 - 12 * (index + 0.5) / row.shadowLayers) * row.point
+
+                x: -spread
+                y: 2 * row.point - spread
+                width: plate.width + 2 * spread
+                height: plate.height + 2 * spread
+                radius: Math.max(0, plate.radius + spread)
+                color: Theme.grey
+                opacity: 0.4 * plate.color.a / row.shadowLayers
+            }
+        }
+        Rectangle {
+            id: plate
+
+            anchors.fill: parent
+        }
     }
 
-    contentItem: Text {
-        // The same height in every script, except that a wrapped name has more lines.
-        lineHeightMode: Text.FixedHeight
-        lineHeight: Theme.lineHeight * row.textSize * row.point
-        verticalAlignment: Text.AlignVCenter
-        // Line breaks belong to the name and not to its looks.
-        text: row.wraps ? row.text : row.text.replace(/\s*[\r\n\u2028\u2029]+\s*/g, " ")
-        textFormat: Text.PlainText
-        color: row.textColor
-        font.pixelSize: row.textSize * row.point
-        font.weight: row.textWeight
-        elide: row.wraps ? Text.ElideNone : Text.ElideRight
-        wrapMode: row.wraps ? Text.Wrap : Text.NoWrap
-        maximumLineCount: row.wraps ? 100 : 1
-        horizontalAlignment: Text.AlignLeft
+    contentItem: Item {
+        implicitHeight: label.lineCount * label.lineHeight
+
+        Text {
+            id: label
+
+            // The same height in every script, except that a wrapped name has more lines, and the same
+            // baseline, though other scripts' fonts reach higher.
+            y: metrics.ascent - baselineOffset
+            width: parent.width
+            lineHeightMode: Text.FixedHeight
+            lineHeight: Theme.lineHeight * row.textSize * row.point
+            // Line breaks belong to the name and not to its looks.
+            text: row.wraps ? row.text : row.text.replace(/\s*[\r\n\u2028\u2029]+\s*/g, " ")
+            textFormat: Text.PlainText
+            color: row.textColor
+            font.pixelSize: row.textSize * row.point
+            font.weight: row.textWeight
+            elide: row.wraps ? Text.ElideNone : Text.ElideRight
+            wrapMode: row.wraps ? Text.Wrap : Text.NoWrap
+            maximumLineCount: row.wraps ? 100 : 1
+            horizontalAlignment: Text.AlignLeft
+        }
+        FontMetrics {
+            id: metrics
+
+            font: label.font
+        }
     }
 
     Rectangle {

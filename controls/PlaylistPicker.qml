@@ -26,6 +26,8 @@ FocusScope {
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Select Playlist")
     Keys.onEscapePressed: controls.showPlaylistPicker = false
+    Keys.onTabPressed: controls.showPlaylistPicker = false
+    Keys.onBacktabPressed: controls.showPlaylistPicker = false
 
     PopoverFrame {
         x: -margin * picker.point
@@ -87,6 +89,15 @@ FocusScope {
         Keys.onReturnPressed: choose()
         Keys.onEnterPressed: choose()
         Keys.onSpacePressed: choose()
+        Keys.onPressed: event => {
+            const page = Math.max(1, Math.floor(height / (38 * picker.point)));
+            const steps = {[Qt.Key_Home]: -count, [Qt.Key_End]: count, [Qt.Key_PageUp]: -page, [Qt.Key_PageDown]: page};
+            const step = steps[event.key];
+            if (step === undefined || count === 0)
+                return;
+            currentIndex = Math.min(count - 1, Math.max(0, Math.max(0, currentIndex) + step));
+            event.accepted = true;
+        }
 
         function choose(): void {
             if (currentIndex >= 0)

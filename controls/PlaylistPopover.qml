@@ -10,21 +10,30 @@ Item {
     required property TrackControls controls
     required property Settings settings
     required property var backgroundManager
+    /// The bar below, which goes on working while the picker is open.
+    required property Item bar
+    /// The button of the bar that opens and closes the picker.
+    required property Item opener
     /// Where the bar's panel begins.
     required property real barTop
     property real point: 1
-
-    signal closed()
 
     readonly property bool isOpen: controls.showPlaylistPicker
     /// The picker while it is there.
     readonly property alias pickerItem: loader.item
 
+    /// What had the keyboard when the picker opened, and gets it back.
+    property Item returnTo
+
     visible: loader.active
     onIsOpenChanged: {
-        if (!isOpen)
-            closed();
-        else if (loader.item) // it was still on its way out
+        if (!isOpen) {
+            if (loader.item?.activeFocus)
+                returnTo?.forceActiveFocus(Qt.BacktabFocusReason);
+            return;
+        }
+        returnTo = Window.activeFocusItem;
+        if (loader.item) // it was still on its way out
             loader.item.forceActiveFocus(Qt.PopupFocusReason);
     }
 
@@ -32,7 +41,12 @@ Item {
         anchors.fill: parent
         acceptedButtons: Qt.AllButtons
         enabled: popover.isOpen
-        onPressed: popover.controls.showPlaylistPicker = false
+        onPressed: mouse => {
+            const isOver = item => item.contains(mapToItem(item, mouse.x, mouse.y));
+            if (!isOver(popover.opener))
+                popover.controls.showPlaylistPicker = false;
+            mouse.accepted = !isOver(popover.bar);
+        }
         onWheel: wheel => wheel.accepted = true
     }
 

@@ -14,7 +14,8 @@ void PopoverFrame::updatePolish() {
     if (deviceSize().isEmpty() || !window())
         return;
     const double unit = m_point * window()->effectiveDevicePixelRatio();
-    setPicture(std::make_shared<const QImage>(paintPopover(m_look, width() / m_point - 2 * popoverMargin,
+    const PopoverLook look{m_option, m_gradientColors, m_textColor, m_hasArrow};
+    setPicture(std::make_shared<const QImage>(paintPopover(look, width() / m_point - 2 * popoverMargin,
                                                            height() / m_point - 2 * popoverMargin, unit)));
 }
 

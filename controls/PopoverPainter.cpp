@@ -1,11 +1,10 @@
 #include "controls/PopoverPainter.h"
 
+#include "assets/MaskBlur.h"
 #include "controls/PickerColours.h"
 
 #include <QPainter>
 #include <QPainterPath>
-
-#include <cmath>
 
 namespace tarnwick {
 
@@ -16,12 +15,15 @@ constexpr double arrowWidth = 20;
 constexpr double arrowHeight = 10;
 constexpr double cardTop = 37; // title 12 from the top, 17 high, 8 to the card
 constexpr double cardInset = 8;
-constexpr double cardShadowRadius = 8;
-constexpr double cardShadowDrop = 3;
-constexpr double cardShadowOpacity = 0.2;
-constexpr double dropShadowRadius = 10;
-constexpr double dropShadowDrop = 6;
-constexpr double dropShadowOpacity = 0.5;
+
+/// A soft shadow, black.
+struct Shadow {
+    double reach; ///< of the blur, points
+    double drop;  ///< below what throws it
+    double opacity;
+};
+constexpr Shadow cardShadow{16, 3, 0.2};
+constexpr Shadow dropShadow{18, 6, 0.5};
 
 QPainterPath rounded(const QRectF& rect) {
     QPainterPath path;
@@ -29,22 +31,21 @@ QPainterPath rounded(const QRectF& rect) {
     return path;
 }
 
-/// The shadow of `shape`: rings of falling strength, which is the blur of a smooth outline.
-void paintShadow(QPainter& painter, const QPainterPath& shape, double radius, double drop, double opacity) {
-    constexpr int rings = 16;
-    double painted = 0;
+/// Paints the shadow of `shape`, all that the painter paints on, of which a picture has `size` pixels.
+void paintShadow(QPainter& painter, QSize size, const QPainterPath& shape, const Shadow& shadow) {
+    QImage mask(size, QImage::Format_Alpha8);
+    mask.fill(0);
+    QPainter onMask(&mask);
+    onMask.setRenderHint(QPainter::Antialiasing);
+    onMask.setTransform(painter.worldTransform());
+    onMask.translate(0, shadow.drop);
+    onMask.fillPath(shape, Qt::black);
+    onMask.end();
+    blurMask(mask, shadow.reach * painter.worldTransform().m11());
     painter.save();
-    painter.translate(0, drop);
-    for (int i = 0; i < rings; ++i) {
-        // From the outside in; each stroke adds what its distance has more than the one before.
-        const double distance = radius * (1 - (i + 0.5) / rings);
-        const double wanted = opacity * 0.5 * std::erfc(2 * distance / radius - 0.3);
-        const double added = (wanted - painted) / (1 - painted);
-        painted = wanted;
-        painter.strokePath(shape, QPen(QColor::fromRgbF(0, 0, 0, float(added)), 2 * distance, Qt::SolidLine,
-                                       Qt::RoundCap, Qt::RoundJoin));
-    }
-    painter.fillPath(shape, QColor::fromRgbF(0, 0, 0, float(opacity)));
+    painter.resetTransform();
+    painter.setOpacity(shadow.opacity);
+    painter.drawImage(0, 0, mask); // an alpha mask paints black
     painter.restore();
 }
 
@@ -106,7 +107,7 @@ QImage paintPopover(const PopoverLook& look, double width, double height, double
         arrow.closeSubpath();
         outline = outline.united(arrow);
     }
-    paintShadow(painter, outline, dropShadowRadius, dropShadowDrop, dropShadowOpacity);
+    paintShadow(painter, picture.size(), outline, dropShadow);
     painter.setCompositionMode(QPainter::CompositionMode_Clear);
     painter.fillPath(outline, Qt::black);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
@@ -117,7 +118,9 @@ QImage paintPopover(const PopoverLook& look, double width, double height, double
         rounded({cardInset, cardTop, width - 2 * cardInset, height - cardTop - cardInset});
     painter.save();
     painter.setClipPath(outline.subtracted(cardOutline));
-    paintShadow(painter, cardOutline, cardShadowRadius, cardShadowDrop, cardShadowOpacity * card.alphaF());
+    Shadow faded = cardShadow;
+    faded.opacity *= card.alphaF(); // what is half clear throws half a shadow
+    paintShadow(painter, picture.size(), cardOutline, faded);
     painter.restore();
     painter.fillPath(cardOutline, card);
     return picture;

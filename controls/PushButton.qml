@@ -15,6 +15,7 @@ T.Button {
 
     implicitWidth: implicitContentWidth + 18
     implicitHeight: 28
+    Accessible.name: text
 
     background: Rectangle {
         radius: 6

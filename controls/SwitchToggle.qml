@@ -16,6 +16,7 @@ T.Switch {
     implicitHeight: 28
     leftPadding: 38
     checked: settings[key]
+    Accessible.name: text
     onToggled: settings[key] = checked
 
     indicator: Rectangle {

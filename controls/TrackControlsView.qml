@@ -26,11 +26,28 @@ FocusScope {
 
     activeFocusOnTab: false
     onActiveFocusChanged: controls.setFocused(activeFocus)
+    Component.onCompleted: outside = Window.activeFocusItem
 
     Binding {
         target: root.controls
         property: "windowWidth"
         value: root.width / root.point
+    }
+
+    /// What has the keyboard while the bar has not.
+    property Item outside
+
+    /// Tab beyond either end leaves the bar, which then may hide.
+    function leaveByTab(): void {
+        outside?.forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    Connections {
+        target: root.Window.window
+        function onActiveFocusItemChanged(): void {
+            if (!root.activeFocus)
+                root.outside = root.Window.activeFocusItem;
+        }
     }
 
     Item {
@@ -55,8 +72,13 @@ FocusScope {
         width: 460 * root.s
         height: root.height - 20 * root.point - y
 
+        /// A drag of the slider belongs to the bar wherever it goes.
+        readonly property bool isHovered: hover.hovered || slider.isPressed
+
+        onIsHoveredChanged: isHovered ? root.controls.enterBar() : root.controls.leaveBar()
+
         HoverHandler {
-            onHoveredChanged: hovered ? root.controls.enterBar() : root.controls.leaveBar()
+            id: hover
         }
 
         FrostedPanel {
@@ -100,6 +122,7 @@ FocusScope {
                 BarButton {
                     controls: root.controls
                     identifier: "previous"
+                    Keys.onBacktabPressed: root.leaveByTab()
                     symbol: "backward.fill"
                     tip: qsTr("Previous Track")
                     side: 44 * root.s
@@ -151,6 +174,9 @@ FocusScope {
             }
 
             VolumeSlider {
+                id: slider
+
+                Keys.onTabPressed: root.leaveByTab()
                 anchors.horizontalCenter: parent.horizontalCenter
                 y: Math.round(front.centreY + 28 * root.s - 8 * root.point - height / 2)
                 controls: root.controls
@@ -173,8 +199,9 @@ FocusScope {
         controls: root.controls
         settings: root.settings
         backgroundManager: root.backgroundManager
+        bar: area
+        opener: playlistButton
         barTop: area.panelTop
         point: root.point
-        onClosed: if (root.activeFocus) playlistButton.forceActiveFocus(Qt.OtherFocusReason)
     }
 }

@@ -12,6 +12,14 @@ Item {
 
     /// Follows the pointer while it drags and the player otherwise.
     property real position: 0
+    /// Whether the pointer holds it.
+    readonly property alias isPressed: area.pressed
+
+    // What assistive technology reads and asks for.
+    readonly property real value: position
+    readonly property real minimumValue: 0
+    readonly property real maximumValue: 1
+    readonly property real stepSize: 0.05
 
     readonly property real knobSize: 18 * s
     readonly property real travel: width - knobSize
@@ -22,8 +30,8 @@ Item {
     Accessible.role: Accessible.Slider
     Accessible.name: qsTr("Volume")
     Accessible.focusable: true
-    Accessible.onIncreaseAction: slider.controls.setVolume(slider.controls.volumeLevel + 0.05)
-    Accessible.onDecreaseAction: slider.controls.setVolume(slider.controls.volumeLevel - 0.05)
+    Accessible.onIncreaseAction: slider.controls.setVolume(slider.controls.volumeLevel + stepSize)
+    Accessible.onDecreaseAction: slider.controls.setVolume(slider.controls.volumeLevel - stepSize)
 
     Binding on position {
         when: !area.pressed
@@ -70,8 +78,18 @@ Item {
     MouseArea {
         id: area
 
+        /// From the knob's middle to where it was taken, so that it does not jump under the pointer.
+        property real grip: 0
+
+        function take(x: real): void {
+            const distance = x + anchors.margins - (knob.x + slider.knobSize / 2);
+            grip = Math.abs(distance) <= slider.knobSize / 2 ? distance : 0;
+            follow(x);
+        }
+
         function follow(x: real): void {
-            const level = Math.min(1, Math.max(0, (x + anchors.margins - slider.knobSize / 2) / slider.travel));
+            const place = x - grip + anchors.margins - slider.knobSize / 2;
+            const level = Math.min(1, Math.max(0, place / slider.travel));
             if (level === slider.position)
                 return;
             slider.position = level;
@@ -81,7 +99,12 @@ Item {
         anchors.fill: parent
         anchors.margins: -6 * slider.s
         preventStealing: true
-        onPressed: mouse => follow(mouse.x)
+        onPressed: mouse => take(mouse.x)
         onPositionChanged: mouse => follow(mouse.x)
+        onWheel: wheel => {
+            const turn = (wheel.inverted ? -1 : 1) * wheel.angleDelta.y / 120;
+            if (turn !== 0)
+                slider.controls.setVolume(slider.controls.volumeLevel + turn * slider.stepSize);
+        }
     }
 }

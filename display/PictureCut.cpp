@@ -1,47 +1,14 @@
 #include "display/PictureCut.h"
 
+#include "assets/MaskBlur.h"
+
 #include <QPainter>
-#include <QPainterPath>
 
 #include <cmath>
-#include <vector>
 
 namespace tarnwick {
 
 namespace {
-
-constexpr int blurPasses = 3;
-
-/// One box pass over `count` values that are `stride` apart.
-void boxPass(uchar* values, int count, qsizetype stride, int radius, std::vector<uchar>& line) {
-    line.resize(static_cast<std::size_t>(count));
-    const int width = 2 * radius + 1;
-    int sum = 0;
-    for (int i = 0; i < std::min(radius, count); ++i)
-        sum += values[i * stride];
-    for (int i = 0; i < count; ++i) {
-        if (i + radius < count)
-            sum += values[(i + radius) * stride];
-        if (i - radius - 1 >= 0)
-            sum -= values[(i - radius - 1) * stride];
-        line[static_cast<std::size_t>(i)] = static_cast<uchar>(sum / width);
-    }
-    for (int i = 0; i < count; ++i)
-        values[i * stride] = line[static_cast<std::size_t>(i)];
-}
-
-void blur(QImage& mask, double radius) {
-    const int box = static_cast<int>(std::lround(radius / blurPasses));
-    if (box < 1)
-        return;
-    std::vector<uchar> line;
-    for (int pass = 0; pass < blurPasses; ++pass) {
-        for (int y = 0; y < mask.height(); ++y)
-            boxPass(mask.scanLine(y), mask.width(), 1, box, line);
-        for (int x = 0; x < mask.width(); ++x)
-            boxPass(mask.bits() + x, mask.height(), mask.bytesPerLine(), box, line);
-    }
-}
 
 void drawShape(QPainter& painter, const QRectF& rect, double radius) {
     painter.setRenderHint(QPainter::Antialiasing);
@@ -93,7 +60,7 @@ QImage cutOut(const QImage& picture, const PictureCut& how) {
         shape.setBrush(Qt::black);
         drawShape(shape, rect.translated(how.shadowOffset), how.cornerRadius);
         shape.end();
-        blur(mask, how.shadowRadius);
+        blurMask(mask, how.shadowRadius);
         painter.setOpacity(how.shadowOpacity);
         painter.drawImage(0, 0, mask); // an alpha mask paints black
         painter.setOpacity(1);

@@ -11,4 +11,9 @@ void VirtualAnimationDriver::step(qint64 milliseconds) {
     QCoreApplication::processEvents();
 }
 
+void VirtualAnimationDriver::start() {
+    m_now = 0;
+    QAnimationDriver::start();
+}
+
 } // namespace tarnwick::animation

@@ -16,8 +16,11 @@ public:
 
     qint64 elapsed() const override { return m_now; }
 
+protected:
+    void start() override;
+
 private:
-    qint64 m_now = 0;
+    qint64 m_now = 0; // since the driver was started, as Qt wants it
 };
 
 } // namespace tarnwick::animation

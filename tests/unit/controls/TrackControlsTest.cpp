@@ -1,9 +1,5 @@
-#include "controls/TrackControls.h"
-
 #include "music/Scripts.h"
-#include "tests/unit/music/MusicFixture.h"
-
-#include <QSignalSpy>
+#include "tests/unit/controls/ControlsFixture.h"
 
 using namespace std::chrono_literals;
 using testing::ElementsAre;
@@ -12,19 +8,7 @@ using testing::IsEmpty;
 namespace tarnwick {
 namespace {
 
-class TrackControlsTest : public MusicFixture {
-protected:
-    TrackControlsTest() { MusicSource::setShared(source.get()); }
-
-    std::function<void()> note(const QString& what) {
-        return [this, what] { called.append(what); };
-    }
-
-    QStringList called;
-    std::unique_ptr<TrackControls> controls = std::make_unique<TrackControls>(TrackControls::Parts{
-        dispatcher, *source, note(QStringLiteral("previous")), note(QStringLiteral("playPause")),
-        note(QStringLiteral("next")), note(QStringLiteral("shuffle")), note(QStringLiteral("preferences"))});
-};
+using TrackControlsTest = ControlsFixture;
 
 TEST_F(TrackControlsTest, TheScaleFollowsTheWidthBetweenItsLimits) {
     const std::pair<double, double> rows[] = {{1200, 1},  {3000, 1.5}, {1800, 1.5},

@@ -1,0 +1,173 @@
+#include "music/Scripts.h"
+#include "tests/unit/controls/SceneFixture.h"
+
+#include <QAccessible>
+
+using testing::ElementsAre;
+
+namespace tarnwick {
+namespace {
+
+using BarSceneTest = SceneFixture;
+
+TEST_F(BarSceneTest, TheBarsSizesFollowTheWindow) {
+    QQuickItem* bar = showBar();
+    const struct {
+        double width, button, slider, panelWidth, panelHeight;
+    } rows[] = {{1200, 44, 260, 460, 140}, {3000, 66, 390, 690, 210}, {400, 22, 130, 230, 70}};
+    controls->setShowTrackControls(true);
+    for (const auto& row : rows) {
+        bar->setSize({row.width, 600});
+        QQuickItem* button = one(bar, "identifier", QStringLiteral("next"));
+        EXPECT_EQ(button->size(), QSizeF(row.button, row.button)) << row.width;
+        QQuickItem* shuffle = one(bar, "identifier", QStringLiteral("shuffle"));
+        EXPECT_TRUE(waitFor([&] {
+            return shuffle->x() - button->x() == row.button + 24 * controls->sizeScale();
+        })) << row.width;
+        auto* panel = bar->property("panelItem").value<QQuickItem*>();
+        EXPECT_EQ(panel->size(), QSizeF(row.panelWidth, row.panelHeight));
+        EXPECT_EQ(panel->mapToScene({0, panel->height()}).y(), 530)
+            << "70 above the bottom while nothing plays";
+        EXPECT_EQ(one(bar, "identifier", QStringLiteral("playPause"))->property("symbol"), "play.fill");
+    }
+    answer(scripts::nowPlaying(), nowPlaying());
+    source->fetchNowPlaying();
+    dispatcher.runUntilIdle();
+    bar->setSize({1200, 600});
+    auto* panel = bar->property("panelItem").value<QQuickItem*>();
+    EXPECT_EQ(panel->mapToScene({0, panel->height()}).y(), 570);
+    EXPECT_EQ(one(bar, "identifier", QStringLiteral("playPause"))->property("symbol"), "pause.fill");
+}
+
+TEST_F(BarSceneTest, ThePointerShowsTheBarLightsAButtonAndPressesIt) {
+    QQuickItem* bar = showBar();
+    QQuickItem* next = one(bar, "identifier", QStringLiteral("next"));
+    EXPECT_FALSE(controls->showTrackControls());
+    QTest::mouseMove(window.get(), QPoint(20, 20));
+    pointAt(next);
+    ASSERT_TRUE(waitFor([&] { return controls->hoveredButton() == QStringLiteral("next"); }));
+    EXPECT_TRUE(controls->showTrackControls());
+    click(next);
+    EXPECT_THAT(called, ElementsAre(QStringLiteral("next")));
+    QTest::mouseMove(window.get(), QPoint(20, 20));
+    ASSERT_TRUE(waitFor([&] { return controls->hoveredButton().isEmpty() && !controls->isHovered(); }));
+}
+
+TEST_F(BarSceneTest, AButtonSaysWhatItDoesOnceThePointerHasRestedOnIt) {
+    QQuickItem* bar = showBar();
+    musicapp::Capabilities capabilities;
+    controls->setCapabilities(capabilities); // a dimmed button's tip is as bright as any other
+    controls->setShowTrackControls(true);
+    for (const auto& [button, tip] :
+         {std::pair("previous", "Previous Track"), std::pair("playPause", "Play"),
+          std::pair("next", "Next Track"), std::pair("shuffle", "Shuffle: off"),
+          std::pair("playlist", "Playlists"), std::pair("preferences", "Preferences")}) {
+        QQuickItem* item = one(bar, "identifier", QString::fromLatin1(button));
+        const auto shown = [&] { return !find(item, "text", QString::fromLatin1(tip)).isEmpty(); };
+        pointAt(item);
+        pass(std::chrono::milliseconds(600));
+        EXPECT_FALSE(shown()) << tip;
+        EXPECT_TRUE(waitFor(shown)) << tip;
+        EXPECT_EQ(item->opacity(), 1) << tip;
+        QTest::mouseMove(window.get(), QPoint(20, 20));
+        EXPECT_TRUE(waitFor([&] { return !shown(); })) << tip;
+    }
+}
+
+TEST_F(BarSceneTest, DraggingTheSliderSendsEveryLevelDownToTheEnds) {
+    QQuickItem* bar = showBar();
+    controls->setShowTrackControls(true);
+    QQuickItem* slider = one(bar, "knobSize", 18.0);
+    const QPoint middle = centre(slider);
+    QTest::mousePress(window.get(), Qt::LeftButton, {}, middle);
+    for (const int x : {100, 200, -300, -400, 0, 300})
+        QTest::mouseMove(window.get(), middle + QPoint(x, 0));
+    dispatcher.advance(std::chrono::seconds(5));
+    EXPECT_TRUE(controls->showTrackControls()) << "a drag that leaves the bar holds it";
+    QTest::mouseRelease(window.get(), Qt::LeftButton, {}, middle + QPoint(300, 0));
+    EXPECT_EQ(source->volumeLevel(), 1);
+    EXPECT_EQ(sentCount(scripts::setVolume(1)), 1 + 1);
+    EXPECT_EQ(sentCount(scripts::setVolume(0)), 1) << "at the end already, nothing changes";
+    EXPECT_EQ(slider->property("position"), 1.0);
+}
+
+TEST_F(BarSceneTest, TheKnobDoesNotJumpWhenItIsTakenAtItsEdgeAndTheWheelMovesIt) {
+    QQuickItem* bar = showBar();
+    controls->setShowTrackControls(true);
+    controls->setVolume(0.5);
+    dispatcher.runUntilIdle();
+    QQuickItem* slider = one(bar, "knobSize", 18.0);
+    QTest::mouseClick(window.get(), Qt::LeftButton, {}, centre(slider) + QPoint(7, 0));
+    dispatcher.runUntilIdle();
+    EXPECT_EQ(source->volumeLevel(), 0.5);
+    QTest::mouseClick(window.get(), Qt::LeftButton, {}, centre(slider) + QPoint(60, 0));
+    dispatcher.runUntilIdle();
+    EXPECT_NEAR(source->volumeLevel(), 0.5 + 60 / 242.0, 1e-9);
+    controls->setVolume(0.5);
+    dispatcher.runUntilIdle();
+    wheel(slider, -1);
+    dispatcher.runUntilIdle();
+    EXPECT_NEAR(source->volumeLevel(), 0.45, 1e-9);
+}
+
+TEST_F(BarSceneTest, TheKeyboardGoesThroughTheBarAndOutOfIt) {
+    showBar();
+    QQuickItem other(window->contentItem()); // what the keys belong to otherwise
+    other.forceActiveFocus();
+    controls->setVolume(0.5);
+    dispatcher.runUntilIdle();
+    EXPECT_THAT(walk(), ElementsAre(QStringLiteral("Button Previous Track"), QStringLiteral("Button Play"),
+                                    QStringLiteral("Button Next Track"),
+                                    QStringLiteral("Button Shuffle: off"), QStringLiteral("Button Playlists"),
+                                    QStringLiteral("Button Preferences"), QStringLiteral("Slider Volume")));
+    EXPECT_EQ(window->activeFocusItem(), &other);
+    dispatcher.advance(std::chrono::seconds(1));
+    EXPECT_FALSE(controls->showTrackControls()) << "nothing holds it any more";
+
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(controls->showTrackControls());
+    press(Qt::Key_Tab);
+    press(Qt::Key_Space);
+    EXPECT_THAT(called, ElementsAre(QStringLiteral("playPause")));
+    for (const auto& [key, level] : {std::pair(Qt::Key_PageUp, 0.55), std::pair(Qt::Key_PageDown, 0.5)}) {
+        press(key);
+        dispatcher.runUntilIdle();
+        EXPECT_NEAR(source->volumeLevel(), level, 1e-9);
+    }
+    QTest::keyClick(window.get(), Qt::Key_Backtab);
+    QTest::keyClick(window.get(), Qt::Key_Backtab);
+    EXPECT_EQ(window->activeFocusItem(), &other);
+}
+
+TEST_F(BarSceneTest, TheSliderTellsItsValueAndTakesOne) {
+    QQuickItem* bar = showBar();
+    controls->setShowTrackControls(true);
+    controls->setVolume(0.5);
+    dispatcher.runUntilIdle();
+    auto* interface = QAccessible::queryAccessibleInterface(one(bar, "knobSize", 18.0));
+    ASSERT_TRUE(interface && interface->valueInterface() && interface->actionInterface());
+    EXPECT_EQ(interface->valueInterface()->currentValue(), 0.5);
+    EXPECT_EQ(interface->valueInterface()->maximumValue(), 1.0);
+    interface->actionInterface()->doAction(QAccessibleActionInterface::increaseAction());
+    dispatcher.runUntilIdle();
+    EXPECT_NEAR(source->volumeLevel(), 0.55, 1e-9);
+}
+
+TEST_F(BarSceneTest, AMessageStandsAboveTheBarForFourSeconds) {
+    QQuickItem* bar = showBar();
+    const QString message = QStringLiteral("Traccia <b>non</b> trovata");
+    controls->showMessage(message);
+    ASSERT_TRUE(waitFor([&] { return !find(bar, "text", message).isEmpty(); }));
+    QQuickItem* banner = one(bar, "text", message)->parentItem();
+    ASSERT_TRUE(waitFor([&] { return banner->opacity() == 1; }));
+    EXPECT_LT(banner->mapToScene({0, banner->height()}).y(), 390) << "the panel begins there";
+    EXPECT_NEAR(banner->mapToScene({banner->width() / 2, 0}).x(), 600, 1);
+    dispatcher.advance(std::chrono::milliseconds(3999));
+    pass(std::chrono::seconds(1));
+    EXPECT_EQ(banner->opacity(), 1);
+    dispatcher.advance(std::chrono::milliseconds(1));
+    EXPECT_TRUE(waitFor([&] { return find(bar, "text", message).isEmpty(); }));
+}
+
+} // namespace
+} // namespace tarnwick

@@ -1,0 +1,199 @@
+#include "controls/PreferencesWindowOpener.h"
+#include "tests/unit/controls/SceneFixture.h"
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace tarnwick {
+namespace {
+
+using PreferencesSceneTest = SceneFixture;
+
+TEST_F(PreferencesSceneTest, EveryTogglesClickIsStoredAndEveryStoredChangeIsSeen) {
+    QQuickItem* view = showPreferences();
+    settings.setShowDateAndTime(true);
+    settings.setEnableTrackInfoFont(true);
+    int toggles = 0;
+    for (const Preference& preference : preferences()) {
+        if (!std::holds_alternative<bool>(preference.defaultValue) || preference.key == u"showTrackYear")
+            continue;
+        QQuickItem* toggle = one(view, "key", preference.key);
+        const QByteArray name = preference.key.toLatin1();
+        const bool before = settings.property(name.constData()).toBool();
+        EXPECT_EQ(toggle->property("checked").toBool(), before) << name.constData();
+        QTest::mouseClick(window.get(), Qt::LeftButton, {},
+                          toggle->mapToScene(QPointF(8, toggle->height() / 2)).toPoint());
+        EXPECT_EQ(settings.property(name.constData()).toBool(), !before) << name.constData();
+        settings.setProperty(name.constData(), before);
+        EXPECT_EQ(toggle->property("checked").toBool(), before) << name.constData();
+        ++toggles;
+    }
+    EXPECT_EQ(toggles, 23);
+}
+
+TEST_F(PreferencesSceneTest, PickersChooseAndTheRandomSwitchTakesTheBackgroundsAway) {
+    QQuickItem* view = showPreferences();
+    click(one(view, "modelData", QStringLiteral("Shapes")));
+    EXPECT_EQ(settings.backgroundOption(), BackgroundOption::Shapes);
+    QTest::keyClick(window.get(), Qt::Key_Right);
+    settings.setRandomBackgroundEnabled(true);
+    click(one(view, "modelData", QStringLiteral("White")));
+    EXPECT_EQ(settings.backgroundOption(), BackgroundOption::Random) << "disabled";
+    for (QQuickItem* segment : find(view, "modelData", QStringLiteral("White")))
+        EXPECT_FALSE(segment->property("isChosen").toBool());
+    settings.setRandomBackgroundEnabled(false);
+    click(one(view, "modelData", QStringLiteral("White")));
+    EXPECT_EQ(settings.backgroundOption(), BackgroundOption::White);
+    EXPECT_EQ(find(view, "modelData", QStringLiteral("Dynamic")).size(), 2);
+    click(find(view, "modelData", QStringLiteral("Dynamic")).first());
+    EXPECT_EQ(settings.playlistBackgroundOption(), PlaylistBackgroundOption::Dynamic);
+}
+
+TEST_F(PreferencesSceneTest, AFontsRemovalIsAskedForAndGoesToItsOwnList) {
+    QQuickItem* view = showPreferences();
+    model.setImportedFonts(true, {QStringLiteral("Foo-Bold")});
+    model.setImportedFonts(false, {QStringLiteral("Foo-Bold")});
+    settings.setSelectedClockFont(QStringLiteral("Foo-Bold"));
+    QQuickItem* import = one(view, "text", QStringLiteral("Import Clock Font"));
+    QQuickItem* remove = one(view, "removeTip", QStringLiteral("Remove selected clock font"));
+    remove = one(remove, "objectName", QStringLiteral("remove"));
+    click(import);
+    click(remove);
+    EXPECT_THAT(called, IsEmpty()) << "disabled while the clock is off";
+    EXPECT_FALSE(model.showRemoveAlert());
+    settings.setShowDateAndTime(true);
+    click(import);
+    EXPECT_THAT(called, ElementsAre(QStringLiteral("import clock")));
+    called.clear();
+
+    const auto alerts = [&] { return find(view, "title", QStringLiteral("Remove Font?")); };
+    const std::function<void()> refusals[] = {
+        [&] { press(Qt::Key_Escape); }, [&] { click(one(view, "objectName", QStringLiteral("cancel"))); },
+        [&] { press(Qt::Key_Space); }, // what is safe has the keyboard first
+    };
+    for (const auto& refuse : refusals) {
+        click(remove);
+        ASSERT_EQ(alerts().size(), 1);
+        click(import);
+        EXPECT_THAT(called, IsEmpty()) << "the question comes first";
+        refuse();
+        EXPECT_THAT(alerts(), IsEmpty());
+    }
+    click(remove);
+    press(Qt::Key_Tab);
+    EXPECT_EQ(spokenFocus(), QStringLiteral("Button Remove"));
+    EXPECT_TRUE(showsRing());
+    press(Qt::Key_Space);
+    EXPECT_THAT(called, ElementsAre(QStringLiteral("clock Foo-Bold")));
+    EXPECT_THAT(alerts(), IsEmpty());
+
+    settings.setEnableTrackInfoFont(true);
+    click(one(one(view, "removeTip", QStringLiteral("Remove selected track info font")), "objectName",
+              QStringLiteral("remove")));
+    click(one(view, "objectName", QStringLiteral("confirm")));
+    EXPECT_EQ(called.last(), QStringLiteral("info System Font")) << "what is selected there, whatever it is";
+}
+
+TEST_F(PreferencesSceneTest, ASectionThatIsOffTakesItsFontsAwayAndChanceTakesThePicker) {
+    QQuickItem* view = showPreferences();
+    const struct {
+        const char *isOn, *isRandom, *import;
+    } sections[] = {{"showDateAndTime", "randomClockFontEnabled", "Import Clock Font"},
+                    {"enableTrackInfoFont", "randomTrackInfoFontEnabled", "Import Track Font"}};
+    for (const auto& section : sections) {
+        QQuickItem* import = one(view, "text", QString::fromLatin1(section.import));
+        QQuickItem* random = one(view, "key", QString::fromLatin1(section.isRandom));
+        QQuickItem* remove = one(import->parentItem(), "objectName", QStringLiteral("remove"));
+        QQuickItem* picker = one(import->parentItem(), "storedText", QStringLiteral("System Font"));
+        for (const bool isOn : {false, true}) {
+            settings.setProperty(section.isOn, isOn);
+            for (const bool isRandom : {false, true}) {
+                settings.setProperty(section.isRandom, isRandom);
+                for (const QQuickItem* item : {import, random, remove})
+                    EXPECT_EQ(item->isEnabled(), isOn) << section.import;
+                EXPECT_EQ(picker->isEnabled(), isOn && !isRandom) << section.import;
+            }
+        }
+    }
+}
+
+TEST_F(PreferencesSceneTest, APopUpOffersItsListAndFollowsWhatIsStored) {
+    QQuickItem* view = showPreferences();
+    settings.setShowDateAndTime(true);
+    model.setImportedFonts(true, {QStringLiteral("Foo-Bold"), QStringLiteral("Bar")});
+    const auto open = [&](QQuickItem* picker) {
+        click(picker);
+        auto* popup = picker->property("popup").value<QObject*>();
+        auto* list = popup->property("contentItem").value<QQuickItem*>();
+        EXPECT_TRUE(waitFor([&] { return !find(list, "highlighted", true).isEmpty(); }));
+        return list;
+    };
+    QQuickItem* records = one(view, "storedText", settings.defaultCDImageChoice());
+    QQuickItem* list = open(records);
+    EXPECT_EQ(list->property("count"), 25);
+    click(one(list, "text", QStringLiteral("33 RPM 12\" Vinyl")));
+    EXPECT_EQ(settings.defaultCDImageChoice(), QStringLiteral("33Vinyl"));
+    EXPECT_EQ(records->property("displayText"), QStringLiteral("33 RPM 12\" Vinyl"));
+    settings.setDefaultCDImageChoice(QStringLiteral("45Vinyl"));
+    EXPECT_EQ(records->property("displayText"), QStringLiteral("45 RPM 7\" Vinyl"));
+    settings.setDefaultCDImageChoice(QStringLiteral("Elsewhere"));
+    EXPECT_EQ(records->property("displayText"), QStringLiteral("Elsewhere"));
+
+    QQuickItem* fonts = one(view, "storedText", QStringLiteral("System Font"));
+    list = open(fonts);
+    EXPECT_EQ(list->property("count"), 3);
+    press(Qt::Key_Down);
+    press(Qt::Key_Return);
+    EXPECT_EQ(settings.selectedClockFont(), QStringLiteral("Foo-Bold"));
+    open(fonts);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(settings.selectedClockFont(), QStringLiteral("Foo-Bold"));
+}
+
+TEST_F(PreferencesSceneTest, TheKeyboardReachesEverythingAndEverythingHasANameAndARole) {
+    showPreferences();
+    settings.setShowDateAndTime(true);
+    settings.setEnableTrackInfoFont(true);
+    window->contentItem()->forceActiveFocus();
+    const QStringList told = walk();
+    for (const char* each :
+         {"CheckBox Rotate record during playback", "CheckBox Sample Rate", "Grouping Background",
+          "Grouping Playlist Background", "ComboBox Record Image", "CheckBox Date & Time",
+          "ComboBox Choose Track Info Font", "Button Remove selected clock font", "Button Import Track Font",
+          "Grouping Tracklist Style"})
+        EXPECT_TRUE(told.contains(QString::fromLatin1(each))) << each;
+    for (const QString& each : told)
+        EXPECT_GT(each.section(u' ', 1).size(), 0) << "has no name: " << qPrintable(each);
+    EXPECT_EQ(told.size(), 14 + 3 + 2 + 1 + 2 + 5 + 5 + 1);
+}
+
+TEST_F(PreferencesSceneTest, TheContentKeepsItsSizeAndScrollsBothWays) {
+    QQuickItem* view = showPreferences({500, 400});
+    auto* flickable = view->property("flickable").value<QQuickItem*>();
+    EXPECT_EQ(flickable->property("contentWidth"), 590.0);
+    EXPECT_EQ(flickable->property("contentHeight"), 1000.0);
+    wheel(view, -1);
+    EXPECT_TRUE(waitFor([&] { return flickable->property("contentY").toDouble() > 10; }));
+    for (int i = 0; i < 21; ++i)
+        press(Qt::Key_Tab);
+    EXPECT_GT(flickable->property("contentY").toDouble(), 100) << "what the keyboard acts on comes into view";
+}
+
+TEST_F(PreferencesSceneTest, ThePreferencesWindowExistsOnceUntilItIsClosed) {
+    PreferencesWindowOpener opener(engine, settings, model);
+    opener.open();
+    QPointer<QQuickWindow> first = opener.window();
+    ASSERT_TRUE(first);
+    EXPECT_EQ(first->title(), QStringLiteral("Preferences"));
+    EXPECT_EQ(first->width(), 590) << "grown to its content";
+    EXPECT_FALSE(first->flags() & (Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint));
+    opener.open();
+    EXPECT_EQ(opener.window(), first);
+    first->close();
+    EXPECT_EQ(opener.window(), nullptr);
+    opener.open();
+    EXPECT_TRUE(opener.window() && opener.window() != first);
+}
+
+} // namespace
+} // namespace tarnwick
