@@ -62,7 +62,13 @@ QStringList Catalogue::names(Kind kind) const {
 
 QSize Catalogue::naturalSize(const QString& name) const {
     const auto entry = m_entries.constFind(name);
-    return entry == m_entries.cend() ? QSize() : naturalSizeOf(contentsOf(entry->path));
+    if (entry == m_entries.cend())
+        return {};
+    const std::lock_guard lock(m_mutex);
+    QSize& size = m_sizes[name];
+    if (size.isEmpty())
+        size = naturalSizeOf(contentsOf(entry->path)); // a vector must be parsed for it
+    return size;
 }
 
 std::shared_ptr<const QImage> Catalogue::picture(const QString& name, QSize size, const QColor& tint) const {

@@ -66,6 +66,7 @@ private:
 
     QHash<QString, Entry> m_entries;
     mutable std::mutex m_mutex;
+    mutable QHash<QString, QSize> m_sizes; ///< natural ones, of what was asked for
     mutable QHash<QString, std::weak_ptr<const QImage>> m_rendered;
     mutable QHash<QString, std::weak_ptr<images::Image::Content>> m_handles;
 };

@@ -127,6 +127,17 @@ private:
         text(QStringLiteral("1"), x, y, {0.075, 0.14, 0.34});
     }
 
+    /// A round plate in the middle that bears the type where the rest is a pattern.
+    void plate(double radius, double edge, double nameRadius) {
+        circle(radius, m_paper);
+        ring(radius, edge, m_ink);
+        ink(m_ink);
+        drawStrokesOnCircle(m_painter, name, nameRadius, 0, {0.115, 0.15, 0.34});
+        text(m_speed, -0.33, 0.02, {0.07});
+        text(QStringLiteral("1"), 0.33, 0.02, {0.07});
+        rows(0.24, 3);
+    }
+
     void classic() {
         finePrintRing(0.915, 0.042);
         text(name, 0, -0.46, {0.15, 0.145, 0.34});
@@ -188,13 +199,7 @@ private:
         for (int i = -4; i <= 4; ++i)
             m_painter.fillRect(QRectF(i * 0.26 - 0.065, -1.1, 0.13, 2.2), m_ink);
         m_painter.restore();
-        circle(0.62, m_paper);
-        ring(0.62, 0.018, m_ink);
-        ink(m_ink);
-        drawStrokesOnCircle(m_painter, name, 0.46, 0, {0.115, 0.15, 0.34});
-        text(m_speed, -0.33, 0.02, {0.07});
-        text(QStringLiteral("1"), 0.33, 0.02, {0.07});
-        rows(0.24, 3);
+        plate(0.62, 0.018, 0.46);
     }
 
     void rays() {
@@ -202,13 +207,7 @@ private:
         m_painter.setBrush(m_accent);
         for (int i = 0; i < 24; ++i)
             m_painter.drawPie(QRectF(-1, -1, 2, 2), i * 15 * 16, static_cast<int>(7.5 * 16));
-        circle(0.60, m_paper);
-        ring(0.60, 0.02, m_ink);
-        ink(m_ink);
-        drawStrokesOnCircle(m_painter, name, 0.44, 0, {0.115, 0.15, 0.34});
-        text(m_speed, -0.32, 0.02, {0.07});
-        text(QStringLiteral("1"), 0.32, 0.02, {0.07});
-        rows(0.24, 3);
+        plate(0.60, 0.02, 0.44);
     }
 
     void rings() {

@@ -153,7 +153,10 @@ public:
             const float fluid = layer.fluid.at(point.x, point.y);
             if (fluid < 0.16F)
                 continue;
-            colour = mix(colour, layer.colour, 0.16F * smoothStep(0.16F, 0.40F, fluid));
+            // Round a drop the base takes some of its colour, but no light one may glow on a darker base.
+            const float darkens =
+                clamp((0.02F + colour.luminance()) / (0.02F + layer.colour.luminance()), 0, 1);
+            colour = mix(colour, layer.colour, 0.16F * darkens * smoothStep(0.16F, 0.40F, fluid));
             // Where it lies thin the ground shines through a little, so that a pool has depth.
             const float depth = smoothStep(0.43F, 1.0F, fluid);
             const Rgb body = mix(mix(colour, layer.colour, 0.96F) * 1.06F, layer.colour * 0.94F, depth);
