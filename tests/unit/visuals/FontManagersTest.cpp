@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QPainter>
 #include <QRawFont>
 #include <QTemporaryDir>
 #include <fontconfig/fontconfig.h>
@@ -176,6 +177,34 @@ TEST_F(FontManagersTest, TheSystemFontIsAlwaysACandidate) {
         names.append(clock.randomFontName());
     EXPECT_EQ(names,
               (QStringList{systemFontName, QStringLiteral("Inter-Bold"), QStringLiteral("Inter-Thin")}));
+}
+
+TEST_F(FontManagersTest, AFontThatNobodyElseHasIsDrawnUntilItIsRemoved) {
+    // A font of the system's under a name that the system does not know.
+    QFile installed(installedFile("Inter-Black"));
+    ASSERT_TRUE(installed.open(QIODevice::ReadOnly));
+    QByteArray bytes = installed.readAll();
+    bytes.replace("Inter", "Zwter").replace(QByteArray("I\0n\0t\0e\0r", 9), QByteArray("Z\0w\0t\0e\0r", 9));
+    const QString name = QStringLiteral("Zwter-Black");
+    const auto drawn = [&] {
+        QImage picture(300, 80, QImage::Format_RGB32);
+        picture.fill(Qt::white);
+        QPainter painter(&picture);
+        QFont font = registry.font(name);
+        font.setPixelSize(60);
+        painter.setFont(font);
+        painter.drawText(picture.rect(), Qt::AlignCenter, QStringLiteral("21:47"));
+        return picture;
+    };
+    const QImage before = drawn();
+    ClockFontManager clock(environment());
+    clock.importFiles({junkFile(QStringLiteral("Zwter-Black.otf"), bytes)});
+    ASSERT_EQ(clock.fonts(), QStringList{name});
+    EXPECT_EQ(QRawFont::fromFont(registry.font(name)).familyName(), QLatin1String("Zwter"));
+    EXPECT_NE(drawn(), before);
+    clock.removeFont(name);
+    EXPECT_TRUE(clock.fonts().isEmpty());
+    EXPECT_EQ(drawn(), before) << "the system's font again";
 }
 
 TEST(FontRegistry, FindsInstalledFontsByTheirExactName) {
