@@ -186,7 +186,7 @@ TEST_F(FontManagersTest, AFontThatNobodyElseHasIsDrawnUntilItIsRemoved) {
     QByteArray bytes = installed.readAll();
     bytes.replace("Inter", "Zwter").replace(QByteArray("I\0n\0t\0e\0r", 9), QByteArray("Z\0w\0t\0e\0r", 9));
     const QString name = QStringLiteral("Zwter-Black");
-    const auto drawn = [&] {
+    const auto clockFace = [&] {
         QImage picture(300, 80, QImage::Format_RGB32);
         picture.fill(Qt::white);
         QPainter painter(&picture);
@@ -196,15 +196,15 @@ TEST_F(FontManagersTest, AFontThatNobodyElseHasIsDrawnUntilItIsRemoved) {
         painter.drawText(picture.rect(), Qt::AlignCenter, QStringLiteral("21:47"));
         return picture;
     };
-    const QImage before = drawn();
+    const QImage before = clockFace();
     ClockFontManager clock(environment());
     clock.importFiles({junkFile(QStringLiteral("Zwter-Black.otf"), bytes)});
     ASSERT_EQ(clock.fonts(), QStringList{name});
     EXPECT_EQ(QRawFont::fromFont(registry.font(name)).familyName(), QLatin1String("Zwter"));
-    EXPECT_NE(drawn(), before);
+    EXPECT_NE(clockFace(), before);
     clock.removeFont(name);
     EXPECT_TRUE(clock.fonts().isEmpty());
-    EXPECT_EQ(drawn(), before) << "the system's font again";
+    EXPECT_EQ(clockFace(), before) << "the system's font again";
 }
 
 TEST(FontRegistry, FindsInstalledFontsByTheirExactName) {
