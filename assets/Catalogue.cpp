@@ -118,19 +118,14 @@ QString Catalogue::nameOf(const images::Image& image) const {
 }
 
 QImage Catalogue::render(const Entry& entry, QSize size, const QColor& tint) const {
-    const QByteArray bytes = contentsOf(entry.path);
-    switch (entry.kind) {
-    case Kind::Disc:
-        return renderRaster(bytes, size);
-    case Kind::Symbol:
-        return tinted(renderVector(bytes, size), tint);
-    case Kind::Flag:
-        return edged(renderVector(bytes, size));
-    case Kind::Picture:
-    case Kind::Logo:
-        break;
-    }
-    return renderVector(bytes, size);
+    QImage picture = renderPicture(contentsOf(entry.path), size);
+    if (picture.isNull())
+        return picture;
+    if (entry.kind == Kind::Symbol)
+        return tinted(std::move(picture), tint);
+    if (entry.kind == Kind::Flag)
+        return edged(std::move(picture));
+    return picture;
 }
 
 } // namespace tarnwick

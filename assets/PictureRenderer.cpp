@@ -11,14 +11,13 @@ namespace {
 
 bool isVector(const QByteArray& encoded) { return encoded.startsWith("<"); }
 
-} // namespace
-
-QSize naturalSizeOf(const QByteArray& encoded) {
-    if (isVector(encoded))
-        return QSvgRenderer(encoded).defaultSize();
-    QByteArray bytes = encoded;
-    QBuffer buffer(&bytes);
-    return QImageReader(&buffer).size();
+/// A view box of other proportions than the page lies in its middle and shows what is beside it; Qt would
+/// stretch it to the page.
+void showWholePage(QSvgRenderer& renderer) {
+    const QRectF box = renderer.viewBoxF();
+    const QSizeF page = QSizeF(renderer.defaultSize()).scaled(box.size(), Qt::KeepAspectRatioByExpanding);
+    if (!box.isEmpty() && !page.isEmpty())
+        renderer.setViewBox(QRectF(box.center() - QPointF(page.width() / 2, page.height() / 2), page));
 }
 
 QImage renderVector(const QByteArray& svg, QSize size) {
@@ -32,6 +31,7 @@ QImage renderVector(const QByteArray& svg, QSize size) {
     const QRectF whole{QPointF(), QSizeF(size)};
     const auto mark = QStringLiteral("mark");
     if (!renderer.elementExists(mark)) {
+        showWholePage(renderer);
         renderer.render(&painter, whole);
         return picture;
     }
@@ -52,6 +52,20 @@ QImage renderVector(const QByteArray& svg, QSize size) {
 QImage renderRaster(const QByteArray& encoded, QSize size) {
     const QImage picture = QImage::fromData(encoded).convertToFormat(QImage::Format_ARGB32_Premultiplied);
     return picture.isNull() ? picture : picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+} // namespace
+
+QSize naturalSizeOf(const QByteArray& encoded) {
+    if (isVector(encoded))
+        return QSvgRenderer(encoded).defaultSize();
+    QByteArray bytes = encoded;
+    QBuffer buffer(&bytes);
+    return QImageReader(&buffer).size();
+}
+
+QImage renderPicture(const QByteArray& encoded, QSize size) {
+    return isVector(encoded) ? renderVector(encoded, size) : renderRaster(encoded, size);
 }
 
 QImage tinted(QImage picture, const QColor& tint) {

@@ -10,11 +10,8 @@ namespace tarnwick {
 /// The size an encoded picture, vector or raster, says it has. Empty when it is none.
 QSize naturalSizeOf(const QByteArray& encoded);
 
-/// An SVG drawn at `size` device pixels, premultiplied. Null when it is none.
-QImage renderVector(const QByteArray& svg, QSize size);
-
-/// An encoded raster picture scaled to `size`, premultiplied. Null when it is none.
-QImage renderRaster(const QByteArray& encoded, QSize size);
+/// An encoded picture, vector or raster, at `size` device pixels, premultiplied. Null when it is none.
+QImage renderPicture(const QByteArray& encoded, QSize size);
 
 /// The shape of `picture` filled with `tint`.
 QImage tinted(QImage picture, const QColor& tint);

@@ -7,9 +7,9 @@ set(flags
     Cape-Verde:cv Catalonia:_catalonia Chad:td Chile:cl China:cn Colombia:co Comoros:km
     Republic-of-the-Congo:cg Croatia:hr Cuba:cu Cyprus:cy Czech-Republic:cz Denmark:dk Djibouti:dj
     Dominica:dm Ecuador:ec Egypt:eg El-Salvador:sv Eritrea:er Estonia:ee Ethiopia:et Fiji:fj Finland:fi
-    France:fr Gabon:ga Gambia:gm Georgia:ge Germany:de Ghana:gh Greece:gr Greenland:gl Guatemala:gt
+    France:fr Gabon:ga Gambia:gm Germany:de Ghana:gh Greece:gr Greenland:gl Guatemala:gt
     Guinea:gn Haiti:ht Honduras:hn Hong-Kong:hk Hungary:hu Iceland:is India:in Indonesia:id Iran:ir Iraq:iq
-    Ireland:ie Israel:il Italy:it Jamaica:jm Japan:jp Jordan:jo Kazakhstan:kz Kenya:ke Kuwait:kw Latvia:lv
+    Ireland:ie Israel:il Jamaica:jm Japan:jp Jordan:jo Kazakhstan:kz Kenya:ke Kuwait:kw Latvia:lv
     Lebanon:lb Libya:ly Lithuania:lt Luxembourg:lu Macedonia:mk Malawi:mw Malaysia:my Malta:mt Mexico:mx
     Moldova:md Monaco:mc Mongolia:mn Montenegro:me Morocco:ma Mozambique:mz Myanmar:mm Nepal:np
     Netherlands:nl New-Zealand:nz Nicaragua:ni Niger:ne Nigeria:ng North-Korea:kp Norway:no Oman:om

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
+
 namespace tarnwick {
 
 TEST(Catalogue, KeepsAPictureWhileItIsInUse) {
@@ -48,6 +51,27 @@ TEST(Catalogue, EveryPictureCanBeDrawn) {
             }
             EXPECT_TRUE(drawn) << name.toStdString();
         }
+    }
+}
+
+TEST(Catalogue, FlagsAreDrawnAsTheyWereMeant) {
+    // What lies where, as shares of width and height, in flags whose drawings are easily misread.
+    const struct {
+        const char* flag;
+        double x, y;
+        QColor colour;
+    } rows[]{{"Afghanistan", 0.31, 0.9, QColor(0, 0, 0)},         {"Aland", 0.23, 0.1, QColor(0, 0x53, 0xa5)},
+             {"Montenegro", 0.5, 0.03, QColor(0xd3, 0xae, 0x3b)}, {"Georgia", 0.5, 0.1, QColor(255, 0, 0)},
+             {"Georgia", 0.1, 0.1, QColor(255, 255, 255)},        {"Georgia", 0.2125, 0.2, QColor(255, 0, 0)},
+             {"Honduras", 0.27, 0.42, QColor(8, 0x7b, 0xce)},     {"Italy", 0.1, 0.5, QColor(0, 0x92, 0x46)},
+             {"England", 0.5, 0.1, QColor(0xce, 0x11, 0x24)},     {"UK", 0.5, 0.5, QColor(0xcc, 0, 0)}};
+    for (const auto& row : rows) {
+        const auto picture = Catalogue::shared().picture(QLatin1String(row.flag), QSize(320, 240));
+        const QColor there = picture->pixelColor(int(320 * row.x), int(240 * row.y));
+        const int difference =
+            std::max({std::abs(there.red() - row.colour.red()), std::abs(there.green() - row.colour.green()),
+                      std::abs(there.blue() - row.colour.blue())});
+        EXPECT_LT(difference, 12) << row.flag << ' ' << qPrintable(there.name());
     }
 }
 
