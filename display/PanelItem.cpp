@@ -6,6 +6,8 @@
 #include "visuals/FlagsManager.h"
 #include "visuals/FormatLogo.h"
 
+#include <QGuiApplication>
+
 #include <algorithm>
 #include <cmath>
 
@@ -24,20 +26,21 @@ QString shapeOf(QString text) {
     return text;
 }
 
-/// Width by height of a picture of the catalogue; looked up once, since that reads the picture.
+/// Width by height of a picture of the catalogue.
 double aspectOf(const QString& name) {
-    static QHash<QString, double> known;
-    auto found = known.find(name);
-    if (found == known.end()) {
-        const QSize size = Catalogue::shared().naturalSize(name);
-        found = known.insert(name, size.isEmpty() ? 1 : double(size.width()) / size.height());
-    }
-    return *found;
+    const QSize size = Catalogue::shared().naturalSize(name);
+    return size.isEmpty() ? 1 : double(size.width()) / size.height();
 }
 
 } // namespace
 
-PanelItem::PanelItem(QQuickItem* parent) : QQuickItem(parent) {}
+PanelItem::PanelItem(QQuickItem* parent) : QQuickItem(parent) {
+    // A name that stood for a font may stand for another, or for none, from then on.
+    connect(qGuiApp, &QGuiApplication::fontDatabaseChanged, this, [this] {
+        m_factsAreNew = true;
+        polish();
+    });
+}
 
 void PanelItem::setView(TarnwickView* view) {
     if (m_view == view)

@@ -1,6 +1,10 @@
+#include "display/PanelItem.h"
 #include "tests/unit/display/SceneFixture.h"
 
+#include <QFontDatabase>
 #include <QtTest>
+
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -72,6 +76,21 @@ TEST_F(DisplaySceneTest, ATapTurnsTheCoverAndATapOnARowPlaysIt) {
     EXPECT_TRUE(view->isFlipped()) << "the tap was the row's alone";
     click({300, 560});
     EXPECT_FALSE(view->isFlipped());
+}
+
+TEST_F(DisplaySceneTest, TheLinesAreLaidOutAnewWhenAFontComesOrGoes) {
+    answer(scripts::nowPlaying(), playing());
+    show();
+    const auto& panel = *renderer->root().findChild<PanelItem*>();
+    int before = panel.layoutCount();
+    const int font =
+        QFontDatabase::addApplicationFont(QStringLiteral("/usr/share/fonts/opentype/inter/Inter-Bold.otf"));
+    ASSERT_GE(font, 0);
+    renderer->layOut();
+    EXPECT_GT(panel.layoutCount(), std::exchange(before, panel.layoutCount()));
+    QFontDatabase::removeApplicationFont(font);
+    renderer->layOut();
+    EXPECT_GT(panel.layoutCount(), before);
 }
 
 TEST_F(DisplaySceneTest, TheCommentGivesWayToTheBarInFullScreen) {
