@@ -36,7 +36,7 @@ FocusScope {
 
     Rectangle {
         anchors.centerIn: parent
-        width: 300
+        width: 330
         height: column.height + 40
         radius: 12
         color: PreferencesStyle.card
