@@ -47,12 +47,22 @@ Item {
         pixelRatio: root.pixelRatio
         cornerRadius: Theme.coverRadius
         shadowOpacity: root.shadowOpacity
-        fadeDuration: root.fadeDuration
+        onReplaced: if (root.fadeDuration > 0) coming.restart()
         shadowRadius: 4
         shadowOffset: 2
         Accessible.role: Accessible.Button
         Accessible.name: root.name
         Accessible.onPressAction: root.tapped()
+
+        NumberAnimation on fade {
+            id: coming
+
+            running: false
+            from: 0
+            to: 1
+            duration: root.fadeDuration
+            easing.type: Easing.InOutQuad
+        }
 
         TapHandler { onTapped: root.tapped() }
     }

@@ -10,13 +10,7 @@
 namespace tarnwick {
 
 CutPictureItem::CutPictureItem(QQuickItem* parent)
-    : QQuickItem(parent), m_before(new PictureItem(this)), m_layer(new PictureItem(this)),
-      m_fade(m_layer, "opacity") {
-    m_fade.setStartValue(0.0);
-    m_fade.setEndValue(1.0);
-    m_fade.setEasingCurve(QEasingCurve::InOutQuad);
-    connect(&m_fade, &QPropertyAnimation::finished, this, [this] { m_before->setPicture(nullptr); });
-}
+    : QQuickItem(parent), m_before(new PictureItem(this)), m_layer(new PictureItem(this)) {}
 
 void CutPictureItem::setPicture(const Picture& picture) {
     if (m_picture == picture)
@@ -83,20 +77,30 @@ void CutPictureItem::remake() {
 }
 
 void CutPictureItem::show(const QImage& drawn, const Picture& picture, const PictureCut& cut) {
-    if (m_fadeDuration > 0 && picture != m_shown && !drawn.isNull() && m_layer->picture())
-        fadeOver();
+    if (picture != m_shown && !drawn.isNull() && m_layer->picture())
+        keepBefore();
     m_shown = picture;
     m_shownCut = cut;
     m_layer->setPicture(drawn.isNull() ? nullptr : std::make_shared<const QImage>(drawn));
     layOut();
 }
 
-void CutPictureItem::fadeOver() {
+void CutPictureItem::keepBefore() {
+    Q_EMIT replaced();
+    if (fade() >= 1)
+        return;
     m_before->setPicture(m_layer->picture());
     m_before->setPosition(m_layer->position());
     m_before->setSize(m_layer->size());
-    m_fade.setDuration(m_fadeDuration);
-    m_fade.start();
+}
+
+void CutPictureItem::setFade(double fade) {
+    if (fade == m_layer->opacity())
+        return;
+    m_layer->setOpacity(fade);
+    if (fade >= 1)
+        m_before->setPicture(nullptr);
+    Q_EMIT fadeChanged();
 }
 
 void CutPictureItem::layOut() {

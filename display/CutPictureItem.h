@@ -5,8 +5,6 @@
 #include "display/PictureCut.h"
 #include "display/SettleTimer.h"
 
-#include <QPropertyAnimation>
-
 namespace tarnwick {
 
 /// A picture that fills its item, cut to a rounded rectangle or an ellipse, with its shadow around it.
@@ -27,8 +25,8 @@ class CutPictureItem : public QQuickItem {
     Q_PROPERTY(double shadowRadius READ shadowRadius WRITE setShadowRadius NOTIFY cutChanged)
     /// Downwards.
     Q_PROPERTY(double shadowOffset READ shadowOffset WRITE setShadowOffset NOTIFY cutChanged)
-    /// Milliseconds in which another picture comes over the one before; 0 for at once.
-    Q_PROPERTY(int fadeDuration MEMBER m_fadeDuration NOTIFY fadeDurationChanged)
+    /// How much of the picture has come, 0…1; the one before lies under it until all of it has.
+    Q_PROPERTY(double fade READ fade WRITE setFade NOTIFY fadeChanged)
 
 public:
     explicit CutPictureItem(QQuickItem* parent = nullptr);
@@ -41,6 +39,8 @@ public:
     void setShadowRadius(double radius) { setCutValue(m_shadowRadius, radius); }
     void setShadowOffset(double offset) { setCutValue(m_shadowOffset, offset); }
 
+    void setFade(double fade);
+
     const Picture& picture() const { return m_picture; }
     double pixelRatio() const { return m_pixelRatio; }
     double cornerRadius() const { return m_cornerRadius; }
@@ -48,6 +48,7 @@ public:
     double shadowOpacity() const { return m_shadowOpacity; }
     double shadowRadius() const { return m_shadowRadius; }
     double shadowOffset() const { return m_shadowOffset; }
+    double fade() const { return m_layer->opacity(); }
 
     /// What is on the screen: the picture that was set last, or still one before.
     const Picture& shownPicture() const { return m_shown; }
@@ -56,7 +57,9 @@ public:
 Q_SIGNALS:
     void pictureChanged();
     void cutChanged();
-    void fadeDurationChanged();
+    void fadeChanged();
+    /// A picture is about to take the place of another; with `fade` at 0 it does so gently.
+    void replaced();
 
 protected:
     void componentComplete() override;
@@ -77,12 +80,10 @@ private:
     void remake();
     void show(const QImage& drawn, const Picture& picture, const PictureCut& cut);
     void layOut();
-    void fadeOver();
+    void keepBefore();
 
-    PictureItem* const m_before; // what is faded over, else nothing
+    PictureItem* const m_before; // what the picture comes over, else nothing
     PictureItem* const m_layer;
-    QPropertyAnimation m_fade;
-    int m_fadeDuration = 0;
     Picture m_picture;
     double m_pixelRatio = 1;
     double m_cornerRadius = 0;

@@ -47,6 +47,8 @@ Item {
         x: root.centreOut + (root.centreAway - root.centreOut) * travel
         y: root.height / 2
         opacity: root.view.reducedMotion ? 1 - root.slide : 1
+        Accessible.role: Accessible.Graphic
+        Accessible.name: root.hasCassette ? "Cassette" : "Record"
 
         RotatingCDLayerView {
             anchors.centerIn: parent

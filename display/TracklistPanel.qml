@@ -156,6 +156,8 @@ Rectangle {
             color: root.plainText
             font { family: Theme.fontFamily; pixelSize: Theme.headlineSize; weight: Theme.semibold }
             text: "Nessuna traccia trovata."
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAnimationDriver>
+#include <QVariantAnimation>
 
 namespace tarnwick::animation {
 
@@ -8,7 +9,7 @@ namespace tarnwick::animation {
 /// anything is animated; from then on it drives everything on this thread.
 class VirtualAnimationDriver : public QAnimationDriver {
 public:
-    VirtualAnimationDriver() { install(); }
+    VirtualAnimationDriver();
 
     /// Moves the time on. What is queued runs first, so that an animation that was started before the
     /// step has the whole of it.
@@ -16,11 +17,9 @@ public:
 
     qint64 elapsed() const override { return m_now; }
 
-protected:
-    void start() override;
-
 private:
-    qint64 m_now = 0; // since the driver was started, as Qt wants it
+    qint64 m_now = 0;
+    QVariantAnimation m_keepsRunning; // else Qt counts real time while nothing is animated
 };
 
 } // namespace tarnwick::animation

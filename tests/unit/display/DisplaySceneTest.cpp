@@ -1,6 +1,7 @@
 #include "display/PanelItem.h"
 #include "tests/unit/display/SceneFixture.h"
 
+#include <QBuffer>
 #include <QFontDatabase>
 #include <QtTest>
 
@@ -91,6 +92,31 @@ TEST_F(DisplaySceneTest, TheLinesAreLaidOutAnewWhenAFontComesOrGoes) {
     QFontDatabase::removeApplicationFont(font);
     renderer->layOut();
     EXPECT_GT(panel.layoutCount(), before);
+}
+
+TEST_F(DisplaySceneTest, WithReducedMotionOneAlbumFadesIntoAnotherAndNothingTurns) {
+    answer(scripts::nowPlaying(), playing());
+    view->setReducedMotion(true);
+    show();
+    QByteArray red;
+    QBuffer buffer(&red);
+    buffer.open(QIODevice::WriteOnly);
+    QImage sleeve(8, 8, QImage::Format_RGB32);
+    sleeve.fill(Qt::red);
+    sleeve.save(&buffer, "PNG");
+    play(nowPlaying({{1, text("Due")}, {3, text("Due")}, {11, D::data(red)}}));
+    advance(180ms);
+    const QColor half = picture().pixelColor(20, 300);
+    EXPECT_GT(half.red(), 60);
+    EXPECT_LT(half.red(), 200);
+    EXPECT_GT(half.green(), 30);
+    advance(2s);
+    EXPECT_EQ(picture().pixelColor(20, 300), QColor(Qt::red));
+
+    view->tapCover();
+    advance(500ms);
+    EXPECT_NE(picture().pixelColor(20, 300), QColor(Qt::red));
+    EXPECT_GT(picture().pixelColor(20, 300).red(), 60) << "the sleeve stands where it stood and fades";
 }
 
 TEST_F(DisplaySceneTest, TheCommentGivesWayToTheBarInFullScreen) {
