@@ -170,7 +170,8 @@ TEST(PanelLayout, PutsTheLabelsOnTheFirstBaselineBesideTheWholeTitle) {
           QStringLiteral("雨の停車場 そして 遠い海へ、もう一度だけ手紙を書く夜に")}) {
         PanelFacts facts = everything();
         facts.title = title;
-        const auto lines = linesOf(laidOut(facts, {.window = {600, 300}}), PanelBlock::Title);
+        const PanelLayout layout = laidOut(facts, {.window = {600, 300}});
+        const auto lines = linesOf(layout, PanelBlock::Title);
         ASSERT_GE(lines.size(), 2U);
         EXPECT_EQ(lines[0]->baseline, lines[1]->baseline);
         for (size_t i = 1; i < lines.size(); ++i)
