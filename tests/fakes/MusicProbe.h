@@ -22,6 +22,7 @@ public:
             const std::lock_guard lock(m_mutex);
             if (m_history.isEmpty() || m_history.last() != seen)
                 m_history.append(seen);
+            m_lastSeen = seen;
             m_changes |= changes;
             ++m_announcements;
             m_changed.notify_all();
@@ -135,6 +136,14 @@ public:
         const std::lock_guard lock(m_mutex);
         return std::exchange(m_changes, musicapp::Changes());
     }
+    /// Blocks until an announcement comes, or has come last, at which `title` was to be seen; whether one
+    /// did.
+    bool isAnnounced(const QString& title) {
+        return eventually([&] {
+            const std::lock_guard lock(m_mutex);
+            return m_lastSeen.section(u'|', 1, 1) == title;
+        });
+    }
     /// What there was to see at each announcement since the last call, without repetitions:
     /// "state|title|artist|album|duration|size of the cover".
     QStringList takeHistory() {
@@ -152,6 +161,7 @@ private:
     std::condition_variable m_changed;
     musicapp::Changes m_changes;
     QStringList m_history;
+    QString m_lastSeen; ///< at the last announcement
     int m_announcements = 0;
 };
 
