@@ -7,6 +7,9 @@ Window {
 
     required property TarnwickApp app
 
+    /// The button that was pressed last pulls an edge, and does not move the window.
+    property bool isResizing: false
+
     /// Where the display is put.
     readonly property alias displayPlace: keys
 
@@ -48,6 +51,7 @@ Window {
         sourceComponent: WindowChrome {
             app: window.app
             frame: window
+            onEdgePulled: window.isResizing = true
         }
     }
 }

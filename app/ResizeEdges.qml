@@ -8,6 +8,9 @@ Item {
 
     required property Window frame
 
+    /// The button was pressed on an edge.
+    signal pulled()
+
     readonly property int thickness: 5
     readonly property int corner: 14
 
@@ -39,7 +42,10 @@ Item {
             width: isCorner ? edges.corner : isLeft || isRight ? edges.thickness : edges.width
             height: isCorner ? edges.corner : isTop || isBottom ? edges.thickness : edges.height
             cursorShape: modelData.cursor
-            onPressed: edges.frame.startSystemResize(edge.modelData.edges)
+            onPressed: {
+                edges.pulled();
+                edges.frame.startSystemResize(edge.modelData.edges);
+            }
         }
     }
 }

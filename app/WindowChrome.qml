@@ -8,6 +8,9 @@ Item {
     required property TarnwickApp app
     required property Window frame
 
+    /// The button was pressed on an edge.
+    signal edgePulled()
+
     function openMenu(position: point) {
         menu.popup(chrome, position);
     }
@@ -16,6 +19,7 @@ Item {
         anchors.fill: parent
         frame: chrome.frame
         visible: chrome.frame.visibility === Window.Windowed
+        onPulled: chrome.edgePulled()
     }
 
     WindowButtons {

@@ -10,6 +10,10 @@ namespace {
 /// Nobody presses a button again so soon, in ms.
 constexpr quint64 echoTime = 30;
 
+/// The window's property that says that an edge is being pulled. By the first move that comes back from
+/// the window manager nobody holds the pointer any more.
+constexpr const char* resizing = "isResizing";
+
 } // namespace
 
 WindowDrag::WindowDrag(QQuickWindow& window) : m_window(window) { window.installEventFilter(this); }
@@ -20,6 +24,7 @@ bool WindowDrag::eventFilter(QObject* watched, QEvent* event) {
         const auto& press = static_cast<const QMouseEvent&>(*event);
         if (isEcho(press))
             return true;
+        m_window.setProperty(resizing, false);
         m_pressedAt = press.button() == Qt::LeftButton ? std::optional(press.position()) : std::nullopt;
         break;
     }
@@ -49,7 +54,7 @@ bool WindowDrag::isEcho(const QMouseEvent& press) const {
 }
 
 bool WindowDrag::isFree(QMouseEvent& move) const {
-    if (m_window.windowStates().testFlag(Qt::WindowFullScreen))
+    if (m_window.windowStates().testFlag(Qt::WindowFullScreen) || m_window.property(resizing).toBool())
         return false;
     const QObject* grabber = move.exclusiveGrabber(move.point(0));
     if (const auto* item = qobject_cast<const QQuickItem*>(grabber))

@@ -206,10 +206,12 @@ void TarnwickView::onKeyDown(int keyCode) {
     m_transaction.animate([&] {
         switch (keyCode) {
         case windows::ReturnKey:
-            if (m_isFlipped)
+            if (m_isFlipped) {
                 confirmSelection();
-            else
-                setFlipped(true);
+                break;
+            }
+            setFlipped(true);
+            m_parts.musicSource.fetchTracksByDisc();
             break;
         case windows::EscapeKey:
             if (m_isFlipped)

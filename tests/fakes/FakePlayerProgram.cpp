@@ -23,12 +23,13 @@ public:
         qDBusRegisterMetaType<WireActive>();
         for (const QString& name : arguments.mid(2))
             m_lists.append({QDBusObjectPath(QStringLiteral("/list/%1").arg(m_lists.size())), name, {}});
-        m_fake.put({{"DesktopEntry", m_player}}, {});
+        m_fake.put({{"DesktopEntry", m_player}, {"Identity", m_player.section('.', -1)}}, {});
         m_fake.put(playing(metadata("Uno", "Prova", "Suoni")));
-        m_fake.put({{"Orderings", QStringList{"Alphabetical"}},
-                    {"PlaylistCount", unsigned(m_lists.size())},
-                    {"ActivePlaylist", QVariant::fromValue(WireActive())}},
-                   ".Playlists");
+        m_fake.put(
+            {{"Orderings", QStringList{"Alphabetical"}},
+             {"PlaylistCount", unsigned(m_lists.size())},
+             {"ActivePlaylist", QVariant::fromValue(WireActive{false, {QDBusObjectPath("/"), {}, {}}})}},
+            ".Playlists");
         m_fake.answer("GetPlaylists", [this](const QDBusMessage& call) {
             return call.createReply(QVariant::fromValue(m_lists));
         });

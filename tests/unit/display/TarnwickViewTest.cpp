@@ -230,8 +230,14 @@ TEST_F(TarnwickViewTest, KeysMoveTheSelectionAndTurnTheCover) {
     }
 }
 
-TEST_F(TarnwickViewTest, TappingTheCoverAsksForTheTracksOnceItIsTurned) {
+TEST_F(TarnwickViewTest, TurningTheCoverAsksForTheTracks) {
     settleOn("Uno");
+    view->onKeyDown(windows::ReturnKey);
+    dispatcher.runUntilIdle();
+    EXPECT_TRUE(view->isFlipped());
+    EXPECT_EQ(sentCount(scripts::tracksByDisc()), 1) << "by key";
+    view->onKeyDown(windows::EscapeKey);
+    sent.clear();
     view->tapCover();
     dispatcher.runUntilIdle();
     EXPECT_TRUE(view->isFlipped());
