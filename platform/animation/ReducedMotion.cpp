@@ -3,7 +3,6 @@
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
-#include <QDBusVariant>
 #include <QMap>
 
 #include <algorithm>
@@ -40,6 +39,7 @@ constexpr std::array<Setting, 3> settings{{
 ReducedMotion::ReducedMotion(const QDBusConnection& bus) : m_bus(bus) {
     if (!m_bus.isConnected())
         return;
+    qRegisterMetaType<QDBusVariant>(); // a slot's types are looked up by their names
     m_bus.connect(QString(), path, interface, QStringLiteral("SettingChanged"), this,
                   SLOT(settingChanged(QString, QString, QDBusVariant)));
     auto* watcher = new QDBusServiceWatcher(portal, m_bus, QDBusServiceWatcher::WatchForRegistration, this);

@@ -2,12 +2,11 @@
 
 #include <QDBusConnection>
 #include <QDBusPendingCallWatcher>
+#include <QDBusVariant>
 #include <QObject>
 #include <QVariantMap>
 
 #include <array>
-
-class QDBusVariant;
 
 namespace tarnwick::animation {
 

@@ -5,7 +5,6 @@
 #include <QDBusObjectPath>
 #include <QDBusUnixFileDescriptor>
 #include <QFileInfo>
-#include <QStandardPaths>
 #include <QVariantMap>
 
 #include <atomic>
@@ -22,8 +21,7 @@ constexpr unsigned portalIdleFlag = 8;
 /// Whether there is a session bus, without the start of one that connecting could mean.
 bool hasSessionBus() {
     return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
-           QFileInfo::exists(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) +
-                             QStringLiteral("/bus"));
+           QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
 }
 
 /// A bus connection that is nobody else's.
