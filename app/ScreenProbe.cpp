@@ -1,6 +1,8 @@
 #include "app/ScreenProbe.h"
 
+#include <QDir>
 #include <QFile>
+#include <QLibraryInfo>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -34,6 +36,11 @@ bool reachesWayland(QString name) {
     return reached;
 }
 
+bool speaksWayland() {
+    const QDir plugins(QLibraryInfo::path(QLibraryInfo::PluginsPath) + QStringLiteral("/platforms"));
+    return !plugins.entryList({QStringLiteral("libqwayland*")}).isEmpty();
+}
+
 } // namespace
 
 QString screenFault() {
@@ -47,8 +54,12 @@ QString screenFault() {
     if (x11.isEmpty() && wayland.isEmpty())
         return QStringLiteral("there is no screen: neither DISPLAY nor WAYLAND_DISPLAY is set "
                               "(tarnwick status and tarnwick snapshot need none)");
-    if (!wayland.isEmpty() && reachesWayland(wayland))
-        return {};
+    if (!wayland.isEmpty() && reachesWayland(wayland)) {
+        if (!x11.isEmpty() || speaksWayland())
+            return {};
+        return QStringLiteral("the screen speaks Wayland alone, and Qt's plugin for it (qt6-wayland) is not "
+                              "installed");
+    }
     if (!x11.isEmpty() && reachesX11())
         return {};
     return QStringLiteral("the screen '%1' cannot be reached").arg(x11.isEmpty() ? wayland : x11);
