@@ -18,7 +18,6 @@ namespace tarnwick::musicapp {
 namespace {
 
 constexpr int side = 1600;
-constexpr double pi = std::numbers::pi;
 
 const QColor cream(0xf6, 0xee, 0xdc);
 
