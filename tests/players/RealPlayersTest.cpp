@@ -8,6 +8,7 @@
 #include "tests/fakes/RealPlayer.h"
 
 #include <QBuffer>
+#include <QElapsedTimer>
 #include <QImage>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -228,15 +229,19 @@ TEST_F(RealPlayersTest, MpdIsFollowedThroughItsBridge) {
     RealPlayer bridge{bus.address()};
     ASSERT_TRUE(bridge.start("mpDris2", {"--config=" + player.home() + "/mpDris2.conf"}));
     follow();
+    QElapsedTimer asked;
+    asked.start();
     ASSERT_TRUE(probe->eventually(
         [&] {
-            if (!probe->isRunning() || probe->state() == "stopped") {
+            // Seldom enough that what was asked for can begin.
+            if (asked.hasExpired(1000) && (!probe->isRunning() || probe->state() == "stopped")) {
+                asked.restart();
                 wire.write("add \"Lontano, è/CD1\"\nplay\n"); // until the folder has been looked through
                 wire.waitForBytesWritten(100);
             }
             return probe->title() == oddTitle;
         },
-        15s));
+        30s));
     expectFacts(oddTitle, 1, 1);
     probe->perform(terms::NextTrack);
     expectFacts("Tre finestre", 2, 1);

@@ -19,8 +19,9 @@ namespace tarnwick {
 namespace {
 
 animation::VirtualAnimationDriver& animations() {
-    static animation::VirtualAnimationDriver driver; // there can be one in a process
-    return driver;
+    // There can be one in a process, and none may end after Qt's own animations.
+    static auto* driver = new animation::VirtualAnimationDriver;
+    return *driver;
 }
 
 } // namespace
