@@ -1,4 +1,5 @@
-// The bare window as a program of its own, for what start-up, memory and rest cost: bare_window [--fullscreen]
+// The bare window as a program of its own, for what start-up, memory and rest cost: bare_window
+// [--fullscreen]
 
 #include <QGuiApplication>
 #include <QPainter>
