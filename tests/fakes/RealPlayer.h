@@ -102,6 +102,8 @@ inline bool makeSound(const QString& path, const Tags& tags, int seconds = 20, c
         arguments << QStringLiteral("-metadata") << name + u'=' + value;
     if (!codec.isEmpty())
         arguments << QStringLiteral("-c:a") << codec;
+    if (path.endsWith(QLatin1String(".aiff")))
+        arguments << QStringLiteral("-write_id3v2") << QStringLiteral("1");
     arguments << path;
     return QProcess::execute(QStringLiteral("ffmpeg"), arguments) == 0;
 }
