@@ -6,6 +6,7 @@
 
 #include <QFont>
 #include <QGuiApplication>
+#include <unistd.h>
 
 #include <array>
 #include <cstdio>
@@ -31,6 +32,17 @@ constexpr std::array commands{
     CommandEntry{"record", runRecord, CommandEntry::Core},
     CommandEntry{"snapshot", runSnapshot, CommandEntry::Offscreen},
 };
+
+QtMessageHandler qtMessages = nullptr;
+
+/// Where Qt can't go on, as on a screen that it can't open, it would abort. Preferences are on disk by then.
+void endOnFatal(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (type == QtFatalMsg) {
+        complain(message.trimmed().section(u'\n', 0, 0));
+        _exit(exitFailed);
+    }
+    qtMessages(type, context, message);
+}
 
 /// The demo paints its covers with fonts, which needs more than the plain application object.
 bool mayShowDemo(const Invocation& invocation) {
@@ -67,6 +79,7 @@ void print(const QString& text) {
 }
 
 int launch(int argc, char** argv) {
+    qtMessages = qInstallMessageHandler(endOnFatal);
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));
