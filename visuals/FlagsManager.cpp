@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <bitset>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -68,7 +69,9 @@ QString imageName(std::string_view country) {
     return result;
 }
 
-/// The countries by their first letter, the longer before the shorter, so that each place of a line is
+constexpr std::size_t letters = 26;
+
+/// The countries by their first two letters, the longer before the shorter, so that each place of a line is
 /// compared with the few names that can begin there.
 struct CountryFlags {
     struct Entry {
@@ -76,19 +79,26 @@ struct CountryFlags {
         QLatin1String country;
         QString image;
     };
-    std::array<std::vector<Entry>, 26> byLetter;
+    std::array<std::vector<Entry>, letters * letters> byLetters;
 
     CountryFlags() {
         for (std::size_t i = 0; i < countries.size(); ++i) {
             const std::string_view country = countries[i];
-            byLetter.at(static_cast<std::size_t>(country.front() - 'a'))
+            byLetters.at(*pairOf(static_cast<char16_t>(country[0]), static_cast<char16_t>(country[1])))
                 .push_back({i, QLatin1String(country.data(), static_cast<qsizetype>(country.size())),
                             imageName(country)});
         }
-        for (auto& entries : byLetter)
+        for (auto& entries : byLetters)
             std::stable_sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) {
                 return a.country.size() > b.country.size();
             });
+    }
+
+    /// Where the names that begin with two letters stand; none when one is no letter of a name.
+    static std::optional<std::size_t> pairOf(char16_t first, char16_t second) {
+        if (first < u'a' || first > u'z' || second < u'a' || second > u'z')
+            return std::nullopt;
+        return static_cast<std::size_t>(first - u'a') * letters + static_cast<std::size_t>(second - u'a');
     }
 };
 
@@ -118,12 +128,12 @@ QStringList FlagsManager::flagImageNames(const QString& comment) {
     const CountryFlags& flags = countryFlags();
     std::bitset<countries.size()> found;
     QStringList result;
-    for (qsizetype i = 0; i < line.size(); ++i) {
-        const char16_t letter = line[i].unicode();
-        if (letter < u'a' || letter > u'z')
+    for (qsizetype i = 0; i + 1 < line.size(); ++i) {
+        const auto pair = CountryFlags::pairOf(line[i].unicode(), line[i + 1].unicode());
+        if (!pair)
             continue;
         const QStringView rest = QStringView(line).mid(i);
-        for (const CountryFlags::Entry& entry : flags.byLetter[static_cast<std::size_t>(letter - u'a')]) {
+        for (const CountryFlags::Entry& entry : flags.byLetters[*pair]) {
             if (found[entry.index] || !rest.startsWith(entry.country))
                 continue;
             found.set(entry.index);
