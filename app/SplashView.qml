@@ -1,8 +1,8 @@
 import QtQuick
 
-// The application's picture over the whole window.
+// The application's picture over the whole window, which is let go of when it is no longer seen.
 Image {
-    source: width > 0 && height > 0 ? "image://catalogue/applogo800" : ""
+    source: visible && width > 0 && height > 0 ? "image://catalogue/applogo800" : ""
     sourceSize: Qt.size(width * Screen.devicePixelRatio, height * Screen.devicePixelRatio)
     fillMode: Image.Stretch
     cache: false

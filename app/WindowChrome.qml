@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Tarnwick.App
 
@@ -11,7 +13,12 @@ Item {
     /// The button was pressed on an edge.
     signal edgePulled()
 
+    /// Made when it is first asked for: with a long list of playlists it costs more than the window.
+    property WindowMenu menu: null
+
     function openMenu(position: point) {
+        if (!menu)
+            menu = menuMaker.createObject(chrome);
         menu.popup(chrome, position);
     }
 
@@ -27,11 +34,13 @@ Item {
         isFullScreen: chrome.frame.visibility === Window.FullScreen
     }
 
-    WindowMenu {
-        id: menu
+    Component {
+        id: menuMaker
 
-        app: chrome.app
-        entries: chrome.app.contextEntries
-        onAboutToShow: chrome.app.refreshMenus()
+        WindowMenu {
+            app: chrome.app
+            entries: chrome.app.contextEntries
+            onAboutToShow: chrome.app.refreshMenus()
+        }
     }
 }

@@ -102,7 +102,9 @@ std::optional<images::Image> Catalogue::image(const QString& name) const {
     auto content = m_handles.value(name).lock();
     if (!content) {
         const QByteArray bytes = contentsOf(entry->path);
-        content = std::make_shared<images::Image::Content>(naturalSizeOf(bytes), bytes);
+        const QSize size = naturalSizeOf(bytes);
+        content = std::make_shared<images::Image::Content>(
+            size, [bytes, size] { return renderPicture(bytes, size); });
         m_handles.insert(name, content);
     }
     return images::Image(content);

@@ -9,6 +9,9 @@ namespace tarnwick {
 
 namespace {
 
+/// What the catalogue's pictures are that are no vectors.
+constexpr const char* rasterFormat = "webp";
+
 bool isVector(const QByteArray& encoded) { return encoded.startsWith("<"); }
 
 /// A view box of other proportions than the page lies in its middle and shows what is beside it; Qt would
@@ -50,7 +53,8 @@ QImage renderVector(const QByteArray& svg, QSize size) {
 }
 
 QImage renderRaster(const QByteArray& encoded, QSize size) {
-    const QImage picture = QImage::fromData(encoded).convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const QImage picture =
+        QImage::fromData(encoded, rasterFormat).convertToFormat(QImage::Format_ARGB32_Premultiplied);
     return picture.isNull() ? picture : picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
@@ -61,7 +65,7 @@ QSize naturalSizeOf(const QByteArray& encoded) {
         return QSvgRenderer(encoded).defaultSize();
     QByteArray bytes = encoded;
     QBuffer buffer(&bytes);
-    return QImageReader(&buffer).size();
+    return QImageReader(&buffer, rasterFormat).size();
 }
 
 QImage renderPicture(const QByteArray& encoded, QSize size) {

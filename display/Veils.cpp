@@ -2,6 +2,7 @@
 
 #include "display/DiscProfile.h"
 #include "display/Legibility.h"
+#include "display/PictureCut.h"
 #include "display/VeilPainter.h"
 
 #include <algorithm>
@@ -29,9 +30,7 @@ public:
         if (!picture || place.isEmpty())
             return;
         const QSize size(qMax(1, qRound(place.width() / step)), qMax(1, qRound(place.height() / step)));
-        m_pixels = picture->pixels()
-                       .scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
-                       .convertToFormat(QImage::Format_ARGB32_Premultiplied);
+        m_pixels = fitted(Catalogue::shared(), picture, size);
     }
 
     bool isEmpty() const { return m_pixels.isNull(); }

@@ -2,11 +2,10 @@
 
 #include "platform/images/ImageContent.h"
 
-#include <QBuffer>
 #include <QColorSpace>
-#include <QImageReader>
 
 #include <cstring>
+#include <utility>
 
 namespace tarnwick::images {
 
@@ -36,26 +35,20 @@ QImage normalised(const QImage& picture) {
     return result;
 }
 
-Image::Content::Content(QSize size_, const QByteArray& bytes_) : id(nextId()), size(size_), bytes(bytes_) {}
+Image::Content::Content(QSize size_, std::function<QImage()> make)
+    : id(nextId()), size(size_), m_make(std::move(make)) {}
 
 const QImage& Image::Content::decode() {
     std::call_once(m_once, [this] {
-        if (m_pixels.isNull() && !bytes.isEmpty()) {
-            QByteArray encoded = bytes;
-            QBuffer buffer(&encoded);
-            QImageReader reader(&buffer);
-            reader.setAutoTransform(true);
-            if (const QImage decoded = reader.read(); !decoded.isNull())
-                m_pixels = normalised(decoded);
-        }
+        if (const QImage made = std::exchange(m_make, nullptr)(); !made.isNull())
+            m_pixels = normalised(made);
         ready = true;
     });
     return m_pixels;
 }
 
 Image Image::fromPixels(const QImage& pixels) {
-    auto content = std::make_shared<Content>(pixels.size(), QByteArray());
-    content->m_pixels = normalised(pixels);
+    auto content = std::make_shared<Content>(pixels.size(), [pixels] { return pixels; });
     content->decode();
     return Image(std::move(content));
 }

@@ -1,12 +1,10 @@
 #include "platform/images/ImageStore.h"
 
 #include "platform/images/ImageContent.h"
+#include "platform/images/PictureReader.h"
 
-#include <QBuffer>
 #include <QCryptographicHash>
 #include <QImageReader>
-
-#include <array>
 
 namespace tarnwick::images {
 
@@ -17,19 +15,10 @@ constexpr std::size_t maximumRecent = 4;
 
 /// The upright size that the header tells; empty when the bytes are no picture we take.
 QSize sizeInHeader(const QByteArray& bytes) {
-    static constexpr std::array formats{"png", "jpeg", "webp", "gif", "bmp", "tiff"};
     if (bytes.isEmpty() || bytes.size() > ImageStore::maximumBytes)
         return {};
-    QByteArray encoded = bytes;
-    QBuffer buffer(&encoded);
-    QImageReader reader(&buffer);
-    reader.setDecideFormatFromContent(true);
-    if (!reader.canRead() || std::find(formats.begin(), formats.end(), reader.format()) == formats.end())
-        return {};
-    const QSize size = reader.size();
-    if (size.isEmpty() || qint64{size.width()} * size.height() > ImageStore::maximumPixels)
-        return {};
-    return reader.transformation() & QImageIOHandler::TransformationRotate90 ? size.transposed() : size;
+    const QSize size = PictureReader(bytes).size();
+    return qint64{size.width()} * size.height() > ImageStore::maximumPixels ? QSize() : size;
 }
 
 } // namespace
@@ -94,7 +83,7 @@ std::shared_ptr<Image::Content> ImageStore::contentOf(const QByteArray& bytes) {
     if (size.isEmpty())
         return nullptr;
     m_byDigest.removeIf([](const auto& entry) { return entry.value().expired(); });
-    auto content = std::make_shared<Image::Content>(size, bytes);
+    auto content = std::make_shared<Image::Content>(size, [bytes] { return PictureReader(bytes).read(); });
     m_byDigest.insert(digest, content);
     ++m_decodeCount;
     return content;

@@ -1,13 +1,12 @@
 #include "platform/musicapp/mpris/LocalPictures.h"
 
 #include "platform/images/ImageStore.h"
+#include "platform/images/PictureReader.h"
 #include "platform/musicapp/mpris/LocalFile.h"
 #include "platform/musicapp/tags/FileFacts.h"
 
-#include <QBuffer>
 #include <QDir>
 #include <QFileInfo>
-#include <QImageReader>
 
 #include <algorithm>
 
@@ -50,11 +49,7 @@ std::vector<QByteArray> findLocalPictures(const QString& artUrl, const QString& 
 }
 
 qint64 pixelsOf(const QByteArray& picture) {
-    QByteArray bytes = picture;
-    QBuffer buffer(&bytes);
-    QImageReader reader(&buffer);
-    reader.setDecideFormatFromContent(true);
-    const QSize size = reader.size();
+    const QSize size = images::PictureReader(picture).size();
     return size.isValid() ? qint64{size.width()} * size.height() : 0;
 }
 
