@@ -27,12 +27,12 @@ namespace terms = musicapp::terms;
 using namespace std::chrono_literals;
 using testing::Not;
 
-QByteArray picture(int size) {
+QByteArray picture(int size, int quality = -1) {
     QImage image(size, size, QImage::Format_RGB32);
     image.fill(qRgb(40, size % 256, 90));
     QByteArray bytes;
     QBuffer buffer(&bytes);
-    image.save(&buffer, "PNG");
+    image.save(&buffer, "PNG", quality);
     return bytes;
 }
 
@@ -525,10 +525,11 @@ const std::vector<Row> rows{
          const auto shows = [&](const QString& address, const QByteArray& bytes) {
              stage.player.signal(
                  {{"Metadata", metadata(QString::number(size), "N", QString::number(size), {{"mpris:artUrl", address}})}});
-             EXPECT_TRUE(stage.eventually([&] { return stage.probe.cover() == bytes; })) << address.toStdString();
+             EXPECT_TRUE(stage.eventually([&] { return stage.probe.cover() == bytes; }))
+                 << address.left(60).toStdString();
              ++size;
          };
-         const QByteArray a = picture(20);
+         const QByteArray a = picture(200, 100); // as long as real ones are
          const QByteArray b = picture(21);
          const QByteArray c = picture(22);
          const QByteArray d = picture(23);

@@ -15,7 +15,6 @@ namespace {
 
 constexpr int maximumDepth = 6;
 constexpr int maximumItems = 20000;
-constexpr qsizetype maximumText = 20000;
 constexpr qsizetype maximumTexts = 64;
 
 QVariant plain(const QVariant& value, int depth);
@@ -94,7 +93,7 @@ QVariantMap plainMap(const QVariantMap& map, bool foldKeys) {
     return result;
 }
 
-QStringList textsOf(const QVariant& value) {
+QStringList textsOf(const QVariant& value, qsizetype longest) {
     QStringList given;
     const int type = value.typeId();
     if (type == QMetaType::QString) {
@@ -109,7 +108,7 @@ QStringList textsOf(const QVariant& value) {
     }
     QStringList texts;
     for (const QString& text : std::as_const(given)) {
-        const QString trimmed = text.left(maximumText).trimmed();
+        const QString trimmed = text.left(longest).trimmed();
         if (!trimmed.isEmpty() && !texts.contains(trimmed) && texts.size() < maximumTexts)
             texts.append(trimmed);
     }

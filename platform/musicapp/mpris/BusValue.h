@@ -16,9 +16,12 @@ QVariant plainValue(const QVariant& value);
 /// The same of a map, its keys in lower case when `foldKeys`.
 QVariantMap plainMap(const QVariantMap& map, bool foldKeys = false);
 
-/// A text or list of texts as a list: trimmed, without empty ones and repetitions. Very long texts are
-/// cut.
-QStringList textsOf(const QVariant& value);
+/// Longer than any text that a player shows.
+inline constexpr qsizetype longestText = 20000;
+
+/// A text or list of texts as a list: trimmed, without empty ones and repetitions. Each is cut after
+/// `longest` letters.
+QStringList textsOf(const QVariant& value, qsizetype longest = longestText);
 
 /// The texts of `textsOf` with ", " between them; empty for none.
 QString textOf(const QVariant& value);

@@ -12,7 +12,8 @@ namespace tarnwick::musicapp {
 
 namespace {
 
-constexpr double longest = 30 * 24 * 3600.0; // seconds; more is rubbish
+constexpr double longest = 30 * 24 * 3600.0;     // seconds; more is rubbish
+constexpr qsizetype longestPicture = 30'000'000; // letters of an address that is the picture itself
 
 /// The first of `keys` that `metadata` has something for.
 QString firstText(const QVariantMap& metadata, std::initializer_list<const char*> keys) {
@@ -110,7 +111,7 @@ Metadata normaliseMetadata(const QVariantMap& given) {
     const double length = numberOf(map.value(QStringLiteral("mpris:length"))).value_or(0) / 1e6;
     track.duration = length > 0 && length < longest ? length : 0;
     result.url = firstText(map, {"xesam:url"});
-    result.artUrl = firstText(map, {"mpris:arturl"});
+    result.artUrl = textsOf(map.value(QStringLiteral("mpris:arturl")), longestPicture).value(0);
     // Where old builds of one player say their pictures are, and where they are.
     static const QString oldHost = QStringLiteral("https://open.spotify.com/image/");
     if (result.artUrl.startsWith(oldHost))
