@@ -49,10 +49,7 @@ void PlayerLink::start() {
 
 void PlayerLink::call(const QString& methodName, const QVariantList& arguments, const Done& done,
                       const QString& interface) {
-    if (methodName != QLatin1String("Next") && methodName != QLatin1String("Previous"))
-        m_model.stateWasAskedFor(m_dispatcher.now());
-    else
-        m_model.readLater(m_dispatcher.now());
+    m_model.readLater(m_dispatcher.now());
     QDBusMessage message = method(rootInterface + u'.' + interface, methodName);
     message.setArguments(arguments);
     send(message, [this, done, methodName](const QDBusMessage& reply) {

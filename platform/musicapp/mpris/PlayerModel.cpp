@@ -76,10 +76,7 @@ void PlayerModel::seeked(Instant now) {
     readAt(now + secondLook);
 }
 
-void PlayerModel::stateWasAskedFor(Instant now) {
-    m_askedUntil = now + patience;
-    readLater(now);
-}
+void PlayerModel::stateWasAskedFor(Instant now) { m_askedUntil = now + patience; }
 
 void PlayerModel::positionWasAskedFor(Instant now) {
     if (m_isReady && !m_burst)

@@ -36,7 +36,7 @@ public:
     void change(const QVariantMap& changed, const QStringList& invalidated, Instant now);
     void seeked(Instant now);
 
-    /// A command is on its way that stops or pauses the player, or lets it play.
+    /// A command is on its way that is to stop or pause the player.
     void stateWasAskedFor(Instant now);
     /// Somebody wants to know the position.
     void positionWasAskedFor(Instant now);

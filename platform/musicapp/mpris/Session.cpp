@@ -312,8 +312,14 @@ void Session::command(Player::Command command) {
         }
         return QString();
     };
-    if (PlayerLink* link = followedOrFail())
-        link->call(methodOf(command), {}, done());
+    PlayerLink* link = followedOrFail();
+    if (link == nullptr)
+        return;
+    // Whatever else is asked for, a stop that comes with it is a gap between two tracks.
+    if (command == Player::Command::Pause || command == Player::Command::PlayPause ||
+        command == Player::Command::Stop)
+        link->model().stateWasAskedFor(m_dispatcher.now());
+    link->call(methodOf(command), {}, done());
 }
 
 void Session::setVolume(double volume) {
