@@ -404,6 +404,7 @@ const std::vector<Row> rows{
     {"ThePositionAdvancesWhilePaused", // Firefox
      with(playing(alba, 30), {{"PlaybackStatus", "Paused"}}),
      [](const Stage& stage) {
+         stage.player.seeked(30000000);
          stage.pass(500ms);
          for (int second = 1; second <= 3; ++second) {
              stage.pass(1020ms);

@@ -71,7 +71,8 @@ void PlayerModel::change(const QVariantMap& changed, const QStringList& invalida
 void PlayerModel::seeked(Instant now) {
     // The argument may be the place before, so it is not looked at.
     m_readingsOfTrack = 0;
-    m_pausedAt.reset();
+    if (m_pausedAt)
+        m_pausedAt = now;
     readAt(now);
     readAt(now + secondLook);
 }
