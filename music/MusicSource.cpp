@@ -67,7 +67,10 @@ void MusicSource::answerAnnouncement(const std::shared_ptr<Link>& link, musicapp
     if (changes & (Change::Capabilities | Change::Player))
         deliver(link, [](MusicSource& source) { Q_EMIT source.playerChanged(); });
     if (changes & (Change::Track | Change::Library | Change::Player))
-        deliver(link, [](MusicSource& source) { source.fetchTracksByDisc(); });
+        deliver(link, [](MusicSource& source) {
+            if (source.isPlayerActive())
+                source.fetchTracksByDisc();
+        });
 }
 
 void MusicSource::startUpdating() {

@@ -160,6 +160,11 @@ TEST_F(MusicCommandsTest, AnnouncementsRefreshAtOnceAndAFloodIsOneQuestion) {
     dispatcher.runUntilIdle();
     EXPECT_THAT(sent,
                 ElementsAre(scripts::nowPlaying(), scripts::currentPlaylist(), scripts::tracksByDisc()));
+    sent.clear();
+    answer(scripts::nowPlaying(), nowPlaying({{12, text("stopped")}}));
+    music.handler(Change::Track);
+    dispatcher.runUntilIdle();
+    EXPECT_EQ(sentCount(scripts::tracksByDisc()), 0) << "nothing plays that could have an album";
     source.reset();
     EXPECT_FALSE(music.handler) << "a source that goes stops listening";
 }
