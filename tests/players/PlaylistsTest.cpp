@@ -63,10 +63,10 @@ TEST_F(PlaylistsTest, OneIsStarted) {
     start();
     ASSERT_TRUE(probe->eventually([&] { return probe->playlists().size() == 3; }));
     probe->perform(terms::Play, script::Value::object(named("ÅSKA")));
+    player->put({{"ActivePlaylist", QVariant::fromValue(WireActive{true, lists[2]})}}, ".Playlists");
+    player->signal({{"Metadata", metadata("Due", "B", "B")}, {"Position", qlonglong{0}}});
     EXPECT_EQ(music->finishCommands(1s), std::nullopt);
     EXPECT_EQ(player->calls("ActivatePlaylist"), QStringList{"ActivatePlaylist /list/3"});
-    player->signal({{"Metadata", metadata("Due", "B", "B")}, {"Position", qlonglong{0}}});
-    player->put({{"ActivePlaylist", QVariant::fromValue(WireActive{true, lists[2]})}}, ".Playlists");
     EXPECT_TRUE(titleBecomes("Due"));
     EXPECT_TRUE(probe->eventually([&] { return current() == "Åska"; })) << "though it was not signalled";
     EXPECT_TRUE(player->calls("Stop").isEmpty());
@@ -76,7 +76,8 @@ TEST_F(PlaylistsTest, APlayerThatPlaysOnIsStoppedFirst) {
     start();
     ASSERT_TRUE(probe->eventually([&] { return probe->playlists().size() == 3; }));
     probe->perform(terms::Play, script::Value::object(named("Åska")));
-    EXPECT_TRUE(probe->eventually([&] { return player->calls("ActivatePlaylist").size() == 2; }));
+    EXPECT_EQ(music->finishCommands(1s), std::nullopt);
+    EXPECT_EQ(player->calls("ActivatePlaylist").size(), 2) << "the program may end after a command";
     EXPECT_EQ(player->calls("Stop").size(), 1);
 }
 

@@ -131,11 +131,6 @@ private:
         m_announcer.announce(changes);
     }
 
-    void began() override {
-        const std::lock_guard lock(m_mutex);
-        ++m_unanswered;
-    }
-
     void finished(const PlayerLink::Failure& failure) override {
         const std::lock_guard lock(m_mutex);
         --m_unanswered;

@@ -12,8 +12,8 @@ namespace tarnwick::musicapp {
 
 namespace {
 
-constexpr int coverPatience = 150;     // ms that a new album waits for its cover
-constexpr int playlistPatience = 1000; // ms in which a playlist should have begun
+constexpr int coverPatience = 150;    // ms that a new album waits for its cover
+constexpr int playlistPatience = 500; // ms in which a playlist should have begun
 
 /// Connections are known by name all over the process.
 QString uniqueConnectionName() {
@@ -366,31 +366,34 @@ void Session::play(const Track& track) {
 
 void Session::play(const Playlist& playlist) {
     if (PlayerLink* link = followedOrFail())
-        activate(*link, playlist.id, false);
+        activate(*link, playlist.id, false, done());
 }
 
 /// Some start a playlist only when they are stopped, and play on otherwise.
-void Session::activate(PlayerLink& link, const QString& playlist, bool isSecondTry) {
+void Session::activate(PlayerLink& link, const QString& playlist, bool isSecondTry,
+                       const PlayerLink::Done& done) {
     const int serial = link.belief().trackSerial;
     const bool wasPlaying = link.belief().state == PlayerState::Playing;
     link.call(
         QStringLiteral("ActivatePlaylist"), {QVariant::fromValue(QDBusObjectPath(playlist))},
-        [this, &link, playlist, serial, wasPlaying, isSecondTry,
-         done = done()](const PlayerLink::Failure& failure) {
-            done(isSecondTry ? std::nullopt : failure);
+        [this, &link, playlist, serial, wasPlaying, isSecondTry, done](const PlayerLink::Failure& failure) {
             link.playlists().refresh();
-            if (failure || isSecondTry || !wasPlaying)
+            if (failure || isSecondTry || !wasPlaying) {
+                done(failure);
                 return;
-            QTimer::singleShot(playlistPatience, &link, [this, &link, playlist, serial] {
+            }
+            QTimer::singleShot(playlistPatience, &link, [this, &link, playlist, serial, done] {
                 const bool playsOn =
                     link.belief().trackSerial == serial && link.belief().state == PlayerState::Playing &&
-                    link.belief().position.valueAt(m_dispatcher.now()) > playlistPatience / 500.0;
-                if (!playsOn)
+                    link.belief().position.valueAt(m_dispatcher.now()) > playlistPatience / 250.0;
+                if (!playsOn) {
+                    done(std::nullopt);
                     return;
-                link.call(QStringLiteral("Stop"), {}, [this, &link, playlist](const PlayerLink::Failure&) {
-                    m_listener.began();
-                    activate(link, playlist, true);
-                });
+                }
+                link.call(QStringLiteral("Stop"), {},
+                          [this, &link, playlist, done](const PlayerLink::Failure&) {
+                              activate(link, playlist, true, done);
+                          });
             });
         },
         QStringLiteral("Playlists"));

@@ -21,8 +21,6 @@ class SessionListener {
 public:
     /// A newer snapshot; `isComplete` when nothing of it is still being read.
     virtual void publish(Snapshot snapshot, bool isComplete) = 0;
-    /// A command was given that nobody outside knows of.
-    virtual void began() = 0;
     /// A command has ended.
     virtual void finished(const PlayerLink::Failure& failure) = 0;
 
@@ -59,7 +57,7 @@ private:
     void albumLoaded(const std::shared_ptr<const Library>& album);
     void albumFromTrackList();
     std::shared_ptr<const Library> libraryAround(const Track& current) const;
-    void activate(PlayerLink& link, const QString& playlist, bool isSecondTry);
+    void activate(PlayerLink& link, const QString& playlist, bool isSecondTry, const PlayerLink::Done& done);
     void publish();
     Snapshot makeSnapshot() const;
     PlayerLink::Done done();
