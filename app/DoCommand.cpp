@@ -33,6 +33,12 @@ struct Attempt {
 
 using Done = const dispatch::Task&;
 
+/// A player may be known for a while before its playlists are.
+QStringList playlistNames(Attempt& attempt) {
+    attempt.session.runInBackground([&] { attempt.session.music().waitUntilComplete(answerTime); });
+    return attempt.session.source().fetchPlaylists();
+}
+
 void playPause(Attempt& attempt, const QString&) {
     attempt.session.await({[&](Done done) { attempt.session.source().playPause(done); }});
 }
@@ -54,15 +60,14 @@ void title(Attempt& attempt, const QString& name) {
 }
 
 void playlist(Attempt& attempt, const QString& name) {
-    MusicSource& source = attempt.session.source();
     const QString wanted = name.trimmed();
-    const QStringList names = source.fetchPlaylists();
+    const QStringList names = playlistNames(attempt);
     if (std::none_of(names.begin(), names.end(), [&](const QString& candidate) {
             return candidate.compare(wanted, Qt::CaseInsensitive) == 0;
         }))
         attempt.fail(QStringLiteral("no playlist is called '%1'").arg(name));
     else
-        source.playPlaylist(name);
+        attempt.session.source().playPlaylist(name);
 }
 
 struct Action {
@@ -101,7 +106,7 @@ QString usageFault(const Invocation& invocation, const Action* action) {
 int runPlaylists(const Invocation& invocation) {
     Attempt attempt(invocation);
     attempt.session.runInBackground([&] { attempt.session.music().waitUntilReady(readyTime); });
-    const QStringList names = attempt.session.source().fetchPlaylists();
+    const QStringList names = playlistNames(attempt);
     if (invocation.has(QStringLiteral("json")))
         print(QString::fromUtf8(
             QJsonDocument(QJsonArray::fromStringList(names)).toJson(QJsonDocument::Compact) + '\n'));

@@ -59,6 +59,25 @@ TEST_F(PlaylistsTest, ComeInThePlayersOrderAndSpelling) {
     EXPECT_TRUE(probe->eventually([&] { return probe->playlists().contains("Nuova"); }));
 }
 
+TEST_F(PlaylistsTest, AreWaitedForAndStayWhileThePlayerHangs) {
+    player->put({{"PlaybackStatus", "Stopped"}});
+    player->setDelay(150ms);
+    start();
+    EXPECT_TRUE(music->waitUntilComplete(3s));
+    EXPECT_EQ(probe->playlists().size(), 3);
+
+    player->setDelay(0ms);
+    player->hang(true);
+    player->signalRaw(QVariantMap{{"PlaylistCount", 4U}}, {}, "org.mpris.MediaPlayer2.Playlists");
+    lists.append({QDBusObjectPath("/list/4"), "Nuova", ""});
+    EXPECT_FALSE(probe->eventually([&] { return !music->capabilities().hasPlaylists; }, 1300ms));
+    probe->takeChanges();
+    player->hang(false);
+    EXPECT_TRUE(
+        probe->eventually([&] { return probe->takeChanges().testFlag(musicapp::Change::Playlist); }, 2s));
+    EXPECT_EQ(probe->playlists().size(), 4);
+}
+
 TEST_F(PlaylistsTest, OneIsStarted) {
     start();
     ASSERT_TRUE(probe->eventually([&] { return probe->playlists().size() == 3; }));

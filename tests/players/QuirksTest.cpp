@@ -677,7 +677,7 @@ const std::vector<Row> rows{
          EXPECT_TRUE(stage.music.waitUntilComplete(1s));
          EXPECT_EQ(stage.probe.library(), QStringList{"Alba"});
      }},
-    {"PlaylistsInThePlayersOrder", // Strawberry's count is an empty text
+    {"AnErrorForThePlaylistsIsNone", // Strawberry's count is an empty text
      playing(alba),
      [](const Stage& stage) {
          stage.player.answer("GetPlaylists", [](const QDBusMessage& call) {

@@ -22,11 +22,6 @@ const QString rootInterface = QStringLiteral("org.mpris.MediaPlayer2");
 const QString playerInterface = QStringLiteral("org.mpris.MediaPlayer2.Player");
 const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 
-bool isTimeOut(const QDBusMessage& reply) {
-    return reply.errorName() == QLatin1String("org.freedesktop.DBus.Error.NoReply") ||
-           reply.errorName() == QLatin1String("org.freedesktop.DBus.Error.Timeout");
-}
-
 QVariantMap mapOf(const QDBusMessage& reply) { return plainValue(reply.arguments().value(0)).toMap(); }
 
 } // namespace
@@ -124,10 +119,19 @@ QDBusMessage PlayerLink::getAll(const QString& interface) const {
 }
 
 void PlayerLink::readProperties(const QString& interface,
-                                const std::function<void(const QVariantMap&)>& ready) {
+                                const std::function<void(const std::optional<QVariantMap>&)>& ready) {
     send(getAll(interface), [ready](const QDBusMessage& reply) {
-        ready(reply.type() == QDBusMessage::ErrorMessage ? QVariantMap() : mapOf(reply));
+        if (isTimeOut(reply))
+            ready(std::nullopt);
+        else
+            ready(reply.type() == QDBusMessage::ErrorMessage ? QVariantMap() : mapOf(reply));
     });
+}
+
+void PlayerLink::whenItAnswers(std::function<void()> task) {
+    m_whenItAnswers.push_back(std::move(task));
+    m_model.positionWasAskedFor(m_dispatcher.now());
+    attend();
 }
 
 void PlayerLink::send(QDBusMessage message, const Reply& reply) {
@@ -152,6 +156,11 @@ bool PlayerLink::isNamed(const QString& wanted) const {
     const auto instance = name.indexOf(QLatin1String(".instance"), 0, Qt::CaseInsensitive);
     const auto is = [&](const QString& text) { return text.compare(wanted, Qt::CaseInsensitive) == 0; };
     return is(name) || (instance > 0 && is(name.left(instance))) || (!m_identity.isEmpty() && is(m_identity));
+}
+
+bool PlayerLink::isTimeOut(const QDBusMessage& reply) {
+    return reply.errorName() == QLatin1String("org.freedesktop.DBus.Error.NoReply") ||
+           reply.errorName() == QLatin1String("org.freedesktop.DBus.Error.Timeout");
 }
 
 /// Asks for what the player is, as opposed to what it does. One that refuses is good enough without a name,
@@ -182,6 +191,9 @@ void PlayerLink::read() {
         else
             m_model.readAll(mapOf(reply), m_dispatcher.now());
         attend();
+        if (!isTimeOut(reply))
+            for (const auto& task : std::exchange(m_whenItAnswers, {}))
+                task();
     });
 }
 

@@ -44,9 +44,12 @@ public:
     /// Lets the model think about what it was told meanwhile.
     void attend();
 
-    /// Calls `ready` with the properties of `interface`; with none when the player has no such interface or
-    /// does not answer.
-    void readProperties(const QString& interface, const std::function<void(const QVariantMap&)>& ready);
+    /// Calls `ready` with the properties of `interface`: an empty map when the player has no such interface,
+    /// none when it does not answer.
+    void readProperties(const QString& interface,
+                        const std::function<void(const std::optional<QVariantMap>&)>& ready);
+    /// Calls `task` when the player, which left a call unanswered, answers again. It is asked at once.
+    void whenItAnswers(std::function<void()> task);
     /// Sends a method call; `reply` gets the answer, of whatever kind.
     void send(QDBusMessage message, const Reply& reply);
     QDBusMessage method(const QString& interface, const QString& name) const;
@@ -71,6 +74,9 @@ public:
     /// Whether `wanted` names this player: its bus name, with or without instance, or its identity.
     bool isNamed(const QString& wanted) const;
 
+    /// Whether `reply` says that none came in time.
+    static bool isTimeOut(const QDBusMessage& reply);
+
 private:
     QDBusMessage getAll(const QString& interface) const;
     void introduce();
@@ -87,6 +93,7 @@ private:
     TrackListLink m_trackList;
     PlaylistsLink m_playlists;
     QTimer m_timer;
+    std::vector<std::function<void()>> m_whenItAnswers;
 
     bool m_isIntroduced = false;
     int m_refusals = 0; ///< to say who it is

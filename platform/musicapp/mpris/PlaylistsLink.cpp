@@ -11,6 +11,7 @@ namespace {
 
 constexpr int soon = 100; // ms
 constexpr uint mostPlaylists = 5000;
+constexpr int mostTimeOuts = 3; // of a player that answers other questions
 const QString interface = QStringLiteral("org.mpris.MediaPlayer2.Playlists");
 
 /// A playlist as the interface describes it: id, name, icon.
@@ -37,11 +38,13 @@ void PlaylistsLink::read() {
         return;
     }
     m_isReading = true;
-    m_player.readProperties(interface, [this](const QVariantMap& properties) {
-        if (properties.isEmpty())
-            take({}, properties); // it has no such interface, or does not answer
+    m_player.readProperties(interface, [this](const std::optional<QVariantMap>& properties) {
+        if (!properties)
+            giveUp();
+        else if (properties->isEmpty())
+            take({}, *properties); // it has no such interface
         else
-            readList(properties);
+            readList(*properties);
     });
 }
 
@@ -54,6 +57,10 @@ void PlaylistsLink::readList(const QVariantMap& properties) {
                           orderings.contains(own) ? own : orderings.value(0, QStringLiteral("Alphabetical")),
                           false});
     m_player.send(message, [this, properties](const QDBusMessage& reply) {
+        if (PlayerLink::isTimeOut(reply)) {
+            giveUp();
+            return;
+        }
         std::vector<Playlist> playlists;
         for (const QVariant& entry : plainValue(reply.arguments().value(0)).toList()) {
             if (Playlist playlist = playlistOf(entry.toList()); !playlist.name.isEmpty())
@@ -64,7 +71,7 @@ void PlaylistsLink::readList(const QVariantMap& properties) {
 }
 
 void PlaylistsLink::take(std::vector<Playlist> playlists, const QVariantMap& properties) {
-    m_isReading = false;
+    m_timeOuts = 0;
     QString active;
     // (valid, (id, name, icon)); some leave the name to the list.
     const QVariantList given = properties.value(QStringLiteral("ActivePlaylist")).toList();
@@ -76,11 +83,23 @@ void PlaylistsLink::take(std::vector<Playlist> playlists, const QVariantMap& pro
                 active = known.name;
         }
     }
-    if (playlists != m_playlists || active != m_active) {
-        m_playlists = std::move(playlists);
-        m_active = active;
+    const bool isNews = playlists != m_playlists || active != m_active;
+    m_playlists = std::move(playlists);
+    m_active = active;
+    end(isNews);
+}
+
+/// What is known stays until the player answers again.
+void PlaylistsLink::giveUp() {
+    if (++m_timeOuts < mostTimeOuts)
+        m_player.whenItAnswers([this] { refresh(); });
+    end(false);
+}
+
+void PlaylistsLink::end(bool isNews) {
+    m_isReading = false;
+    if (!std::exchange(m_isKnown, true) || isNews)
         m_changed();
-    }
     if (std::exchange(m_isWanted, false))
         refresh();
 }

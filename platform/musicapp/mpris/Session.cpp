@@ -213,6 +213,8 @@ void Session::albumFromTrackList() {
                 tracks.push_back(entry.track);
         }
         albumLoaded(std::make_shared<const Library>(std::move(tracks)));
+        if (link->trackList().isOverdue())
+            link->whenItAnswers([this, link] { trackListChanged(*link); });
     });
 }
 
@@ -240,7 +242,8 @@ std::shared_ptr<const Library> Session::libraryAround(const Track& current) cons
 void Session::publish() {
     Snapshot next = m_followed != nullptr ? makeSnapshot() : Snapshot();
     m_shown = next;
-    m_listener.publish(std::move(next), !m_isLoading && !m_isLoadingAlbum);
+    const bool arePlaylistsKnown = m_followed == nullptr || m_followed->playlists().isKnown();
+    m_listener.publish(std::move(next), !m_isLoading && !m_isLoadingAlbum && arePlaylistsKnown);
 }
 
 Snapshot Session::makeSnapshot() const {

@@ -13,9 +13,16 @@ namespace {
 
 constexpr qsizetype chunk = 200; // tracks asked for in one call, so that a long list fits its time-out
 constexpr qsizetype longest = 20000;
+constexpr int soon = 100;       // ms
+constexpr int mostRepeats = 10; // for a player that never leaves its list alone
 const QString interface = QStringLiteral("org.mpris.MediaPlayer2.TrackList");
 
 } // namespace
+
+TrackListLink::TrackListLink(PlayerLink& player) : m_player(player) {
+    m_soon.setSingleShot(true);
+    QObject::connect(&m_soon, &QTimer::timeout, &player, [this] { readIds(); });
+}
 
 void TrackListLink::refresh(std::function<void()> ready) {
     if (m_isCurrent && !m_isReading) {
@@ -31,9 +38,13 @@ void TrackListLink::readIds() {
     m_isReading = true;
     m_isCurrent = true;
     m_incoming.clear();
-    m_player.readProperties(interface, [this](const QVariantMap& properties) {
+    m_player.readProperties(interface, [this](const std::optional<QVariantMap>& properties) {
+        if (!properties) {
+            giveUp();
+            return;
+        }
         QStringList ids;
-        for (const QVariant& id : properties.value(QStringLiteral("Tracks")).toList())
+        for (const QVariant& id : properties->value(QStringLiteral("Tracks")).toList())
             ids.append(id.toString());
         readMetadata(ids.mid(0, longest), 0);
     });
@@ -52,6 +63,10 @@ void TrackListLink::readMetadata(const QStringList& ids, qsizetype from) {
     QDBusMessage message = m_player.method(interface, QStringLiteral("GetTracksMetadata"));
     message.setArguments({QVariant::fromValue(paths)});
     m_player.send(message, [this, ids, from](const QDBusMessage& reply) {
+        if (PlayerLink::isTimeOut(reply)) {
+            giveUp();
+            return;
+        }
         const QVariantList maps = plainValue(reply.arguments().value(0)).toList();
         for (const QVariant& map : maps)
             m_incoming.push_back(normaliseMetadata(map.toMap()));
@@ -63,8 +78,26 @@ void TrackListLink::readMetadata(const QStringList& ids, qsizetype from) {
 }
 
 void TrackListLink::finish() {
-    m_isReading = false;
+    m_timeOuts = 0;
+    // A list that changed meanwhile may have been read half.
+    if (!m_isCurrent && ++m_repeats < mostRepeats) {
+        m_soon.start(soon);
+        return;
+    }
+    m_repeats = 0;
     m_entries = std::exchange(m_incoming, {});
+    tellThoseWaiting();
+}
+
+void TrackListLink::giveUp() {
+    // One that never answers this is not waited for at every track.
+    m_isCurrent = ++m_timeOuts >= mostTimeOuts;
+    m_repeats = 0;
+    tellThoseWaiting();
+}
+
+void TrackListLink::tellThoseWaiting() {
+    m_isReading = false;
     for (const auto& ready : std::exchange(m_waiting, {}))
         ready();
 }
