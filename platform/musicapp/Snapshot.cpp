@@ -10,6 +10,10 @@ namespace {
 // Players that count whole seconds are off by up to this much without having jumped.
 constexpr double jump = 0.5;
 
+bool saysTheSame(const std::optional<Track>& a, const std::optional<Track>& b) {
+    return a && b ? saysTheSame(*a, *b) : a.has_value() == b.has_value();
+}
+
 } // namespace
 
 double Position::valueAt(dispatch::Instant now) const {
@@ -22,7 +26,8 @@ Changes difference(const Snapshot& before, const Snapshot& after, dispatch::Inst
     Changes changes;
     changes.setFlag(Change::Player, before.running != after.running || before.playerName != after.playerName);
     changes.setFlag(Change::State, before.running != after.running || before.state != after.state);
-    changes.setFlag(Change::Track, before.current != after.current || before.artwork != after.artwork);
+    changes.setFlag(Change::Track,
+                    !saysTheSame(before.current, after.current) || before.artwork != after.artwork);
     changes.setFlag(Change::Position,
                     std::abs(before.position.valueAt(now) - after.position.valueAt(now)) >= jump);
     changes.setFlag(Change::Volume, before.volume != after.volume);

@@ -234,7 +234,7 @@ std::shared_ptr<const Library> Session::libraryAround(const Track& current) cons
             return m_album;
     }
     const auto& shown = m_shown.library->tracks();
-    if (shown.size() == 1 && shown.front() == current)
+    if (shown.size() == 1 && saysTheSame(shown.front(), current))
         return m_shown.library;
     return std::make_shared<const Library>(std::vector{current});
 }
