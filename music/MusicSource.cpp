@@ -63,7 +63,7 @@ void MusicSource::answerAnnouncement(const std::shared_ptr<Link>& link, musicapp
     if (changes & (Change::Volume | Change::Player))
         requestVolume(link, {});
     if (changes & (Change::Track | Change::Playlist | Change::Player))
-        requestPlaylistName(link, {});
+        requestPlaylistName(link, changes.testFlag(Change::Player), {});
     if (changes & (Change::Capabilities | Change::Player))
         deliver(link, [](MusicSource& source) { Q_EMIT source.playerChanged(); });
     if (changes & (Change::Track | Change::Library | Change::Player))

@@ -177,7 +177,8 @@ private:
     static void requestNowPlaying(const std::shared_ptr<Link>& link, dispatch::Task applied);
     static void requestTracksByDisc(const std::shared_ptr<Link>& link, std::optional<QString> album,
                                     dispatch::Task applied);
-    static void requestPlaylistName(const std::shared_ptr<Link>& link, dispatch::Task applied);
+    static void requestPlaylistName(const std::shared_ptr<Link>& link, bool isOfAnotherPlayer,
+                                    dispatch::Task applied);
     static void requestShuffle(const std::shared_ptr<Link>& link, const QString& text,
                                dispatch::Task applied);
     static void requestVolume(const std::shared_ptr<Link>& link, dispatch::Task applied);

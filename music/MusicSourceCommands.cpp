@@ -138,17 +138,20 @@ void MusicSource::playPlaylist(const QString& named) {
 }
 
 void MusicSource::fetchCurrentPlaylistName(dispatch::Task applied) {
-    requestPlaylistName(m_link, std::move(applied));
+    requestPlaylistName(m_link, false, std::move(applied));
 }
 
-void MusicSource::requestPlaylistName(const std::shared_ptr<Link>& link, dispatch::Task applied) {
+/// The name before stays where Music tells none, unless that was another player's.
+void MusicSource::requestPlaylistName(const std::shared_ptr<Link>& link, bool isOfAnotherPlayer,
+                                      dispatch::Task applied) {
     const std::lock_guard order(link->playlistOrder);
     const auto reply = link->parts.runner->runAppleScript(scripts::currentPlaylist());
     deliver(
         link,
-        [name = reply ? reply->text() : std::nullopt](MusicSource& source) {
-            if (name)
-                source.publish(source.m_currentPlaylistName, *name, &MusicSource::currentPlaylistNameChanged);
+        [name = reply ? reply->text() : std::nullopt, isOfAnotherPlayer](MusicSource& source) {
+            if (name || isOfAnotherPlayer)
+                source.publish(source.m_currentPlaylistName, name.value_or(QString()),
+                               &MusicSource::currentPlaylistNameChanged);
         },
         std::move(applied));
 }

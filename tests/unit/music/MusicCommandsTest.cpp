@@ -165,6 +165,17 @@ TEST_F(MusicCommandsTest, AnnouncementsRefreshAtOnceAndAFloodIsOneQuestion) {
     music.handler(Change::Track);
     dispatcher.runUntilIdle();
     EXPECT_EQ(sentCount(scripts::tracksByDisc()), 0) << "nothing plays that could have an album";
+
+    answer(scripts::nowPlaying(), nowPlaying());
+    answer(scripts::currentPlaylist(), text("Jazz"));
+    music.handler(Change::Playlist);
+    dispatcher.runUntilIdle();
+    answer(scripts::currentPlaylist(), [] { return failure(); });
+    for (const auto& [change, name] : {std::pair(Change::Track, "Jazz"), std::pair(Change::Player, "")}) {
+        music.handler(change);
+        dispatcher.runUntilIdle();
+        EXPECT_EQ(source->currentPlaylistName(), name);
+    }
     source.reset();
     EXPECT_FALSE(music.handler) << "a source that goes stops listening";
 }
