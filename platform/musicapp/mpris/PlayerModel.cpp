@@ -19,7 +19,9 @@ constexpr auto betweenReadings = 50ms;
 constexpr auto afterCommand = 500ms; // what a player did not signal by then it does not signal
 constexpr auto patience = 2s;        // for a state that was asked for
 constexpr auto retry = 5s;           // after an error that is no time-out
-constexpr double wholeSecond = 1.0;  // players that count whole seconds lag by up to this
+constexpr auto earlyRetry = 500ms;   // for a player that takes its name before it can answer
+constexpr int earlyRetries = 20;
+constexpr double wholeSecond = 1.0; // players that count whole seconds lag by up to this
 
 double seconds(dispatch::Duration duration) { return std::chrono::duration<double>(duration).count(); }
 
@@ -55,7 +57,8 @@ void PlayerModel::readAll(const QVariantMap& properties, Instant now) {
 void PlayerModel::readFailed(bool timedOut, Instant now) {
     m_isReading = false;
     m_isSilent = true;
-    readAt(timedOut ? now : now + retry);
+    const bool isEarly = !m_isReady && ++m_earlyFailures <= earlyRetries;
+    readAt(timedOut ? now : now + (isEarly ? earlyRetry : retry));
 }
 
 void PlayerModel::change(const QVariantMap& changed, const QStringList& invalidated, Instant now) {

@@ -95,6 +95,7 @@ private:
     bool m_isReady = false;
     bool m_isSilent = false;
     bool m_isReading = false;
+    int m_earlyFailures = 0;         ///< to read a first state
     std::vector<Instant> m_readings; ///< that are wanted
     Instant m_nextReading{0};        ///< not before
     std::optional<Burst> m_burst;
