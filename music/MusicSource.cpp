@@ -48,7 +48,7 @@ void MusicSource::follow(musicapp::MusicApplication& music) {
     music.setChangeHandler([link = m_link](musicapp::Changes changes) {
         // A flood of announcements is one question.
         if (link->announced.fetch_or(changes.toInt()) == 0)
-            link->parts.dispatcher.globalQueue(QualityOfService::Background).async([link] {
+            link->parts.dispatcher.globalQueue(QualityOfService::Default).async([link] {
                 answerAnnouncement(link, musicapp::Changes::fromInt(link->announced.exchange(0)));
             });
     });

@@ -72,10 +72,11 @@ unsigned threads(unsigned least) { return std::max(least, std::thread::hardware_
 } // namespace
 
 // A script sent through the blocking runner occupies a thread of its caller's queue as well as one of
-// the user-interactive queue, so each has room for more than the three polls.
+// the user-interactive queue, so each has room for more than the three polls. In the background, a
+// file on a mount that hangs holds its thread for good.
 SystemDispatcher::SystemDispatcher()
     : m_mainThread(std::this_thread::get_id()), m_main(std::make_unique<MainQueue>()),
-      m_userInteractive(threads(8)), m_default(threads(8)), m_background(threads(2), 5),
+      m_userInteractive(threads(8)), m_default(threads(8)), m_background(threads(8), 5),
       m_timeKeeper([this] { keepTime(); }) {}
 
 SystemDispatcher::~SystemDispatcher() { shutDown(); }
