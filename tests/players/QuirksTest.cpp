@@ -581,6 +581,9 @@ const std::vector<Row> rows{
          stage.player.signal({{"Metadata", metadata("A2", "N", "A")}});
          EXPECT_TRUE(stage.titleBecomes("A2"));
          EXPECT_EQ(stage.probe.cover(), a) << "within the album it stays";
+         stage.player.signal({{"Metadata", metadata("Of others", "M", "A")}});
+         EXPECT_TRUE(stage.titleBecomes("Of others"));
+         EXPECT_EQ(stage.probe.cover(), QByteArray()) << "albums may have the same name";
          stage.player.signal({{"Metadata", metadata("B", "N", "B")}});
          EXPECT_TRUE(stage.probe.isAnnounced("B"));
          EXPECT_EQ(stage.probe.cover(), QByteArray());

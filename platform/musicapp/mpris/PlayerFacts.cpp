@@ -67,6 +67,14 @@ QString fileNameOf(const QString& url, bool withSuffix) {
     return withSuffix ? file.fileName() : file.completeBaseName();
 }
 
+/// The folder of the local file at `url`, as the player spells it; empty when it is none.
+QString folderOf(const QString& url) { return namesFile(url) ? url.left(url.lastIndexOf(u'/')) : QString(); }
+
+/// Whether `a` and `b` are the same; none when one of them is not known.
+std::optional<bool> areEqual(const QString& a, const QString& b) {
+    return a.isEmpty() || b.isEmpty() ? std::nullopt : std::optional(a == b);
+}
+
 PlayerState stateOf(const QString& status) {
     if (status.compare(QLatin1String("Playing"), Qt::CaseInsensitive) == 0)
         return PlayerState::Playing;
@@ -92,6 +100,21 @@ bool isSameTrack(const Metadata& before, const Metadata& after) {
            std::abs(before.track.duration - after.track.duration) < 1;
 }
 
+bool isSameAlbum(const Metadata& before, const Metadata& after) {
+    if (!areEqual(before.track.album, after.track.album).value_or(false))
+        return false;
+    // The artists of a sampler's tracks are others; its own is not, nor is its folder.
+    const auto isSameArtist = areEqual(before.albumArtist, after.albumArtist)
+                                  ? areEqual(before.albumArtist, after.albumArtist)
+                                  : areEqual(before.track.artist, after.track.artist);
+    const auto isSameFolder = areEqual(folderOf(before.url), folderOf(after.url));
+    return isSameArtist.value_or(false) || isSameFolder.value_or(!isSameArtist);
+}
+
+bool namesFile(const QString& url) {
+    return url.startsWith(u'/') || url.startsWith(QLatin1String("file:"), Qt::CaseInsensitive);
+}
+
 Metadata normaliseMetadata(const QVariantMap& given) {
     const QVariantMap map = plainMap(given, true);
     Metadata result;
@@ -99,6 +122,7 @@ Metadata normaliseMetadata(const QVariantMap& given) {
     track.id = textOf(map.value(QStringLiteral("mpris:trackid")));
     track.artist = firstText(map, {"xesam:artist", "xesam:albumartist"});
     track.album = firstText(map, {"xesam:album"});
+    result.albumArtist = firstText(map, {"xesam:albumartist"});
     track.genre = firstText(map, {"xesam:genre"});
     track.comment = withoutEcho(firstText(map, {"xesam:comment", "comment"}));
     track.grouping = firstText(map, {"xesam:grouping", "grouping"});

@@ -10,9 +10,10 @@ namespace tarnwick::musicapp {
 
 /// What a player's metadata say about a track, put right. Facts that only the file can tell are missing.
 struct Metadata {
-    Track track;                  ///< `id` is the player's own track id; no path
-    QString url;                  ///< as the player spells it; empty when it gives none
-    QString artUrl;               ///< the same
+    Track track;    ///< `id` is the player's own track id; no path
+    QString url;    ///< as the player spells it; empty when it gives none
+    QString artUrl; ///< the same
+    QString albumArtist;
     bool titleIsFileName = false; ///< the player had nothing better
     int contentYear = 0;          ///< of `xesam:contentCreated`, which may be the file's date
     QDate contentDate;            ///< the same, when it is a whole date
@@ -25,6 +26,13 @@ struct Metadata {
 
 /// Whether the two are about the same track, whatever the player's track ids say.
 bool isSameTrack(const Metadata& before, const Metadata& after);
+
+/// Whether the two are of one album that has a name: by the same artist or in the same folder, as far as
+/// that is known.
+bool isSameAlbum(const Metadata& before, const Metadata& after);
+
+/// Whether `url` is spelt like a local file's, in whatever way players do.
+bool namesFile(const QString& url);
 
 /// A player's state, as far as one reading of its properties goes.
 struct PlayerFacts {

@@ -142,9 +142,11 @@ void Session::beliefChanged() {
     if (m_followed == nullptr)
         return;
     const Belief& belief = m_followed->belief();
-    if (belief.trackSerial != m_trackSerial || belief.metadata.url != m_detailsUrl ||
-        belief.metadata.artUrl != m_detailsArtUrl)
+    if (belief.trackSerial != m_trackSerial || belief.metadata.url != m_detailed.url ||
+        belief.metadata.artUrl != m_detailed.artUrl)
         loadDetails();
+    else
+        m_detailed = belief.metadata;
     if (!m_patience.isActive())
         publish();
 }
@@ -153,16 +155,16 @@ void Session::loadDetails() {
     const Belief& belief = m_followed->belief();
     const bool isNewTrack = belief.trackSerial != m_trackSerial;
     m_trackSerial = belief.trackSerial;
-    m_detailsUrl = belief.metadata.url;
-    m_detailsArtUrl = belief.metadata.artUrl;
+    const Metadata before = std::exchange(m_detailed, belief.metadata);
     if (isNewTrack) {
-        const QString& album = belief.metadata.track.album;
-        const bool isSameAlbum = m_shown.current && !album.isEmpty() && m_shown.current->album == album;
         m_details.file.reset();
         m_details.fileDate = {};
-        if (!isSameAlbum)
+        if (!isSameAlbum(before, m_detailed))
             m_details.artwork.reset();
-        m_patience.start(coverPatience);
+        if (m_details.artwork && !namesFile(m_detailed.url))
+            m_patience.stop();
+        else
+            m_patience.start(coverPatience); // for the cover, and for what the file says
         m_followed->playlists().refresh();
     }
     m_isLoading = true;

@@ -79,8 +79,7 @@ private:
 
     // Of the followed player:
     int m_trackSerial = 0; ///< of the track that the details are of
-    QString m_detailsUrl;  ///< what they were loaded for
-    QString m_detailsArtUrl;
+    Metadata m_detailed;   ///< of the same
     bool m_isLoading = false;
     bool m_isLoadingAlbum = false;
     TrackDetails m_details;
