@@ -60,7 +60,6 @@ private:
         BinaryOperator binary = {};
         Filter::Operator comparison = {};
         bool negated = false;
-        bool swapped = false; ///< `a is in b` is `b contains a`
     };
     /// From the loosest to the tightest binding.
     enum Precedence : int {
