@@ -22,9 +22,10 @@ struct Attempt {
                                .showDialog = [this](const QString& text) { fail(text); },
                                .demoStartsStopped = true}) {}
 
+    /// The first reason is the one; what follows from it is not said.
     void fail(const QString& line) {
-        failed = true;
-        complain(line);
+        if (!failed.exchange(true))
+            complain(line);
     }
 
     std::atomic<bool> failed = false; // before the session, which may still log while it ends
