@@ -1,6 +1,7 @@
 #include "app/Launch.h"
 
 #include "app/Commands.h"
+#include "app/MusicSession.h"
 #include "app/ScreenProbe.h"
 #include "platform/fonts/FontRegistry.h"
 
@@ -44,17 +45,11 @@ void endOnFatal(QtMsgType type, const QMessageLogContext& context, const QString
     qtMessages(type, context, message);
 }
 
-/// The demo paints its covers with fonts, which needs more than the plain application object.
-bool mayShowDemo(const Invocation& invocation) {
-    const QString source = invocation.option(QStringLiteral("source")).value_or(QString());
-    return source == QLatin1String("demo") ||
-           (source != QLatin1String("mpris") && !qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS"));
-}
-
 std::unique_ptr<QCoreApplication> makeApplication(const CommandEntry& command, const Invocation& invocation,
                                                   int& argc, char** argv) {
     const bool needsScreen = command.needs == CommandEntry::Screen;
-    if (needsScreen || command.needs == CommandEntry::Offscreen || mayShowDemo(invocation)) {
+    // The demo paints its covers with fonts, which needs more than the plain application object.
+    if (needsScreen || command.needs == CommandEntry::Offscreen || wantsDemo(invocation)) {
         if (!needsScreen)
             qputenv("QT_QPA_PLATFORM", "offscreen");
         auto application = std::make_unique<QGuiApplication>(argc, argv);

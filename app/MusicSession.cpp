@@ -25,13 +25,6 @@ private:
 
 namespace {
 
-bool wantsDemo(const Invocation& invocation) {
-    const QString source = invocation.option(QStringLiteral("source")).value_or(QStringLiteral("auto"));
-    if (source == QLatin1String("auto"))
-        return !musicapp::MprisMusic::hasSessionBus();
-    return source == QLatin1String("demo");
-}
-
 musicapp::MprisMusic::Options mprisOptions(const Invocation& invocation) {
     const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
@@ -42,6 +35,13 @@ musicapp::MprisMusic::Options mprisOptions(const Invocation& invocation) {
 }
 
 } // namespace
+
+bool wantsDemo(const Invocation& invocation) {
+    const QString source = invocation.option(QStringLiteral("source")).value_or(QStringLiteral("auto"));
+    if (source == QLatin1String("auto"))
+        return !musicapp::MprisMusic::hasSessionBus();
+    return source == QLatin1String("demo");
+}
 
 MusicSession::MusicSession(const Invocation& invocation, Options options)
     : m_images(std::make_shared<images::ImageStore>(m_dispatcher)),

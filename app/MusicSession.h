@@ -17,6 +17,9 @@ namespace tarnwick {
 /// left out.
 inline constexpr std::chrono::seconds completionTime(3);
 
+/// Whether the command line asks for the demo library, if only by leaving the choice where there is no bus.
+bool wantsDemo(const Invocation& invocation);
+
 /// Everything between a player and the model, put together as the command line asks.
 class MusicSession {
 public:
