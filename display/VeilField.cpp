@@ -73,10 +73,13 @@ VeilField::Lattice VeilField::clouds(const Lattice& needs, double reachInCells) 
     const int reach = static_cast<int>(reachInCells);
     const int side = 2 * reach + 1;
     std::vector<float> falloff(static_cast<size_t>(side) * static_cast<size_t>(side));
+    const auto place = [side, reach](int x, int y) {
+        return static_cast<size_t>(y + reach) * static_cast<size_t>(side) + static_cast<size_t>(x + reach);
+    };
     for (int y = -reach; y <= reach; ++y) {
         for (int x = -reach; x <= reach; ++x) {
             const double rest = std::max(0.0, 1 - (x * x + y * y) / (reachInCells * reachInCells));
-            falloff[static_cast<size_t>((y + reach) * side + x + reach)] = static_cast<float>(rest * rest);
+            falloff[place(x, y)] = static_cast<float>(rest * rest);
         }
     }
     for (int row = 0; row < m_rows; ++row) {
@@ -87,8 +90,7 @@ VeilField::Lattice VeilField::clouds(const Lattice& needs, double reachInCells) 
             const int left = std::max(0, column - reach);
             const int right = std::min(m_columns - 1, column + reach);
             for (int y = std::max(0, row - reach); y <= std::min(m_rows - 1, row + reach); ++y) {
-                const float* weight =
-                    &falloff[static_cast<size_t>((y - row + reach) * side + left - column + reach)];
+                const float* weight = &falloff[place(left - column, y - row)];
                 float* out = &result[index(left, y)];
                 for (int x = left; x <= right; ++x, ++weight, ++out)
                     *out = std::max(*out, value * *weight);
