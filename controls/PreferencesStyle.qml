@@ -14,7 +14,7 @@ QtObject {
     readonly property color card: isDark ? "#323236" : "#fafafb"
     readonly property color edge: isDark ? "#14ffffff" : "#0f000000"
     readonly property color divider: isDark ? "#26ffffff" : "#24000000"
-    readonly property color text: isDark ? "#f2f2f2" : "#1d1d1f"
+    readonly property color text: isDark ? "#f2f2f4" : "#1d1d1f"
     readonly property color subtitle: isDark ? "#a2a2a8" : "#6b6b70"
     readonly property color disabled: isDark ? "#6f6f75" : "#9a9aa0"
     readonly property color fill: isDark ? "#1673e6" : "#0066cc"
