@@ -7,11 +7,8 @@ import Tarnwick.Controls
 T.Button {
     id: button
 
-    /// Whether it is what Return means, or does something that cannot be undone.
-    property bool isDefault: false
+    /// Whether it does something that cannot be undone.
     property bool isDestructive: false
-
-    readonly property bool isFilled: isDefault || isDestructive
 
     implicitWidth: implicitContentWidth + 18
     implicitHeight: 28
@@ -19,9 +16,8 @@ T.Button {
 
     background: Rectangle {
         radius: 6
-        color: button.isDestructive ? PreferencesStyle.red
-             : button.isDefault ? PreferencesStyle.fill : PreferencesStyle.control
-        border.width: button.isFilled ? 0 : 1
+        color: button.isDestructive ? PreferencesStyle.red : PreferencesStyle.control
+        border.width: button.isDestructive ? 0 : 1
         border.color: PreferencesStyle.controlEdge
         opacity: button.enabled ? 1 : 0.5
 
@@ -40,7 +36,7 @@ T.Button {
 
     contentItem: Text {
         text: button.text
-        color: button.isFilled ? "white" : button.enabled ? PreferencesStyle.text : PreferencesStyle.disabled
+        color: button.isDestructive ? "white" : button.enabled ? PreferencesStyle.text : PreferencesStyle.disabled
         font.pixelSize: Theme.bodySize
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
