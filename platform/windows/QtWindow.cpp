@@ -108,9 +108,6 @@ bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
         keepRatioSoon();
         Q_EMIT didResize();
         break;
-    case QEvent::FocusIn:
-        Q_EMIT didBecomeKey();
-        break;
     case QEvent::Close:
         if (!mayClose()) {
             event->ignore();

@@ -61,7 +61,6 @@ public:
 Q_SIGNALS:
     void didMove();
     void didResize();
-    void didBecomeKey();
     void willClose();
 };
 

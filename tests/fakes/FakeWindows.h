@@ -46,7 +46,6 @@ public:
     }
     /// The user, or the desktop, puts the window there.
     void moveTo(const QRectF& frame) { setFrame(frame); }
-    void becomeKey() { Q_EMIT didBecomeKey(); }
 
     bool isTitleBarHidden() const { return m_isTitleBarHidden; }
     bool isMiniaturized() const { return m_isMiniaturized; }
