@@ -123,7 +123,6 @@ bool DisplayProgram::openWindow() {
     }
     m_renderer.guard(*m_window);
     m_keys = m_window->property("displayPlace").value<KeyView*>();
-    m_windows.add(*m_window);
     placeWindow();
     // What follows the first picture may take the time it takes.
     connect(m_window.get(), &QQuickWindow::frameSwapped, this, &DisplayProgram::makeDisplay,
@@ -138,11 +137,11 @@ bool DisplayProgram::openWindow() {
 }
 
 void DisplayProgram::placeWindow() {
-    windows::Window& window = *m_windows.mainWindow();
+    if (const QScreen* screen = m_window->screen())
+        m_window->setGeometry(windows::centred(firstSize, screen->availableGeometry()));
+    windows::Window& window = m_windows.add(*m_window);
     if (const auto frame = m_app.mainWindow().storedFrame())
         window.setFrame(*frame);
-    else if (const QScreen* screen = m_window->screen())
-        m_window->setGeometry(windows::centred(firstSize, screen->availableGeometry()));
 }
 
 void DisplayProgram::makeDisplay() {

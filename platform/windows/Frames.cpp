@@ -60,12 +60,18 @@ QRect rectangleFromFrame(const QRectF& frame, const QRect& firstScreen) {
 }
 
 QRect broughtOntoScreen(const QRect& rectangle, const QList<QRect>& screens) {
+    const QRect whole = whollyOnScreen(rectangle, screens);
+    if (!screens.isEmpty() && whole.size() == rectangle.size() &&
+        isReachable(rectangle, screenOf(rectangle, screens)))
+        return rectangle;
+    return whole;
+}
+
+QRect whollyOnScreen(const QRect& rectangle, const QList<QRect>& screens) {
     if (screens.isEmpty())
         return rectangle;
     const QRect screen = screenOf(rectangle, screens);
     QRect result(rectangle.topLeft(), fitted(rectangle.size(), screen.size()));
-    if (result.size() == rectangle.size() && isReachable(rectangle, screen))
-        return rectangle;
     result.moveLeft(std::clamp(result.x(), screen.x(), screen.x() + screen.width() - result.width()));
     result.moveTop(std::clamp(result.y(), screen.y(), screen.y() + screen.height() - result.height()));
     return result;

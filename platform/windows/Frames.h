@@ -13,9 +13,12 @@ QRectF frameFromRectangle(const QRect& rectangle, const QRect& firstScreen);
 /// The other way round; to whole pixels.
 QRect rectangleFromFrame(const QRectF& frame, const QRect& firstScreen);
 
-/// `rectangle` if it can be seen and taken hold of on one of `screens`; else moved onto the nearest one.
-/// One that is larger than its screen is made smaller, its proportion kept.
+/// `rectangle` if it can be seen and taken hold of on one of `screens`; else `whollyOnScreen`.
 QRect broughtOntoScreen(const QRect& rectangle, const QList<QRect>& screens);
+
+/// `rectangle` moved onto the nearest of `screens`. One that is larger than its screen is made smaller, its
+/// proportion kept.
+QRect whollyOnScreen(const QRect& rectangle, const QList<QRect>& screens);
 
 /// `size`, or the largest one of its proportion that fits into `bounds`, in the middle of them.
 QRect centred(QSize size, const QRect& bounds);

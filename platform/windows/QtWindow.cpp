@@ -17,6 +17,14 @@ QRect firstScreen() {
     return screen ? screen->geometry() : QRect();
 }
 
+/// What the screens have left for windows.
+QList<QRect> freeAreas() {
+    QList<QRect> areas;
+    for (const QScreen* screen : QGuiApplication::screens())
+        areas.append(screen->availableGeometry());
+    return areas;
+}
+
 /// Whether windows know where they are and may say where they want to be.
 bool placesAreKnown() { return !QGuiApplication::platformName().startsWith(QLatin1String("wayland")); }
 
@@ -25,9 +33,20 @@ bool placesAreKnown() { return !QGuiApplication::platformName().startsWith(QLati
 QtWindow::QtWindow(QWindow& window, dispatch::Dispatcher& dispatcher)
     : m_window(window), m_dispatcher(dispatcher), m_settledSize(window.size()) {
     m_window.installEventFilter(this);
+    // A desktop that moves what was on the screen does so first, though perhaps not far enough.
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, [this](const QScreen* screen) {
+        if (m_window.screen() != screen)
+            return;
+        m_screenWork.cancel();
+        m_screenWork = m_dispatcher.asyncAfter(m_dispatcher.mainQueue(), QtWindowSystem::settlingTime,
+                                               [this] { leaveLostScreen(); });
+    });
 }
 
-QtWindow::~QtWindow() { m_ratioWork.cancel(); }
+QtWindow::~QtWindow() {
+    m_ratioWork.cancel();
+    m_screenWork.cancel();
+}
 
 void QtWindow::setLevel(Level level) {
     m_level = level;
@@ -53,17 +72,32 @@ void QtWindow::setContentAspectRatio(QSize ratio) {
 }
 
 void QtWindow::setFrame(const QRectF& frame) {
-    if (isFullScreen())
-        return; // it has the screen's
-    QList<QRect> screens;
-    for (const QScreen* screen : QGuiApplication::screens())
-        screens.append(screen->availableGeometry());
-    const QRect wanted = broughtOntoScreen(rectangleFromFrame(frame, firstScreen()), screens);
+    if (!isFullScreen()) // then it has the screen's
+        place(broughtOntoScreen(rectangleFromFrame(frame, firstScreen()), freeAreas()));
+}
+
+void QtWindow::place(const QRect& wanted) {
     m_settledSize = wanted.size();
     if (placesAreKnown())
         m_window.setFramePosition(wanted.topLeft());
     m_window.resize(wanted.size());
     hintAtRatio();
+}
+
+void QtWindow::leaveLostScreen() {
+    if (!placesAreKnown())
+        return;
+    const QRect now(m_window.framePosition(), m_window.size());
+    if (!isFullScreen()) {
+        place(whollyOnScreen(now, freeAreas()));
+    } else if (!QGuiApplication::screenAt(now.center())) {
+        // A window fills the screen that it is on, so it goes there as an ordinary one.
+        QRect windowed({}, m_settledSize);
+        windowed.moveCenter(now.center());
+        toggleFullScreen();
+        place(whollyOnScreen(windowed, freeAreas()));
+        toggleFullScreen();
+    }
 }
 
 void QtWindow::setShouldClose(std::function<bool()> shouldClose) { m_shouldClose = std::move(shouldClose); }

@@ -37,6 +37,8 @@ public:
 
 private:
     bool mayClose();
+    void place(const QRect& wanted);
+    void leaveLostScreen();
     void hintAtRatio();
     void keepRatioSoon();
     void keepRatio();
@@ -48,6 +50,7 @@ private:
     QSize m_settledSize;
     std::function<bool()> m_shouldClose;
     dispatch::WorkItem m_ratioWork;
+    dispatch::WorkItem m_screenWork;
     bool m_closing = false;
 };
 

@@ -2,13 +2,34 @@
 #include "platform/windows/KeyCodes.h"
 #include "platform/windows/QtWindowSystem.h"
 
+#include <QGuiApplication>
+#include <QJsonArray>
+#include <QJsonObject>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 #include <gmock/gmock.h>
+#include <qpa/qplatformnativeinterface.h>
 
 namespace tarnwick::windows {
 namespace {
+
+/// Screens of these sizes, side by side. The first one is there from the beginning and never goes.
+void setScreens(const QList<QSize>& sizes) {
+    QJsonArray screens;
+    int right = 0;
+    for (const QSize& size : sizes) {
+        screens.append(QJsonObject{{"name", right == 0 ? QString() : QString::number(right)},
+                                   {"x", right},
+                                   {"width", size.width()},
+                                   {"height", size.height()}});
+        right += size.width();
+    }
+    QPlatformNativeInterface* platform = QGuiApplication::platformNativeInterface();
+    using SetConfiguration = void (*)(const QJsonObject&, QPlatformNativeInterface*);
+    reinterpret_cast<SetConfiguration>(platform->nativeResourceForIntegration("setConfiguration"))(
+        {{"screens", screens}}, platform);
+}
 
 class QtWindowTest : public testing::Test {
 protected:
@@ -80,6 +101,35 @@ TEST_F(QtWindowTest, FrameReadsBackAndNotifies) {
     QCoreApplication::processEvents();
     EXPECT_EQ(window.frame(), QRectF(30, 40, 300, 150));
     EXPECT_FALSE(resizes.isEmpty());
+}
+
+TEST_F(QtWindowTest, AScreenThatGoesTakesNoWindowWithIt) {
+    const QRect left(0, 0, 1000, 800);
+    qWindow->setFlag(Qt::FramelessWindowHint);
+    for (const bool isFullScreen : {false, true}) {
+        for (const bool isShown : {false, true}) {
+            setScreens({left.size(), QSize(2000, 900)});
+            qWindow->setScreen(QGuiApplication::screens().last());
+            window.setFrame(QRectF(1700, 200, 600, 300));
+            show();
+            if (isFullScreen)
+                window.toggleFullScreen();
+            if (!isShown)
+                window.orderOut();
+            QCoreApplication::processEvents();
+            setScreens({left.size()});
+            QCoreApplication::processEvents();
+            dispatcher.advance(QtWindowSystem::settlingTime);
+            window.orderFront();
+            EXPECT_EQ(window.isFullScreen(), isFullScreen);
+            if (isFullScreen) {
+                EXPECT_EQ(qWindow->geometry(), left) << isShown;
+                window.toggleFullScreen();
+            }
+            QCoreApplication::processEvents();
+            EXPECT_EQ(qWindow->geometry(), QRect(400, 300, 600, 300)) << isFullScreen << isShown;
+        }
+    }
 }
 
 TEST_F(QtWindowTest, FloatsAndSinksAgain) {
