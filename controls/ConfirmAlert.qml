@@ -15,10 +15,21 @@ FocusScope {
     signal confirmed()
     signal cancelled()
 
+    /// What had the keyboard when it was asked, and gets it back; the ring is shown if it was shown there.
+    property var returnTo: null
+    property int focusReason: Qt.PopupFocusReason
+
     visible: isAsked
     Accessible.role: Accessible.Dialog
     Accessible.name: title
-    onIsAskedChanged: if (isAsked) cancel.forceActiveFocus(Qt.PopupFocusReason)
+    onIsAskedChanged: {
+        if (isAsked) {
+            returnTo = Window.activeFocusItem;
+            focusReason = returnTo?.visualFocus ? Qt.TabFocusReason : Qt.PopupFocusReason;
+        }
+        (isAsked ? cancel : returnTo)?.forceActiveFocus(focusReason);
+    }
+    Keys.enabled: isAsked
     Keys.onEscapePressed: cancelled()
     Keys.onTabPressed: (cancel.activeFocus ? confirm : cancel).forceActiveFocus(Qt.TabFocusReason)
     Keys.onBacktabPressed: (cancel.activeFocus ? confirm : cancel).forceActiveFocus(Qt.TabFocusReason)

@@ -78,6 +78,9 @@ TEST_F(PreferencesSceneTest, AFontsRemovalIsAskedForAndGoesToItsOwnList) {
         EXPECT_THAT(called, IsEmpty()) << "the question comes first";
         refuse();
         EXPECT_THAT(alerts(), IsEmpty());
+        EXPECT_EQ(window->activeFocusItem(), remove) << "the keys go back";
+        press(Qt::Key_Tab);
+        EXPECT_EQ(window->activeFocusItem(), import);
     }
     click(remove);
     press(Qt::Key_Tab);
