@@ -181,7 +181,7 @@ void DisplayProgram::loadFonts() {
     m_clockFonts.emplace(environment);
     m_trackInfoFonts.emplace(environment);
     m_chooseFonts = fontFileChooser(m_engine, *m_window);
-    const PreferencesDoor::Parts door{m_engine,      m_app.settings(),  m_windows,
+    const PreferencesDoor::Parts door{m_engine,      m_app.settings(),  m_windows,    *m_window,
                                       *m_clockFonts, *m_trackInfoFonts, m_chooseFonts};
     m_preferencesOfMenu.emplace(door);
     m_preferencesOfBar.emplace(door);

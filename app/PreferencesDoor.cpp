@@ -16,8 +16,10 @@ PreferencesDoor::PreferencesDoor(Parts parts)
                            manager = &m_parts.clockFonts;
                        manager->removeFont(name);
                    }}),
-      m_opener(m_parts.engine, m_parts.settings, m_model,
-               [this](QQuickWindow& window) { m_window = &m_parts.windows.add(window); }) {
+      m_opener(m_parts.engine, m_parts.settings, m_model, [this](QQuickWindow& window) {
+          window.setScreen(m_parts.mainWindow.screen());
+          m_window = &m_parts.windows.add(window);
+      }) {
     m_model.follow(m_parts.clockFonts, true);
     m_model.follow(m_parts.trackInfoFonts, false);
 }

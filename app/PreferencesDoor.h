@@ -15,6 +15,7 @@ public:
         QQmlEngine& engine;
         Settings& settings;
         windows::QtWindowSystem& windows; ///< gets the window
+        QQuickWindow& mainWindow;         ///< on whose screen it opens
         ClockFontManager& clockFonts;
         TrackInfoFontManager& trackInfoFonts;
         FontChooser chooseFonts;

@@ -9,6 +9,9 @@ Window {
     required property Settings settings
     required property PreferencesModel model
 
+    /// What it grows to as soon as it opens, as far as the screen allows.
+    readonly property size contentSize: view.contentSize
+
     title: qsTr("Preferences")
     width: 500
     height: 400
@@ -17,15 +20,6 @@ Window {
     flags: Qt.Window | Qt.CustomizeWindowHint | Qt.WindowTitleHint | Qt.WindowSystemMenuHint
            | Qt.WindowCloseButtonHint
     color: PreferencesStyle.ground
-
-    // Opens at its given size, and grows at once to its content as far as the screen allows.
-    Component.onCompleted: {
-        const free = Qt.size(Screen.desktopAvailableWidth, Screen.desktopAvailableHeight);
-        width = Math.min(view.contentSize.width, free.width);
-        height = Math.min(view.contentSize.height, free.height);
-        x = Screen.virtualX + (Screen.width - width) / 2;
-        y = Screen.virtualY + Math.max(0, (Screen.height - height) / 2);
-    }
 
     Shortcut {
         sequences: [StandardKey.Close]

@@ -1,8 +1,24 @@
 #include "controls/PreferencesWindowOpener.h"
 
 #include <QQmlComponent>
+#include <QScreen>
 
 namespace tarnwick {
+
+namespace {
+
+/// What is left free for the title bar; how high it is, is known only when the window is shown.
+constexpr int titleBarHeight = 32;
+
+/// Grows the window to its content, in the middle of its screen and no larger than that.
+void grow(QQuickWindow& window) {
+    const QRect free = window.screen()->availableGeometry().adjusted(0, titleBarHeight, 0, 0);
+    QRect place({}, window.property("contentSize").toSize().boundedTo(free.size()));
+    place.moveCenter(free.center());
+    window.setGeometry(place);
+}
+
+} // namespace
 
 PreferencesWindowOpener::PreferencesWindowOpener(QQmlEngine& engine, Settings& settings,
                                                  PreferencesModel& model,
@@ -29,10 +45,12 @@ void PreferencesWindowOpener::open() {
             if (isVisible)
                 return;
             m_window = nullptr; // closed: the next press opens another one
+            m_model.cancelRemoval();
             window->deleteLater();
         });
         if (m_opened)
             m_opened(*m_window);
+        grow(*m_window);
     }
     m_window->show();
     m_window->raise();

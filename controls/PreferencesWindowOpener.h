@@ -12,7 +12,8 @@ namespace tarnwick {
 /// Opens the preferences window, one at a time. Main thread only.
 class PreferencesWindowOpener {
 public:
-    /// All must outlive it. `opened` is told of each window that is made, before it is shown.
+    /// All must outlive it. `opened` is told of each window that is made, before it is
+    /// shown, and may give it another screen.
     PreferencesWindowOpener(QQmlEngine& engine, Settings& settings, PreferencesModel& model,
                             std::function<void(QQuickWindow&)> opened = {});
     PreferencesWindowOpener(const PreferencesWindowOpener&) = delete;

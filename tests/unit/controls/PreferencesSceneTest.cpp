@@ -1,6 +1,8 @@
 #include "controls/PreferencesWindowOpener.h"
 #include "tests/unit/controls/SceneFixture.h"
 
+#include <QScreen>
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -192,10 +194,15 @@ TEST_F(PreferencesSceneTest, ThePreferencesWindowExistsOnceUntilItIsClosed) {
     EXPECT_FALSE(first->flags() & (Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint));
     opener.open();
     EXPECT_EQ(opener.window(), first);
+    const QRect free = first->screen()->availableGeometry();
+    EXPECT_TRUE(free.contains(first->geometry()));
+    EXPECT_GT(first->y(), free.y()) << "there is room for a title bar";
+    model.askToRemove(true);
     first->close();
     EXPECT_EQ(opener.window(), nullptr);
     opener.open();
     EXPECT_TRUE(opener.window() && opener.window() != first);
+    EXPECT_FALSE(model.showRemoveAlert()) << "a question goes with its window";
 }
 
 } // namespace
