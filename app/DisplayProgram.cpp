@@ -78,6 +78,8 @@ DisplayProgram::~DisplayProgram() {
     qGuiApp->removeEventFilter(this);
     if (m_view)
         m_view->disappear();
+    if (m_window)
+        disconnect(m_window.get(), nullptr, this, nullptr); // its focus moves while it goes
     m_session.end();
     renderqueue::setDispatcher(nullptr);
 }
@@ -180,7 +182,7 @@ void DisplayProgram::loadFonts() {
         systemRandomIndex()};
     m_clockFonts.emplace(environment);
     m_trackInfoFonts.emplace(environment);
-    m_chooseFonts = fontFileChooser(m_engine, *m_window);
+    m_chooseFonts = fontFileChooser(m_engine, [this] { return &windowInUse(); });
     const PreferencesDoor::Parts door{m_engine,      m_app.settings(),  m_windows,    *m_window,
                                       *m_clockFonts, *m_trackInfoFonts, m_chooseFonts};
     m_preferencesOfMenu.emplace(door);
@@ -194,6 +196,8 @@ void DisplayProgram::joinDesktop() {
     m_drag.emplace(*m_window);
     m_shortcuts.emplace(m_app.menu(), *m_window);
     connect(m_window.get(), &QQuickWindow::activeFocusItemChanged, this, &DisplayProgram::followFocus);
+    connect(m_view->controls(), &TrackControls::showPlaylistPickerChanged, this,
+            &DisplayProgram::followFocus);
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &DisplayProgram::followPhase);
     followMotion(bus);
     if (bus.isConnected()) {
@@ -233,7 +237,16 @@ void DisplayProgram::followPhase() {
         m_app.setScenePhase(m_window->isVisible() ? ScenePhase::Inactive : ScenePhase::Background);
 }
 
-void DisplayProgram::followFocus() { m_shortcuts->setPlainKeysEnabled(m_keys->hasKeys()); }
+void DisplayProgram::followFocus() {
+    m_shortcuts->setPlainKeysEnabled(m_keys->hasKeys() && !m_view->controls()->showPlaylistPicker());
+}
+
+QQuickWindow& DisplayProgram::windowInUse() {
+    if (auto* window = qobject_cast<QQuickWindow*>(QGuiApplication::focusWindow()))
+        return *window;
+    m_app.mainWindow().show();
+    return *m_window;
+}
 
 bool DisplayProgram::eventFilter(QObject* watched, QEvent* event) {
     // Asked to quit, Qt would close the windows first, and the main window is never closed.

@@ -62,6 +62,9 @@ private:
     void followPhase();
     void followFocus();
 
+    /// The window that has the keyboard, or else the main window, which then comes to the front.
+    QQuickWindow& windowInUse();
+
     const bool m_startsInFullScreen;
     MusicSession m_session;
     RunningCopies m_copies;

@@ -41,8 +41,8 @@ private:
 
 } // namespace
 
-FontChooser fontFileChooser(QQmlEngine& engine, QQuickWindow& window) {
-    return [&engine, &window,
+FontChooser fontFileChooser(QQmlEngine& engine, std::function<QQuickWindow*()> parent) {
+    return [&engine, parent = std::move(parent),
             open = QPointer<QObject>()](const std::function<void(const QStringList&)>& chosen) mutable {
         if (open)
             return chosen({});
@@ -52,9 +52,15 @@ FontChooser fontFileChooser(QQmlEngine& engine, QQuickWindow& window) {
             qWarning("%s", qPrintable(component.errorString()));
             return chosen({});
         }
-        open->setProperty("parentWindow", QVariant::fromValue<QWindow*>(&window));
-        new FontFileChoice(open, chosen);
+        QQuickWindow* window = parent();
+        open->setParent(window);
+        open->setProperty("parentWindow", QVariant::fromValue<QWindow*>(window));
         QMetaObject::invokeMethod(open, "open");
+        if (!open->property("visible").toBool()) { // Qt has said why
+            delete open;
+            return chosen({});
+        }
+        new FontFileChoice(open, chosen);
     };
 }
 

@@ -1,4 +1,6 @@
 import QtQuick
+// Where the desktop has no chooser, Qt's own needs this, and crashes without it.
+import Qt.labs.folderlistmodel
 import QtQuick.Dialogs
 
 // The desktop's file chooser, for fonts.

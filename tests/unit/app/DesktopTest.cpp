@@ -1,4 +1,5 @@
 #include "app/DesktopApplication.h"
+#include "app/FontFileChooser.h"
 #include "app/MenuShortcuts.h"
 #include "app/RunningCopies.h"
 #include "app/StopSignals.h"
@@ -92,6 +93,22 @@ TEST(StopSignals, ArriveOnTheMainThread) {
         std::raise(signal);
         EXPECT_TRUE(QTest::qWaitFor([&] { return stops == before + 1; }));
     }
+}
+
+TEST(FontFileChooser, OpensOneAtATimeAndGoesWithItsWindow) {
+    QQmlEngine engine;
+    auto window = std::make_unique<QQuickWindow>();
+    window->show();
+    int answers = 0;
+    const FontChooser choose = fontFileChooser(engine, [&] { return window.get(); });
+    const auto ask = [&] { choose([&](const QStringList& paths) { answers += paths.isEmpty() ? 1 : 100; }); };
+    ask();
+    EXPECT_EQ(answers, 0) << "it is open";
+    ask();
+    EXPECT_EQ(answers, 1);
+    window = std::make_unique<QQuickWindow>();
+    ask();
+    EXPECT_EQ(answers, 1) << "the next one opens";
 }
 
 TEST(MenuShortcuts, PlainKeysCanBeSwitchedOff) {
