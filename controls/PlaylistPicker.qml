@@ -20,16 +20,23 @@ FocusScope {
     readonly property bool isIPod: look === Options.IPod
     readonly property color textColor: isIPod ? "black"
                                      : look === Options.Dynamic ? backgroundManager.dynamicTextColor : "white"
+    /// Whether the card behind the texts is there; without it they could not be read.
+    readonly property alias hasCard: frame.isThere
     /// The list, for whoever wants to look at it.
     readonly property alias listView: list
 
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Select Playlist")
+    // What moves within a list ends at its ends, and does not go on to what is behind it.
+    Keys.onPressed: event => event.accepted = [Qt.Key_Up, Qt.Key_Down, Qt.Key_Left, Qt.Key_Right, Qt.Key_Home,
+                                               Qt.Key_End, Qt.Key_PageUp, Qt.Key_PageDown].includes(event.key)
     Keys.onEscapePressed: controls.showPlaylistPicker = false
     Keys.onTabPressed: controls.showPlaylistPicker = false
     Keys.onBacktabPressed: controls.showPlaylistPicker = false
 
     PopoverFrame {
+        id: frame
+
         x: -margin * picker.point
         y: -margin * picker.point
         width: picker.width + 2 * margin * picker.point

@@ -64,7 +64,7 @@ Item {
         x: Math.round((popover.width - 320 * popover.point) / 2)
         y: Math.round(Math.max(8 * popover.point, popover.barTop - 10 * popover.point - pickerHeight)
                       - (1 - shown) * 28 * popover.point)
-        opacity: shown
+        opacity: item?.hasCard ? shown : 0
         focus: true
         sourceComponent: PlaylistPicker {
             width: 320 * popover.point

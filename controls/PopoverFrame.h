@@ -5,7 +5,8 @@
 
 namespace tarnwick {
 
-/// The playlist popover behind its texts, with `margin` points around it for shadow and arrow.
+/// The playlist popover behind its texts, with `margin` points around it for shadow and arrow. Made off the
+/// main thread whenever its look or its size changes; until then it shows the one before.
 class PopoverFrame : public PictureItem {
     Q_OBJECT
     QML_ELEMENT
@@ -17,14 +18,18 @@ class PopoverFrame : public PictureItem {
     Q_PROPERTY(double point MEMBER m_point NOTIFY lookChanged)
     /// In points.
     Q_PROPERTY(double margin READ margin CONSTANT)
+    /// Whether there is something to be seen.
+    Q_PROPERTY(bool isThere READ isThere NOTIFY isThereChanged)
 
 public:
     explicit PopoverFrame(QQuickItem* parent = nullptr);
 
     double margin() const { return popoverMargin; }
+    bool isThere() const { return picture() != nullptr; }
 
 Q_SIGNALS:
     void lookChanged();
+    void isThereChanged();
 
 protected:
     void updatePolish() override;
@@ -35,6 +40,8 @@ private:
     QColor m_textColor = Qt::white;
     bool m_hasArrow = true;
     double m_point = 1;
+    bool m_isOld = true;
+    bool m_isMaking = false;
 };
 
 } // namespace tarnwick

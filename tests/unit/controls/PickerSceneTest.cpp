@@ -157,6 +157,11 @@ TEST_F(PickerSceneTest, AnEmptyListSaysSoUntilOneComes) {
     controls->press(QStringLiteral("playlist"));
     const auto messages = [&] { return find(bar, "text", QStringLiteral("No Playlists Found")); };
     EXPECT_TRUE(waitFor([&] { return messages().size() == 1; }));
+    for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right, Qt::Key_Home}) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(window.get(), &event);
+        EXPECT_TRUE(event.isAccepted()) << key << " goes on to what is behind the picker";
+    }
     answer(scripts::playlistNames(), texts({"Uno"}));
     dispatcher.runUntilIdle();
     EXPECT_THAT(messages(), IsEmpty());
