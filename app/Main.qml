@@ -39,7 +39,7 @@ Window {
 
     Shortcut {
         sequences: ["Menu", "Shift+F10"]
-        onActivated: chrome.item?.openMenu(Qt.point(24, 24))
+        onActivated: chrome.item?.openMenuInCorner()
     }
 
     // Not needed for the first picture, so it comes after it.

@@ -10,8 +10,9 @@ Item {
 
     required property string name
     required property int glyph
+    required property real point
 
-    // Each bar: centre x and y, length, turn; in a square of 14.
+    // Each bar: centre x and y, length, turn; in a square of 14 points.
     readonly property var bars: [
         [[7, 7, 11, 45], [7, 7, 11, -45]],
         [[7, 7, 10, 0]],
@@ -21,8 +22,8 @@ Item {
 
     signal triggered
 
-    width: 14
-    height: 14
+    width: 14 * point
+    height: 14 * point
     opacity: hover.hovered ? 1 : 0.85
     Accessible.role: Accessible.Button
     Accessible.name: name
@@ -34,11 +35,11 @@ Item {
         Rectangle {
             required property var modelData
 
-            x: modelData[0] - width / 2
-            y: modelData[1] - height / 2
-            width: modelData[2]
-            height: 2
-            radius: 1
+            x: modelData[0] * button.point - width / 2
+            y: modelData[1] * button.point - height / 2
+            width: modelData[2] * button.point
+            height: 2 * button.point
+            radius: height / 2
             rotation: modelData[3]
             color: "white"
             antialiasing: true
@@ -47,7 +48,7 @@ Item {
 
     // A little more than the glyph, so that it is easily met.
     Item {
-        anchors { fill: parent; margins: -4 }
+        anchors { fill: parent; margins: -4 * button.point }
 
         HoverHandler { id: hover }
         TapHandler {

@@ -9,13 +9,14 @@ Item {
 
     required property TarnwickApp app
     required property bool isFullScreen
+    required property real point
 
     readonly property int fadeInTime: 150
     readonly property int fadeOutTime: 250
     readonly property int stayTime: 600
 
-    width: 140
-    height: 60
+    width: 140 * point
+    height: 60 * point
 
     HoverHandler {
         id: near
@@ -42,32 +43,35 @@ Item {
 
         property bool shown: false
 
-        x: 12
-        y: 12
-        width: 76
-        height: 28
-        radius: 14
+        x: 12 * buttons.point
+        y: 12 * buttons.point
+        width: 76 * buttons.point
+        height: 28 * buttons.point
+        radius: height / 2
         color: Qt.rgba(0, 0, 0, 0.45)
-        border { width: 1; color: Qt.rgba(1, 1, 1, 0.14) }
+        border { width: buttons.point; color: Qt.rgba(1, 1, 1, 0.14) }
         opacity: shown ? 1 : 0
         visible: opacity > 0
         Behavior on opacity { NumberAnimation { duration: pill.shown ? buttons.fadeInTime : buttons.fadeOutTime } }
 
         Row {
             anchors.centerIn: parent
-            spacing: 8
+            spacing: 8 * buttons.point
 
             WindowButton {
+                point: buttons.point
                 name: "Close"
                 glyph: WindowButton.Close
                 onTriggered: buttons.app.closeWindow()
             }
             WindowButton {
+                point: buttons.point
                 name: "Minimise"
                 glyph: WindowButton.Minimise
                 onTriggered: buttons.app.minimizeWindow()
             }
             WindowButton {
+                point: buttons.point
                 name: buttons.isFullScreen ? "Leave full screen" : "Full screen"
                 glyph: buttons.isFullScreen ? WindowButton.LeaveFullScreen : WindowButton.FullScreen
                 onTriggered: buttons.app.toggleFullScreen()

@@ -10,6 +10,10 @@ Item {
     required property TarnwickApp app
     required property Window frame
 
+    readonly property bool isFullScreen: frame.visibility === Window.FullScreen
+    /// Logical pixels of a point: larger than one on a large screen, as in the display.
+    readonly property real point: isFullScreen ? Math.max(1, height / 1080) : 1
+
     /// The button was pressed on an edge.
     signal edgePulled()
 
@@ -22,6 +26,10 @@ Item {
         menu.popup(chrome, position);
     }
 
+    function openMenuInCorner() {
+        openMenu(Qt.point(24 * point, 24 * point));
+    }
+
     ResizeEdges {
         anchors.fill: parent
         frame: chrome.frame
@@ -31,7 +39,8 @@ Item {
 
     WindowButtons {
         app: chrome.app
-        isFullScreen: chrome.frame.visibility === Window.FullScreen
+        isFullScreen: chrome.isFullScreen
+        point: chrome.point
     }
 
     Component {
@@ -39,6 +48,7 @@ Item {
 
         WindowMenu {
             app: chrome.app
+            point: chrome.point
             entries: chrome.app.contextEntries
             onAboutToShow: chrome.app.refreshMenus()
         }

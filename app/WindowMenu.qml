@@ -9,28 +9,29 @@ Menu {
     id: menu
 
     required property TarnwickApp app
+    required property real point
     /// What stands in it, as `TarnwickApp` gives it.
     required property var entries
 
     readonly property color textColor: "#f2f2f4"
 
-    implicitWidth: 240
-    padding: 6
+    implicitWidth: 240 * point
+    padding: 6 * point
     // A long list of playlists scrolls.
-    height: Math.min(implicitHeight, (parent?.Window.height ?? 600) - 16)
-    margins: 8
-    overlap: 4
+    height: Math.min(implicitHeight, (parent?.Window.height ?? 600) - 16 * point)
+    margins: 8 * point
+    overlap: 4 * point
     modal: false
 
     background: Rectangle {
         color: "#262628"
-        radius: 9
-        border { width: 1; color: Qt.rgba(1, 1, 1, 0.14) }
+        radius: 9 * menu.point
+        border { width: menu.point; color: Qt.rgba(1, 1, 1, 0.14) }
     }
     enter: Transition { NumberAnimation { property: "opacity"; from: 0; to: 1; duration: 100 } }
     exit: Transition { NumberAnimation { property: "opacity"; from: 1; to: 0; duration: 100 } }
 
-    delegate: WindowMenuItem {}
+    delegate: WindowMenuItem { point: menu.point }
 
     Instantiator {
         model: menu.entries
@@ -47,7 +48,8 @@ Menu {
                 menu.insertItem(index, object.made);
             } else if (entry.isMenu) {
                 object.made = Qt.createComponent("WindowMenu.qml")
-                    .createObject(menu.contentItem, { app: menu.app, entries: entry.entries, title: entry.title,
+                    .createObject(menu.contentItem, { app: menu.app, point: Qt.binding(() => menu.point),
+                                          entries: entry.entries, title: entry.title,
                                           enabled: entry.entries.length > 0 });
                 menu.insertMenu(index, object.made);
             } else {
@@ -70,6 +72,7 @@ Menu {
         WindowMenuItem {
             property int number
 
+            point: menu.point
             onTriggered: menu.app.triggerMenu(number)
         }
     }
@@ -78,10 +81,10 @@ Menu {
         id: separator
 
         MenuSeparator {
-            topPadding: 4
-            bottomPadding: 4
+            topPadding: 4 * menu.point
+            bottomPadding: 4 * menu.point
             contentItem: Rectangle {
-                implicitHeight: 1
+                implicitHeight: menu.point
                 color: Qt.rgba(1, 1, 1, 0.14)
             }
         }

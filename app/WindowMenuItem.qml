@@ -5,24 +5,25 @@ import QtQuick.Controls.Basic
 MenuItem {
     id: item
 
+    required property real point
     property string keys: ""
 
-    implicitHeight: 26
-    leftPadding: 10
-    rightPadding: 10
+    implicitHeight: 26 * point
+    leftPadding: 10 * point
+    rightPadding: 10 * point
     topPadding: 0
     bottomPadding: 0
     opacity: enabled ? 1 : 0.4
 
     contentItem: Item {
         Text {
-            anchors { left: parent.left; right: accessory.left; rightMargin: 12; verticalCenter: parent.verticalCenter }
+            anchors { left: parent.left; right: accessory.left; rightMargin: 12 * item.point; verticalCenter: parent.verticalCenter }
             text: item.text
             textFormat: Text.PlainText
             elide: Text.ElideRight
             maximumLineCount: 1
             color: "#f2f2f4"
-            font { family: "Inter"; pixelSize: 13 }
+            font { family: "Inter"; pixelSize: 13 * item.point }
         }
         Text {
             id: accessory
@@ -30,13 +31,13 @@ MenuItem {
             anchors { right: parent.right; verticalCenter: parent.verticalCenter }
             text: item.subMenu ? "\u203a" : item.keys
             color: item.highlighted ? "#f2f2f4" : "#a2a2a8"
-            font { family: "Inter"; pixelSize: item.subMenu ? 16 : 12 }
+            font { family: "Inter"; pixelSize: (item.subMenu ? 16 : 12) * item.point }
         }
     }
     arrow: null
     indicator: null
     background: Rectangle {
-        radius: 5
+        radius: 5 * item.point
         color: item.highlighted ? "#1673e6" : "transparent"
     }
 }
