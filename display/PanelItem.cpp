@@ -148,10 +148,13 @@ void PanelItem::considerFacts() {
     PanelFacts facts = gatherFacts();
     if (facts == m_facts && m_layoutCount > 0)
         return;
+    const bool hasOtherDuration = facts.duration != m_facts.duration;
     m_facts = std::move(facts);
     m_factsAreNew = true;
     polish();
     Q_EMIT sentenceChanged();
+    if (hasOtherDuration) // which may well leave the layout as it is
+        Q_EMIT durationTextChanged();
 }
 
 void PanelItem::considerPosition() {

@@ -38,7 +38,7 @@ class PanelItem : public QQuickItem {
     Q_PROPERTY(QVariantList flags READ flags NOTIFY layoutChanged)
 
     Q_PROPERTY(QString elapsedText READ elapsedText NOTIFY elapsedTextChanged)
-    Q_PROPERTY(QString durationText READ shownDuration NOTIFY layoutChanged)
+    Q_PROPERTY(QString durationText READ shownDuration NOTIFY durationTextChanged)
     /// 0…1.
     Q_PROPERTY(double progress READ progress NOTIFY progressChanged)
     Q_PROPERTY(QString clockText READ clockText NOTIFY clockTextChanged)
@@ -106,6 +106,7 @@ Q_SIGNALS:
     void isBesideListChanged();
     void layoutChanged();
     void elapsedTextChanged();
+    void durationTextChanged();
     void progressChanged();
     void clockTextChanged();
     void coloursChanged();

@@ -5,6 +5,7 @@
 #include <QFontDatabase>
 #include <QtTest>
 
+#include <algorithm>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -77,6 +78,20 @@ TEST_F(DisplaySceneTest, ATapTurnsTheCoverAndATapOnARowPlaysIt) {
     EXPECT_TRUE(view->isFlipped()) << "the tap was the row's alone";
     click({300, 560});
     EXPECT_FALSE(view->isFlipped());
+}
+
+TEST_F(DisplaySceneTest, ADurationThatComesLateIsShown) {
+    answer(scripts::nowPlaying(), nowPlaying({{13, D::real(0)}}));
+    show();
+    const auto shown = [this](const QString& text) {
+        return std::ranges::any_of(itemsBelow(renderer->root()), [&](const QQuickItem* item) {
+            return item->property("figures").isValid() && item->property("text") == text;
+        });
+    };
+    EXPECT_TRUE(shown(QStringLiteral("00:00")));
+    play(nowPlaying({{13, D::real(318)}}));
+    renderer->layOut();
+    EXPECT_TRUE(shown(QStringLiteral("05:18")));
 }
 
 TEST_F(DisplaySceneTest, TheLinesAreLaidOutAnewWhenAFontComesOrGoes) {
