@@ -64,6 +64,9 @@ Item {
             easing.type: Easing.InOutQuad
         }
 
-        TapHandler { onTapped: root.tapped() }
+        TapHandler {
+            gesturePolicy: TapHandler.ReleaseWithinBounds // else what lies below is tapped as well
+            onTapped: root.tapped()
+        }
     }
 }

@@ -39,13 +39,20 @@ Rectangle {
         bottomMargin: topMargin
         clip: true
         boundsBehavior: Flickable.StopAtBounds
-        interactive: contentHeight + topMargin + bottomMargin > height // else a tap beside the rows is the panel's
+        interactive: contentHeight + topMargin + bottomMargin > height
         model: TracklistModel {
             id: tracks
 
             view: root.isInUse ? root.view : null
             onSelectedRowChanged: list.centreRow(selectedRow)
         }
+        // The list keeps the taps that no row answers to itself while it can be scrolled.
+        TapHandler {
+            gesturePolicy: TapHandler.ReleaseWithinBounds
+            margin: list.topMargin
+            onTapped: root.view.tapCover()
+        }
+
         Accessible.role: Accessible.List
         Accessible.name: root.view.musicSource.currentAlbumName ?? ""
 

@@ -80,6 +80,33 @@ TEST_F(DisplaySceneTest, ATapTurnsTheCoverAndATapOnARowPlaysIt) {
     EXPECT_FALSE(view->isFlipped());
 }
 
+TEST_F(DisplaySceneTest, ATapBesideTheRowsTurnsTheCoverBackHoweverLongTheList) {
+    struct Row {
+        const char* where;
+        int y;
+        int titles;
+    };
+    answer(scripts::nowPlaying(), playing());
+    settings.setTracklistStyle(TracklistStyle::Dynamic); // whose list has a margin
+    show();
+    for (const Row& row :
+         {Row{"small copy, short list", 180, 2}, Row{"small copy", 180, 30}, Row{"margin", 25, 30},
+          Row{"header", 15 + 20 + 325 + 12, 30}, Row{"outside the list", 5, 30}}) {
+        SCOPED_TRACE(row.where);
+        D::List titles;
+        for (int title = 1; title <= row.titles; ++title)
+            titles.push_back(D::list({D::integer(title), text("Uno")}));
+        answer(scripts::tracksByDisc(), D::list({D::list({D::integer(1), D::list(titles)}),
+                                                 D::list({D::integer(2), D::list(titles)})}));
+        view->tapCover();
+        advance(1100ms);
+        ASSERT_TRUE(view->isFlipped());
+        click({250, row.y});
+        EXPECT_FALSE(view->isFlipped());
+        advance(1100ms);
+    }
+}
+
 TEST_F(DisplaySceneTest, ADurationThatComesLateIsShown) {
     answer(scripts::nowPlaying(), nowPlaying({{13, D::real(0)}}));
     show();
