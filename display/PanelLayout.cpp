@@ -146,7 +146,7 @@ void Composer::addTitle() {
     const QStringList lines = linesOf(m_facts.title, m_limits.title);
     if (lines.isEmpty())
         return;
-    const QFont labelFont = panelFont(m_face, fontSize(m_sizes.base), lightOf(m_sizes.base));
+    const QFont labelFont = panelFont(m_face, fontSize(m_sizes.base), QFont::Light);
     QString labels = m_facts.labels;
     const double distance = 0.5 * m_sizes.base;
     double room = labels.isEmpty() ? 0 : measureInk(labels, labelFont).ink.width() + distance;
@@ -290,7 +290,7 @@ void Composer::addComment() {
                      {.block = PanelBlock::Comment,
                       .face = m_face,
                       .points = m_sizes.base,
-                      .weight = lightOf,
+                      .weight = always(QFont::Light),
                       .ending = QStringLiteral(" …")});
 }
 

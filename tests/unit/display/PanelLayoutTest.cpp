@@ -162,6 +162,8 @@ TEST(PanelLayout, StandsWhereItShouldAtTheUsualSize) {
     EXPECT_NEAR(screen.progress->elapsed.box.left(), 1440, 1);
     EXPECT_EQ(linesOf(screen, PanelBlock::Title).back()->font.pixelSize(), 38);
     EXPECT_NEAR(screen.bounds(PanelBlock::Comment).bottom(), 874, 10);
+    EXPECT_EQ(linesOf(screen, PanelBlock::Title).front()->font.weight(), QFont::Light) << "the number";
+    EXPECT_EQ(linesOf(screen, PanelBlock::Comment).back()->font.weight(), QFont::Light);
 }
 
 TEST(PanelLayout, PutsTheLabelsOnTheFirstBaselineBesideTheWholeTitle) {
