@@ -46,6 +46,7 @@ private:
         windows::Level level() const override { return windows::Level::Normal; }
         bool isFullScreen() const override { return m_isFullScreen; }
         bool isVisible() const override { return true; }
+        bool canBeSeen() const override { return true; }
         QRectF frame() const override { return {}; }
 
     private:

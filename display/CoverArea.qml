@@ -30,9 +30,12 @@ Item {
         easing { type: Easing.BezierSpline; bezierCurve: Theme.easeInOut }
     }
 
-    Behavior on turn { Turning {} }
+    Behavior on turn {
+        enabled: root.view.canBeSeen
+        Turning {}
+    }
     Behavior on spin {
-        enabled: !root.view.reducedMotion
+        enabled: root.view.canBeSeen && !root.view.reducedMotion
         Turning {}
     }
 
@@ -48,7 +51,7 @@ Item {
         anchors.fill: parent
         visible: artwork.isPresent && (root.view.reducedMotion ? root.turn < 1 : !root.showsBack)
         opacity: root.view.reducedMotion ? 1 - root.turn : 1
-        fadeDuration: root.view.reducedMotion ? Theme.defaultDuration : 0
+        fadeDuration: root.view.reducedMotion && root.view.canBeSeen ? Theme.defaultDuration : 0
         artwork: root.view.artwork
         record: root.view.cassetteImage.isPresent || root.view.musicSource.isPlayerActive ? root.view.noPicture
                                                                                           : root.view.record
@@ -67,6 +70,7 @@ Item {
             width: front.coverWidth
             height: front.coverHeight
             veil: root.veil
+            isGentle: root.view.canBeSeen
             isShown: root.turn === 0
         }
     }

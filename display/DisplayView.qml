@@ -36,6 +36,7 @@ Item {
         Veil {
             anchors.fill: parent
             veil: veils.background
+            isGentle: root.view.canBeSeen
         }
 
         RecordArea {

@@ -30,7 +30,7 @@ Item {
 
     Behavior on slide {
         // Back it comes by itself; how it goes away is up to whoever sends it.
-        enabled: root.view.isCDVisible || root.view.transaction.active
+        enabled: root.view.canBeSeen && (root.view.isCDVisible || root.view.transaction.active)
         NumberAnimation {
             duration: root.view.isCDVisible ? Theme.slideDuration : root.view.transaction.duration
             easing { type: Easing.BezierSpline; bezierCurve: Theme.easeInOut }
@@ -81,6 +81,7 @@ Item {
         width: surface.width
         height: surface.height
         veil: root.veil
+        isGentle: root.view.canBeSeen
         isShown: root.isResting
     }
 }

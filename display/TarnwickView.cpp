@@ -57,6 +57,9 @@ void TarnwickView::appear() {
     m_screenSaverManager.preventSleep();
     assign(m_currentTime, formattedNow(QStringLiteral("HH:mm")), &TarnwickView::currentTimeChanged);
     startClock();
+    if (const windows::Window* window = m_parts.windows.mainWindow())
+        connect(window, &windows::Window::canBeSeenChanged, this, &TarnwickView::canBeSeenChanged);
+    Q_EMIT canBeSeenChanged();
 }
 
 void TarnwickView::disappear() {
@@ -295,6 +298,11 @@ QString TarnwickView::formattedNow(const QString& pattern) const {
 bool TarnwickView::isWindowFullScreen() const {
     const windows::Window* window = m_parts.windows.firstWindow();
     return window && window->isFullScreen();
+}
+
+bool TarnwickView::canBeSeen() const {
+    const windows::Window* window = m_parts.windows.mainWindow();
+    return !window || window->canBeSeen();
 }
 
 void TarnwickView::setReducedMotion(bool reduced) {

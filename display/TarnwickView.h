@@ -69,6 +69,8 @@ class TarnwickView : public QObject {
     Q_PROPERTY(int tracklistUpdateKey READ tracklistUpdateKey NOTIFY tracklistUpdateKeyChanged)
     /// Turns, spins and slides are replaced by fades.
     Q_PROPERTY(bool reducedMotion READ reducedMotion NOTIFY reducedMotionChanged)
+    /// Else nothing moves gradually: what changes is at its end at once.
+    Q_PROPERTY(bool canBeSeen READ canBeSeen NOTIFY canBeSeenChanged)
 
 public:
     /// What the view is made of; everything must outlive it.
@@ -174,6 +176,7 @@ public:
     std::optional<int> selectedTrackIndex() const { return m_selectedTrackIndex; }
     int tracklistUpdateKey() const { return m_tracklistUpdateKey; }
     bool reducedMotion() const { return m_reducedMotion; }
+    bool canBeSeen() const;
     const ScreenSaverManager& screenSaverManager() const { return m_screenSaverManager; }
 
 Q_SIGNALS:
@@ -190,6 +193,7 @@ Q_SIGNALS:
     void selectedTrackIndexChanged();
     void tracklistUpdateKeyChanged();
     void reducedMotionChanged();
+    void canBeSeenChanged();
 
 private:
     /// What the choice of a record depends on, as it was when the choice was asked for.

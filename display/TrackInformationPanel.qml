@@ -21,7 +21,10 @@ PanelItem {
         anchors.fill: parent
         visible: opacity > 0
         opacity: (root.hiddenBlocks & (1 << block)) ? 0 : 1
-        Behavior on opacity { NumberAnimation { duration: Theme.fadeDuration; easing.type: Easing.InOutQuad } }
+        Behavior on opacity {
+            enabled: root.view.canBeSeen
+            NumberAnimation { duration: Theme.fadeDuration; easing.type: Easing.InOutQuad }
+        }
     }
 
     Item {

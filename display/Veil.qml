@@ -4,11 +4,12 @@ import QtQuick
 import Tarnwick.Assets
 import Tarnwick.Display
 
-// A veil over its surface, which this item covers; a new one takes the place of the old one gently.
+// A veil over its surface, which this item covers.
 Item {
     id: root
 
     required property veilPicture veil
+    required property bool isGentle ///< a new one comes over the old one, instead of taking its place at once
     property bool isShown: true
 
     property bool hasShown: false
@@ -30,7 +31,7 @@ Item {
         visible: opacity > 0
         opacity: isOn && root.isShown ? 1 : 0
         Behavior on opacity {
-            enabled: root.hasShown
+            enabled: root.hasShown && root.isGentle
             NumberAnimation { duration: Theme.fadeDuration; easing.type: Easing.InOutQuad }
         }
     }

@@ -8,6 +8,8 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+#include <utility>
+
 namespace tarnwick::windows {
 
 namespace {
@@ -41,6 +43,7 @@ QtWindow::QtWindow(QWindow& window, dispatch::Dispatcher& dispatcher)
         m_screenWork = m_dispatcher.asyncAfter(m_dispatcher.mainQueue(), QtWindowSystem::settlingTime,
                                                [this] { leaveLostScreen(); });
     });
+    lookWhetherSeen();
 }
 
 QtWindow::~QtWindow() {
@@ -149,6 +152,11 @@ bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
         }
         Q_EMIT willClose();
         break;
+    case QEvent::Expose:
+    case QEvent::Hide:
+    case QEvent::WindowStateChange:
+        lookWhetherSeen();
+        break;
     default:
         break;
     }
@@ -156,6 +164,13 @@ bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool QtWindow::mayClose() { return m_closing || !m_shouldClose || m_shouldClose(); }
+
+void QtWindow::lookWhetherSeen() {
+    const bool canBeSeen = m_window.isVisible() && m_window.isExposed() &&
+                           !m_window.windowStates().testFlag(Qt::WindowMinimized);
+    if (std::exchange(m_canBeSeen, canBeSeen) != canBeSeen)
+        Q_EMIT canBeSeenChanged();
+}
 
 void QtWindow::hintAtRatio() { hintAtAspectRatio(m_window, m_ratio); }
 

@@ -31,6 +31,7 @@ public:
     Level level() const override { return m_level; }
     bool isFullScreen() const override;
     bool isVisible() const override;
+    bool canBeSeen() const override { return m_canBeSeen; }
     QRectF frame() const override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -39,6 +40,7 @@ private:
     bool mayClose();
     void place(const QRect& wanted);
     void leaveLostScreen();
+    void lookWhetherSeen();
     void hintAtRatio();
     void keepRatioSoon();
     void keepRatio();
@@ -52,6 +54,7 @@ private:
     dispatch::WorkItem m_ratioWork;
     dispatch::WorkItem m_screenWork;
     bool m_closing = false;
+    bool m_canBeSeen = false;
 };
 
 } // namespace tarnwick::windows

@@ -54,6 +54,9 @@ public:
     virtual bool isFullScreen() const = 0;
     virtual bool isVisible() const = 0;
 
+    /// Neither off the screen nor minimised; where the desktop does not tell, true.
+    virtual bool canBeSeen() const = 0;
+
     /// In screen points, from the lower left corner of the first screen to that of the window; y grows
     /// upwards. Where the desktop does not tell places, as if in the middle of its screen.
     virtual QRectF frame() const = 0;
@@ -62,6 +65,7 @@ Q_SIGNALS:
     void didMove();
     void didResize();
     void willClose();
+    void canBeSeenChanged();
 };
 
 /// The application with its windows. Main thread only.

@@ -3,6 +3,7 @@
 #include "platform/windows/Windows.h"
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace tarnwick::windows {
@@ -25,9 +26,16 @@ public:
         m_isVisible = true;
         m_isMiniaturized = false;
         ++m_timesOrderedFront;
+        setCanBeSeen(true);
     }
-    void orderOut() override { m_isVisible = false; }
-    void miniaturize() override { m_isMiniaturized = true; }
+    void orderOut() override {
+        m_isVisible = false;
+        setCanBeSeen(false);
+    }
+    void miniaturize() override {
+        m_isMiniaturized = true;
+        setCanBeSeen(false);
+    }
     void close() override {
         m_isVisible = false;
         m_isClosed = true;
@@ -37,6 +45,7 @@ public:
     Level level() const override { return m_level; }
     bool isFullScreen() const override { return m_isFullScreen; }
     bool isVisible() const override { return m_isVisible; }
+    bool canBeSeen() const override { return m_canBeSeen; }
     QRectF frame() const override { return m_frame; }
 
     /// The user presses the close button.
@@ -54,10 +63,16 @@ public:
     int timesOrderedFront() const { return m_timesOrderedFront; }
 
 private:
+    void setCanBeSeen(bool canBeSeen) {
+        if (std::exchange(m_canBeSeen, canBeSeen) != canBeSeen)
+            Q_EMIT canBeSeenChanged();
+    }
+
     Level m_level = Level::Normal;
     bool m_isFullScreen = false;
     bool m_isTitleBarHidden = false;
     bool m_isVisible = false;
+    bool m_canBeSeen = true;
     bool m_isMiniaturized = false;
     bool m_isClosed = false;
     int m_timesOrderedFront = 0;

@@ -1,4 +1,5 @@
 #include "display/PanelItem.h"
+#include "display/TracklistModel.h"
 #include "tests/unit/display/SceneFixture.h"
 
 #include <QBuffer>
@@ -212,6 +213,38 @@ TEST_F(DisplaySceneTest, WhileNothingMovesNothingIsDrawn) {
     advance(20s);
     EXPECT_LE(renderer->drawRequests() - playingFrom, 2 * 21)
         << "a request or two for each second of the position";
+}
+
+TEST_F(DisplaySceneTest, WhatCannotBeSeenDoesNotMove) {
+    answer(scripts::nowPlaying(), playing("paused"));
+    windows::FakeWindow& window = windows.addWindow();
+    show();
+    int album = 0;
+    const auto framesOfAnAlbum = [&] {
+        const std::string name = std::to_string(++album);
+        play(nowPlaying(
+            {{1, text(name.c_str())}, {3, text(name.c_str())}, {11, D::data(png(8))}, {12, text("paused")}}));
+        int frames = 0;
+        for (int step = 0; step < 150; ++step) {
+            const int before = renderer->drawRequests();
+            advance(20ms);
+            if (renderer->drawRequests() == before)
+                continue;
+            renderer->render();
+            ++frames;
+        }
+        return frames;
+    };
+    constexpr int oneForEachChange = 10;
+    EXPECT_GT(framesOfAnAlbum(), 60);
+    window.miniaturize();
+    EXPECT_LT(framesOfAnAlbum(), oneForEachChange);
+    window.orderFront();
+    EXPECT_GT(framesOfAnAlbum(), 60);
+    window.orderOut();
+    EXPECT_LT(framesOfAnAlbum(), oneForEachChange);
+    view->tapCover();
+    EXPECT_GT(renderer->root().findChild<TracklistModel*>()->rowCount(), 0) << "turned at once";
 }
 
 TEST_F(DisplaySceneTest, ALogoFillsTheWindowWhileNothingPlays) {

@@ -94,6 +94,22 @@ TEST_F(QtWindowTest, TheCloseButtonAsks) {
     EXPECT_EQ(closes.count(), 1) << "who closes it from inside is not asked";
 }
 
+TEST_F(QtWindowTest, TellsWhetherItCanBeSeen) {
+    QSignalSpy changes(&window, &Window::canBeSeenChanged);
+    EXPECT_FALSE(window.canBeSeen());
+    show();
+    EXPECT_TRUE(window.canBeSeen());
+    window.miniaturize();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(window.canBeSeen());
+    show();
+    EXPECT_TRUE(window.canBeSeen());
+    window.orderOut();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(window.canBeSeen());
+    EXPECT_EQ(changes.count(), 4);
+}
+
 TEST_F(QtWindowTest, FrameReadsBackAndNotifies) {
     QSignalSpy resizes(&window, &Window::didResize);
     show();
