@@ -83,6 +83,7 @@ void CutPictureItem::show(const QImage& drawn, const Picture& picture, const Pic
     m_shownCut = cut;
     m_layer->setPicture(drawn.isNull() ? nullptr : std::make_shared<const QImage>(drawn));
     layOut();
+    Q_EMIT shown();
 }
 
 void CutPictureItem::keepBefore() {

@@ -27,6 +27,8 @@ class CutPictureItem : public QQuickItem {
     Q_PROPERTY(double shadowOffset READ shadowOffset WRITE setShadowOffset NOTIFY cutChanged)
     /// How much of the picture has come, 0…1; the one before lies under it until all of it has.
     Q_PROPERTY(double fade READ fade WRITE setFade NOTIFY fadeChanged)
+    /// There is a picture on the screen.
+    Q_PROPERTY(bool isShown READ isShown NOTIFY shown)
 
 public:
     explicit CutPictureItem(QQuickItem* parent = nullptr);
@@ -50,6 +52,8 @@ public:
     double shadowOffset() const { return m_shadowOffset; }
     double fade() const { return m_layer->opacity(); }
 
+    bool isShown() const { return m_layer->picture() != nullptr; }
+
     /// What is on the screen: the picture that was set last, or still one before.
     const Picture& shownPicture() const { return m_shown; }
     const PictureCut& shownCut() const { return m_shownCut; }
@@ -58,6 +62,8 @@ Q_SIGNALS:
     void pictureChanged();
     void cutChanged();
     void fadeChanged();
+    /// Another picture is on the screen, or none any more.
+    void shown();
     /// A picture is about to take the place of another; with `fade` at 0 it does so gently.
     void replaced();
 

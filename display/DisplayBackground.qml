@@ -14,12 +14,14 @@ Item {
 
     ColourBackground {
         anchors.fill: parent
-        visible: root.isActive
+        visible: root.isActive || !logo.isShown
         colors: root.view.paintedColors
         textColor: root.view.backgroundManager.dynamicTextColor
     }
 
     CutPictureItem {
+        id: logo
+
         anchors.fill: parent
         visible: !root.isActive
         picture: root.view.namedPicture(root.isActive ? "" : "applogo800")

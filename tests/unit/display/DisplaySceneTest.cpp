@@ -248,7 +248,16 @@ TEST_F(DisplaySceneTest, WhatCannotBeSeenDoesNotMove) {
 }
 
 TEST_F(DisplaySceneTest, ALogoFillsTheWindowWhileNothingPlays) {
+    answer(scripts::nowPlaying(), playing());
+    show();
+    const QColor bare = Qt::magenta;
+    renderer->window().setColor(bare);
     answer(scripts::nowPlaying(), [] { return failure(); });
+    source->fetchNowPlaying();
+    for (int frame = 0; frame < 20; ++frame) {
+        dispatcher.runUntilIdle();
+        EXPECT_NE(renderer->render().pixelColor(1180, 580), bare) << frame;
+    }
     show();
     const QImage shown = picture();
     EXPECT_NE(shown.pixelColor(20, 580), QColor(Qt::black));
