@@ -79,6 +79,8 @@ Item {
         Behavior on scale { NumberAnimation { duration: Theme.fadeDuration; easing.type: Easing.InOutQuad } }
 
         Line {
+            id: name
+
             x: root.padding
             y: root.typeLine - baselineOffset
             width: time.x - 16 - x
@@ -87,12 +89,27 @@ Item {
             text: root.title.replace(/[\r\n\u2028]+/g, " ")
         }
 
-        Line {
+        FigureCells {
             id: time
 
             anchors { right: parent.right; rightMargin: root.padding }
-            y: root.typeLine - baselineOffset
+            y: root.typeLine
             text: root.duration
+            font: name.font
+            color: root.ink
+            cell: Math.max(...Array.from("0123456789", figure => metrics.widthOf(figure)))
+            colon: metrics.widthOf(":")
+        }
+
+        FontMetrics {
+            id: metrics
+
+            font: name.font
+
+            // Asks for the font too, so that who binds to the width is told when it is another.
+            function widthOf(character) {
+                return font.pixelSize > 0 ? advanceWidth(character) : 0;
+            }
         }
     }
 

@@ -70,6 +70,11 @@ TEST_F(DisplaySceneTest, ATapTurnsTheCoverAndATapOnARowPlaysIt) {
     EXPECT_EQ(picture().pixelColor(300, 300), coverColour) << "still the front, just before the edge";
     advance(600ms);
     EXPECT_NE(picture().pixelColor(300, 500), coverColour);
+    for (const QQuickItem* item : itemsBelow(renderer->root())) {
+        if (item->property("text") == QStringLiteral("04:05")) {
+            EXPECT_GT(item->width(), 40) << "in cells of its type";
+        }
+    }
     sent.clear();
     // Below the small copy, which is 285 high with 20 above, 20 below, in a list that begins at 15.
     const int firstRow = 15 + 20 + 285 + 20 + 19;
