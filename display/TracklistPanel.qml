@@ -22,6 +22,7 @@ Rectangle {
     readonly property real fraction: 0.95
     readonly property real padding: 20 ///< round the column of the dynamic style
     readonly property real copySide: 0.5 * fraction * Math.min(width, height)
+    readonly property real copyHeight: view.artwork.isPresent ? 20 + copySide + 20 : 0 ///< with the room round it
     readonly property color plainText: isIPod ? "black" : "white"
 
     radius: 10
@@ -80,7 +81,7 @@ Rectangle {
 
                 readonly property bool isShown: row.kind === TracklistModel.CoverRow && root.view.artwork.isPresent
 
-                implicitHeight: isShown ? 20 + root.copySide + 20 : 0
+                implicitHeight: root.copyHeight
 
                 CoverStack {
                     x: (row.width - 1.6 * root.copySide) / 2
@@ -150,7 +151,8 @@ Rectangle {
     }
 
     Rectangle {
-        anchors.centerIn: parent
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: root.copyHeight > 0 ? list.y + list.topMargin + root.copyHeight : (root.height - height) / 2
         visible: tracks.isEmpty
         width: message.implicitWidth + 2 * Theme.padding
         height: message.implicitHeight + 2 * Theme.padding
