@@ -94,6 +94,7 @@ SnapshotStage::SnapshotStage(const Options& options)
         .windows = *m_windows,
         .images = *m_images,
         .clock = &m_clock,
+        .fonts = &m_fonts,
         .randomIndex = seededRandomIndex(seed),
         .wallClock = [this] {
             return instant().addMSecs(

@@ -6,6 +6,7 @@
 #include "platform/animation/VirtualAnimationDriver.h"
 #include "platform/defaults/MemoryDefaults.h"
 #include "platform/dispatch/VirtualDispatcher.h"
+#include "platform/fonts/FontRegistry.h"
 #include "platform/musicapp/demo/DemoMusic.h"
 #include "platform/script/Host.h"
 #include "platform/script/Interpreter.h"
@@ -51,6 +52,7 @@ private:
     animation::ManualClock m_clock;
     std::shared_ptr<images::ImageStore> m_images;
     defaults::MemoryDefaults m_defaults;
+    fonts::FontRegistry m_fonts; ///< knows what is installed
     std::unique_ptr<OneWindow> m_windows;
     std::unique_ptr<SilentHost> m_host;
     musicapp::DemoMusic m_music;
