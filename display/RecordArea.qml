@@ -59,6 +59,7 @@ Item {
             nsImage: root.view.rotatingCDManager.cdImage
             isPlaying: root.view.rotatingCDManager.isPlaying && !root.view.reducedMotion
             rotateCDDuringPlayback: root.view.rotatingCDManager.rotateCDDuringPlayback
+            onLogLine: line => root.view.log(line)
         }
 
         CutPictureItem {

@@ -132,6 +132,9 @@ public:
     /// The present date and time, as an Italian writes it; `pattern` as "HH:mm" or "dd MMM yyyy".
     Q_INVOKABLE QString formattedNow(const QString& pattern) const;
 
+    /// Tells `line` on standard output.
+    Q_INVOKABLE void log(const QString& line) const { m_parts.log(line); }
+
     /// A picture of the catalogue; none when it is missing.
     Q_INVOKABLE tarnwick::Picture namedPicture(const QString& name) const {
         return m_parts.catalogue.image(name);
