@@ -268,6 +268,8 @@ void TarnwickView::hoverTrack(int disc, int row) {
     });
 }
 
+void TarnwickView::leaveTracks() { assign(m_hoveringTracks, {}, &TarnwickView::hoveringTracksChanged); }
+
 Backdrop TarnwickView::backdrop(const QSizeF& window, const QList<QColor>& colors, const Picture& cover,
                                 const QRectF& coverRect, const Picture& record, double recordDiameter) const {
     const auto maker = [this](const Picture& picture) -> Backdrop::Picture {
@@ -317,10 +319,8 @@ QList<QColor> TarnwickView::paintedColors() const {
 }
 
 void TarnwickView::setFlipped(bool flipped) {
-    if (!flipped && !m_hoveringTracks.isEmpty()) { // the rows go, and with them what the pointer was over
-        m_hoveringTracks.clear();
-        Q_EMIT hoveringTracksChanged();
-    }
+    if (!flipped)
+        leaveTracks();
     assign(m_isFlipped, flipped, &TarnwickView::isFlippedChanged);
 }
 

@@ -126,6 +126,9 @@ public:
     /// The pointer entered row `row` of a disc, or left it when `row` is -1.
     Q_INVOKABLE void hoverTrack(int disc, int row);
 
+    /// The rows that the pointer was over have gone.
+    void leaveTracks();
+
     /// The row of a disc under the pointer; -1 for none.
     Q_INVOKABLE int hoveredTrack(int disc) const { return m_hoveringTracks.value(disc, -1); }
 

@@ -53,6 +53,8 @@ std::vector<TracklistModel::Row> TracklistModel::rowsOfAlbum() const {
 }
 
 void TracklistModel::rebuild() {
+    if (m_view)
+        m_view->leaveTracks(); // the row that comes under the pointer says so itself
     beginResetModel();
     m_rows = rowsOfAlbum();
     endResetModel();

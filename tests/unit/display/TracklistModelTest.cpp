@@ -92,6 +92,7 @@ TEST_F(TracklistModelTest, TheListOfAnotherAlbumIsNotShown) {
     list({discOf(1, {"Uno"})});
     model.setView(view.get());
     EXPECT_FALSE(model.isEmpty());
+    model.hover(1, true);
     play(album("Vicino"));
     EXPECT_THAT(rows(), ElementsAre());
     EXPECT_FALSE(model.isEmpty()) << "it is not known yet, which is not the same as empty";
