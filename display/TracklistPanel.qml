@@ -94,6 +94,7 @@ Rectangle {
                     area: Qt.size(root.copySide, root.copySide)
                     pixelRatio: root.pixelRatio
                     shadowOpacity: 0.3
+                    name: root.view.musicSource.currentAlbumName ?? ""
                     onTapped: root.view.tapCover()
                 }
             }
