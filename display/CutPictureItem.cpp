@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tarnwick {
 
@@ -27,17 +28,15 @@ void CutPictureItem::componentComplete() {
 
 void CutPictureItem::geometryChange(const QRectF& to, const QRectF& from) {
     QQuickItem::geometryChange(to, from);
-    if (to.size() == from.size())
-        return;
     polish();
-    m_settling.start();
+    if (to.size() != from.size())
+        m_settling.start();
 }
 
 // A new picture often comes with another size, so what to make is seen once both are known.
 void CutPictureItem::updatePolish() {
-    if (m_asked == m_picture && m_layer->picture())
-        layOut();
-    else
+    layOut();
+    if (m_asked != m_picture || !m_layer->picture())
         remake();
 }
 
@@ -105,8 +104,13 @@ void CutPictureItem::setFade(double fade) {
 }
 
 void CutPictureItem::layOut() {
-    if (m_shownCut.size.isEmpty() || m_shown != m_picture) // the one before stays as it was
+    if (m_shownCut.size.isEmpty())
         return;
+    if (m_shown != m_picture) { // the one before stays where it was, whatever the new one needs
+        m_layer->setPosition(m_layer->position() + std::exchange(m_laidOutAt, position()) - position());
+        return;
+    }
+    m_laidOutAt = position();
     // The margin in units of the item, which may have another size than the picture was made for.
     const double marginX = m_shownCut.margin() * width() / m_shownCut.size.width();
     const double marginY = m_shownCut.margin() * height() / m_shownCut.size.height();

@@ -103,6 +103,7 @@ private:
     PictureCut m_askedCut;
     Picture m_shown;
     PictureCut m_shownCut;
+    QPointF m_laidOutAt; // where the item was
     quint64 m_order = 0;
     SettleTimer m_settling{[this] { remake(); }};
 };

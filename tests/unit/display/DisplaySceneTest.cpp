@@ -149,10 +149,13 @@ TEST_F(DisplaySceneTest, WithReducedMotionOneAlbumFadesIntoAnotherAndNothingTurn
     QByteArray red;
     QBuffer buffer(&red);
     buffer.open(QIODevice::WriteOnly);
-    QImage sleeve(8, 8, QImage::Format_RGB32);
+    QImage sleeve(16, 12, QImage::Format_RGB32);
     sleeve.fill(Qt::red);
     sleeve.save(&buffer, "PNG");
     play(nowPlaying({{1, text("Due")}, {3, text("Due")}, {11, D::data(red)}}));
+    const QImage first = renderer->render();
+    EXPECT_EQ(first.pixelColor(300, 20), coverColour) << "it stays in its place";
+    EXPECT_EQ(first.pixelColor(300, 580), coverColour);
     advance(180ms);
     const QColor half = picture().pixelColor(20, 300);
     EXPECT_GT(half.red(), 60);
