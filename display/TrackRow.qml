@@ -16,6 +16,7 @@ Item {
     required property color textColor    ///< of the dynamic style
     required property color ground       ///< of the dynamic style
     required property color veil         ///< between the panel and the ground of the dynamic style
+    required property real pixelRatio
 
     signal tapped
     signal hovered(bool entered)
@@ -65,9 +66,13 @@ Item {
         color: root.isCurrent ? Qt.rgba(0, 0.2, 0.4, 1) : Qt.rgba(0, 0.48, 1, 1)
     }
 
+    // In device pixels, so that it is as thick in every row.
     Rectangle {
-        anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
-        height: 1
+        anchors.bottom: parent.bottom
+        width: Math.round(parent.width * root.pixelRatio)
+        height: Math.max(1, Math.round(root.pixelRatio))
+        scale: 1 / root.pixelRatio
+        transformOrigin: Item.BottomLeft
         visible: !root.isIPod
         color: Theme.grey
         opacity: 0.4

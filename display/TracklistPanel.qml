@@ -123,6 +123,7 @@ Rectangle {
                 textColor: root.view.backgroundManager.dynamicTextColor
                 ground: root.view.backgroundManager.gradientColors[0] ?? "black"
                 veil: root.rowVeil
+                pixelRatio: root.pixelRatio
                 onTapped: tracks.play(row.index)
                 onHovered: entered => tracks.hover(row.index, entered)
             }
