@@ -15,10 +15,18 @@ Item {
     property bool hasShown: false
     property bool showsSecond: false
 
+    // While one veil goes over into another, the next one waits; of several the last one comes.
+    readonly property bool isChanging: first.isFading || second.isFading
+    property bool isWaiting: false
+
     onVeilChanged: take()
     Component.onCompleted: take()
+    onIsChangingChanged: if (!isChanging && isWaiting) take()
 
     function take() {
+        isWaiting = isChanging;
+        if (isWaiting)
+            return;
         const next = showsSecond ? first : second;
         next.veil = veil;
         showsSecond = !showsSecond;
@@ -28,11 +36,18 @@ Item {
     component Layer: VeilLayer {
         required property bool isOn
 
+        readonly property bool isFading: fade.running
+
         visible: opacity > 0
         opacity: isOn && root.isShown ? 1 : 0
         Behavior on opacity {
             enabled: root.hasShown && root.isGentle
-            NumberAnimation { duration: Theme.fadeDuration; easing.type: Easing.InOutQuad }
+            NumberAnimation {
+                id: fade
+
+                duration: Theme.fadeDuration
+                easing.type: Easing.InOutQuad
+            }
         }
     }
 
