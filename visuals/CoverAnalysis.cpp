@@ -189,13 +189,13 @@ std::vector<Colour> mostSaturatedColours(const QImage& cover) {
     for (int y = 0; y < cover.height(); y += threeToneStep) {
         const uchar* row = cover.constScanLine(y);
         for (int x = 0; x < cover.width(); x += threeToneStep) {
-            Candidate candidate{row + qsizetype{4} * x, usableSaturation(row + qsizetype{4} * x)};
-            if (candidate.saturation <= best[2].saturation)
+            const Candidate candidate{row + qsizetype{4} * x, usableSaturation(row + qsizetype{4} * x)};
+            if (candidate.saturation <= best.back().saturation)
                 continue;
-            for (Candidate& place : best) {
-                if (candidate.saturation > place.saturation)
-                    std::swap(candidate, place);
-            }
+            auto* place = best.end() - 1;
+            for (; place != best.begin() && candidate.saturation > (place - 1)->saturation; --place)
+                *place = *(place - 1);
+            *place = candidate;
         }
     }
     std::vector<Colour> result;

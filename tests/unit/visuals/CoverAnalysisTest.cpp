@@ -138,6 +138,12 @@ TEST(CoverAnalysis, ThreeToneTakesTheMostSaturatedOfTheGrid) {
     expectNear(found.gradient[0], {100 / 255.0, 0, 0, 1}, 1e-12); // 0.5 · 2.5 is full saturation
     expectNear(found.gradient[2], {90 / 255.0, 15 / 255.0, 15 / 255.0, 1}, 1e-12);
 
+    image.setPixelColor(0, 6, QColor(0, 0, 100)); // later and more: it moves both equals back by one place
+    EXPECT_EQ(mostSaturatedColours(image), (std::vector<Colour>{{0, 0, 100 / 255.0, 1},
+                                                                {100 / 255.0, 50 / 255.0, 50 / 255.0, 1},
+                                                                {200 / 255.0, 100 / 255.0, 100 / 255.0, 1}}));
+
+    image.setPixelColor(0, 6, Qt::transparent);
     image.setPixelColor(18, 0, QColor(90, 81, 81)); // exactly a tenth is not more than a tenth
     EXPECT_EQ(analyse(BackgroundOption::ThreeTone, image), fallbackColours());
 }
