@@ -27,8 +27,11 @@ BackgroundManager::~BackgroundManager() = default;
 
 void BackgroundManager::applyBackground(BackgroundOption option, const std::optional<images::Image>& cover) {
     const BackgroundOption style = resolved(option);
-    m_requests.push_back({style, coloursOf(style, cover)});
-    publishWhatIsFound();
+    const Found found = coloursOf(style, cover);
+    if (m_requests.empty() && !m_textMayBeDue && found->has_value())
+        publish(style, **found);
+    else
+        m_requests.push_back({style, found});
 }
 
 std::vector<Colour> BackgroundManager::paintedColors(BackgroundOption option) const {
@@ -84,18 +87,26 @@ BackgroundManager::Found BackgroundManager::coloursOf(BackgroundOption style,
                 if (alive.expired())
                     return;
                 *found = colours;
-                publishWhatIsFound();
+                publishNext();
             });
         });
     return found;
 }
 
-void BackgroundManager::publishWhatIsFound() {
-    while (!m_requests.empty() && m_requests.front().found->has_value()) {
-        const Request request = m_requests.front();
-        m_requests.pop_front();
-        publish(request.style, **request.found);
-    }
+/// One a task: the text colour of the one before has come then, with which its own is compared.
+void BackgroundManager::publishNext() {
+    if (m_textMayBeDue || m_requests.empty() || !m_requests.front().found->has_value())
+        return;
+    const Request request = m_requests.front();
+    m_requests.pop_front();
+    m_textMayBeDue = true;
+    publish(request.style, **request.found);
+    m_dispatcher.mainQueue().async([this, alive = std::weak_ptr(m_alive)] {
+        if (alive.expired())
+            return;
+        m_textMayBeDue = false;
+        publishNext();
+    });
 }
 
 void BackgroundManager::publish(BackgroundOption style, const BackgroundColours& found) {

@@ -78,7 +78,7 @@ private:
 
     BackgroundOption resolved(BackgroundOption option);
     Found coloursOf(BackgroundOption style, const std::optional<images::Image>& cover);
-    void publishWhatIsFound();
+    void publishNext();
     void publish(BackgroundOption style, const BackgroundColours& colours);
     void setGradient(const std::vector<Colour>& colours, const Colour& textColor);
     void assignGradient(const std::vector<Colour>& colours, bool always);
@@ -91,7 +91,8 @@ private:
     std::vector<Colour> m_darkGradientColors{colours::black, colours::black};
     Colour m_dynamicTextColor = colours::white;
     Colour m_lastDynamicTextColor = colours::white;
-    std::deque<Request> m_requests;
+    std::deque<Request> m_requests; ///< that wait for an analysis or for those before them
+    bool m_textMayBeDue = false;    ///< of the request that was published last from there
     std::map<Key, Found> m_found;
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
     int m_analysisCount = 0;

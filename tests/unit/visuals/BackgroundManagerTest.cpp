@@ -98,7 +98,8 @@ TEST_F(BackgroundManagerTest, LargeCoversAreLookedAtElsewhereAndPublishedInOrder
     EXPECT_EQ(log, ""); // white stands behind red in the queue
     dispatcher.runUntilIdle();
     EXPECT_EQ(top(), colours::white);
-    EXPECT_EQ(log, "ggtt");
+    EXPECT_EQ(manager.dynamicTextColor(), colours::black);
+    EXPECT_EQ(log, "gtg"); // both have black text
 
     manager.applyBackground(BackgroundOption::Gradient, red); // known by now
     EXPECT_EQ(top(), (Colour{1, 0, 0, 1}));
@@ -110,8 +111,16 @@ TEST_F(BackgroundManagerTest, TwoRequestsInFlightShareOneAnalysis) {
     manager.applyBackground(BackgroundOption::Gradient, cover);
     manager.applyBackground(BackgroundOption::Gradient, cover);
     dispatcher.runUntilIdle();
-    EXPECT_EQ(log, "ggtt"); // the second text colour is queued before the first has arrived
+    EXPECT_EQ(log, "gtg");
     EXPECT_EQ(manager.analysisCount(), 1);
+}
+
+TEST_F(BackgroundManagerTest, TextFitsTheLastOfTwoThatAreFoundTogether) {
+    manager.applyBackground(BackgroundOption::Gradient, plainCover(Qt::yellow, large));
+    manager.applyBackground(BackgroundOption::Black, std::nullopt);
+    dispatcher.runUntilIdle();
+    EXPECT_EQ(top(), colours::black);
+    EXPECT_EQ(manager.dynamicTextColor(), colours::white);
 }
 
 TEST(BackgroundManager, MayGoWhileItsCoverIsLookedAt) {
