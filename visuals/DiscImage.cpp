@@ -7,8 +7,6 @@ namespace tarnwick {
 
 namespace {
 
-constexpr int smallestSide = 3; // one pixel inside the clear one round it
-
 /// `picture` stretched to `size`. The scaler wants premultiplied pixels and would convert by itself, but
 /// after scaling, where clear pixels have already bled into their neighbours.
 QImage stretched(const QImage& picture, QSize size) {

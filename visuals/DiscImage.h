@@ -28,6 +28,9 @@ class DiscImage {
     Q_PROPERTY(bool isNull READ isNull CONSTANT)
 
 public:
+    /// In device pixels: one inside the clear one round it.
+    static constexpr int smallestSide = 3;
+
     /// No picture.
     DiscImage() = default;
 
@@ -47,7 +50,8 @@ public:
 
     /// Drawn `side` device pixels wide and high, premultiplied, clipped to a circle with one clear pixel
     /// round it, so that it has a smooth edge at every angle. Takes tens of milliseconds: call it off the
-    /// main thread. Null when the picture is none or turns out to be broken, or `side` is under 3.
+    /// main thread. Null when the picture is none or turns out to be broken, or `side` is under
+    /// `smallestSide`.
     std::shared_ptr<const QImage> render(int side) const;
 
     bool operator==(const DiscImage& other) const;

@@ -106,7 +106,8 @@ void RotatingCDNSView::layOut() {
 
 void RotatingCDNSView::draw() {
     const int side = m_cdLayer->deviceSize().width();
-    if (m_drawing || side < 1 || (m_drawnSide == side && m_drawnImage == m_currentImage))
+    if (m_drawing || side < DiscImage::smallestSide ||
+        (m_drawnSide == side && m_drawnImage == m_currentImage))
         return;
     // One at a time: what was asked for meanwhile follows, and of many only the last.
     m_drawing = true;
