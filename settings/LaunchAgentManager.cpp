@@ -79,7 +79,7 @@ QString LaunchAgentManager::remove() const {
         return {};
     if (const QString error = deactivate(); !error.isEmpty())
         return error;
-    if (QFile file(agentFile()); file.exists() && !file.remove())
+    if (QFile file(agentFile()); !file.remove() && file.exists())
         return file.errorString();
     m_parts.launchctl.forget(agentFile());
     return {};
