@@ -51,10 +51,10 @@ QString FileDefaults::standardPath() {
 
 FileDefaults::FileDefaults(const QString& path, dispatch::Dispatcher& dispatcher, Report report)
     : m_dispatcher(dispatcher), m_file(std::make_shared<DefaultsFile>(path, std::move(report))) {
-    m_file->tidy();
-    m_values = m_file->load();
-    watch();
     connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, &FileDefaults::reload);
+    m_file->tidy();
+    watch(); // before the file is read: what is changed between the two is told
+    m_values = m_file->load();
 }
 
 FileDefaults::~FileDefaults() {
