@@ -18,6 +18,9 @@ namespace {
 const auto applicationName = QStringLiteral("Tarnwick");
 constexpr unsigned portalIdleFlag = 8;
 
+/// The one with threads to spare: a service that hangs holds a thread for a second.
+constexpr auto askingQueue = dispatch::QualityOfService::Default;
+
 /// Whether there is a session bus, without the start of one that connecting could mean.
 bool hasSessionBus() {
     return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
@@ -161,7 +164,7 @@ DBusPowerManager::~DBusPowerManager() {
 }
 
 void DBusPowerManager::preventUserIdleDisplaySleep(const QString& reason, CreatedHandler created) {
-    auto& queue = m_dispatcher.globalQueue(dispatch::QualityOfService::Background);
+    auto& queue = m_dispatcher.globalQueue(askingQueue);
     queue.async([state = m_state, &dispatcher = m_dispatcher, reason, created = std::move(created)] {
         auto grant = askEverybody(state->buses, reason);
         std::optional<Assertion> assertion;
@@ -177,7 +180,7 @@ void DBusPowerManager::preventUserIdleDisplaySleep(const QString& reason, Create
 }
 
 void DBusPowerManager::release(Assertion assertion) {
-    auto& queue = m_dispatcher.globalQueue(dispatch::QualityOfService::Background);
+    auto& queue = m_dispatcher.globalQueue(askingQueue);
     queue.async([state = m_state, assertion] {
         std::unique_ptr<Grant> grant;
         {
