@@ -23,6 +23,10 @@ class PreferencesModel : public QObject {
     /// The discs' tags, and the names that stand for them, in catalogue order.
     Q_PROPERTY(QStringList recordTags READ recordTags CONSTANT)
     Q_PROPERTY(QStringList recordNames READ recordNames CONSTANT)
+    /// The names of the options, in their order.
+    Q_PROPERTY(QStringList backgroundNames READ backgroundNames CONSTANT)
+    Q_PROPERTY(QStringList playlistBackgroundNames READ playlistBackgroundNames CONSTANT)
+    Q_PROPERTY(QStringList tracklistStyleNames READ tracklistStyleNames CONSTANT)
     Q_PROPERTY(bool showRemoveAlert READ showRemoveAlert NOTIFY removalChanged)
     Q_PROPERTY(QString fontToRemove READ fontToRemove NOTIFY removalChanged)
     Q_PROPERTY(bool isClockFontToRemove READ isClockFontToRemove NOTIFY removalChanged)
@@ -56,6 +60,9 @@ public:
     const QStringList& trackInfoFonts() const { return m_trackInfoFonts; }
     QStringList recordTags() const;
     QStringList recordNames() const;
+    QStringList backgroundNames() const { return displayNames<BackgroundOption>(); }
+    QStringList playlistBackgroundNames() const { return displayNames<PlaylistBackgroundOption>(); }
+    QStringList tracklistStyleNames() const { return displayNames<TracklistStyle>(); }
     bool showRemoveAlert() const { return m_showRemoveAlert; }
     const QString& fontToRemove() const { return m_fontToRemove; }
     bool isClockFontToRemove() const { return m_isClockFontToRemove; }

@@ -164,7 +164,7 @@ FocusScope {
 
                 SegmentedPicker {
                     name: qsTr("Background")
-                    options: ["Black", "Gradient", "White", "Single", "Dark", "Shapes", "ThreeTone"]
+                    options: view.model?.backgroundNames ?? []
                     padding: 8
                     enabled: !view.settings.randomBackgroundEnabled
                     currentIndex: view.settings.backgroundOption
@@ -179,7 +179,7 @@ FocusScope {
 
                 SegmentedPicker {
                     name: qsTr("Playlist Background")
-                    options: ["Standard", "Dynamic", "iPod"]
+                    options: view.model?.playlistBackgroundNames ?? []
                     currentIndex: view.settings.playlistBackgroundOption
                     onPicked: index => view.settings.playlistBackgroundOption = index
                 }
@@ -232,7 +232,7 @@ FocusScope {
 
                 SegmentedPicker {
                     name: qsTr("Tracklist Style")
-                    options: ["Standard", "Dynamic", "iPod"]
+                    options: view.model?.tracklistStyleNames ?? []
                     currentIndex: view.settings.tracklistStyle
                     onPicked: index => view.settings.tracklistStyle = index
                 }

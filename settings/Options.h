@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QObject>
-#include <QString>
+#include <QStringList>
 #include <QtQmlIntegration>
 
 #include <array>
@@ -86,10 +86,15 @@ QString rawText(Option option) {
     return QLatin1String(optionTable<Option>[static_cast<std::size_t>(option)].rawText);
 }
 
-/// The name of `option`, empty for one that is not offered by name.
+/// The names of the options that are offered by name, in the order of the options.
 template <typename Option>
-QString displayName(Option option) {
-    return QLatin1String(optionTable<Option>[static_cast<std::size_t>(option)].displayName);
+QStringList displayNames() {
+    QStringList names;
+    for (const auto& entry : optionTable<Option>) {
+        if (*entry.displayName)
+            names.append(QLatin1String(entry.displayName));
+    }
+    return names;
 }
 
 /// The option whose raw text is `text`, letter case included; none when no option's is.
