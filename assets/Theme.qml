@@ -9,15 +9,11 @@ QtObject {
     readonly property string fontFamily: "Inter"
     readonly property real lineHeight: 1.21 ///< of the size, whatever the script
     readonly property int titleSize: 22
-    readonly property int title2Size: 17
     readonly property int title2IconSize: 18
     readonly property int headlineSize: 14
     readonly property int bodySize: 13
     readonly property int subheadlineSize: 11
-    readonly property int ultraLight: 200
-    readonly property int light: Font.Light
     readonly property int regular: Font.Normal
-    readonly property int medium: Font.Medium
     readonly property int semibold: Font.DemiBold
     readonly property int bold: Font.Bold
 
@@ -30,7 +26,6 @@ QtObject {
 
     // Colours
     readonly property color green: "#30d158"      ///< on dark grounds
-    readonly property color darkGreen: "#1e7a34"  ///< on light grounds
     readonly property color highlight: "#4be36f"  ///< the current row of a standard list
     readonly property color yellow: "#ffd60a"
     readonly property color iPodBlue: "#006fdc"
@@ -43,11 +38,8 @@ QtObject {
     readonly property int flipDuration: 1000  ///< the cover, turned over or spun
     readonly property int fadeDuration: 200
     readonly property int springDuration: 320
-    readonly property int discTurn: 1300      ///< one turn of the record
 
     /// For `easing.bezierCurve` beside `easing.type: Easing.BezierSpline`.
     readonly property list<real> easeInOut: [0.42, 0, 0.58, 1, 1, 1]
-    readonly property list<real> easeOut: [0, 0, 0.58, 1, 1, 1]
-    readonly property list<real> linear: [0, 0, 1, 1, 1, 1]
     readonly property real springOvershoot: 1.65 ///< for `easing.type: Easing.OutBack`
 }

@@ -8,10 +8,11 @@ Rectangle {
     property real point: 1
     /// Of the parent's corners.
     property real innerRadius: 0
+    readonly property real reach: (Theme.focusRingWidth + Theme.focusRingGap) * point
 
     anchors.fill: parent
-    anchors.margins: -3 * ring.point
-    radius: ring.innerRadius + 3 * ring.point
+    anchors.margins: -ring.reach
+    radius: ring.innerRadius + ring.reach
     color: "transparent"
     border.width: Theme.focusRingWidth * ring.point
     border.color: "white"

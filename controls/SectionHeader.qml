@@ -15,10 +15,10 @@ Item {
     CataloguePicture {
         id: icon
 
-        x: (18 - width) / 2
+        x: (height - width) / 2
         anchors.verticalCenter: parent.verticalCenter
         width: Math.round(height * aspectRatio)
-        height: 18
+        height: Theme.title2IconSize
         name: header.symbol
         tint: PreferencesStyle.icon
     }

@@ -93,9 +93,6 @@ public:
 /// order of the choice; with nothing when there was no choice.
 using FontChooser = std::function<void(const std::function<void(const QStringList& paths)>& chosen)>;
 
-/// What a file chooser offers.
-inline const QStringList fontFileExtensions{QStringLiteral("ttf"), QStringLiteral("otf")};
-
 /// Imports what the user chooses, for the clock or for the track information. The managers must be there
 /// when `choose` calls back.
 void importFonts(bool clockFonts, const FontChooser& choose, ClockFontManager& clock,
