@@ -63,7 +63,7 @@ DisplayProgram::DisplayProgram(const Invocation& invocation)
       m_session(invocation,
                 {.log = log, .showDialog = [this](const QString& message) { showMessage(message); }}),
       m_copies(RunningCopies::standardFolder()),
-      m_defaults(defaults::FileDefaults::standardPath(), m_session.dispatcher(), complain),
+      m_defaults(defaults::FileDefaults::standardPath(), m_session.dispatcher(), log),
       m_power(m_session.dispatcher()), m_windows(m_session.dispatcher()),
       m_agentQueue(m_session.dispatcher().globalQueue(dispatch::QualityOfService::Background)),
       m_loginAgent(log, &m_agentQueue), m_app(appParts()),
