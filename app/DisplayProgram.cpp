@@ -68,7 +68,11 @@ DisplayProgram::DisplayProgram(const Invocation& invocation)
       m_agentQueue(m_session.dispatcher().globalQueue(dispatch::QualityOfService::Background)),
       m_loginAgent(log, &m_agentQueue), m_app(appParts()),
       m_dockIcon(m_session.dispatcher(), Catalogue::shared(),
-                 [this](const QImage& icon) { m_windows.setApplicationIcon(icon); }),
+                 [this](const QImage& icon) {
+                     // A cover that was still being drawn must not replace the icon that was put back.
+                     if (m_app.settings().autoUpdateAppIcon())
+                         m_windows.setApplicationIcon(icon);
+                 }),
       m_stopSignals([] { QCoreApplication::exit(exitDone); }) {
     qGuiApp->installEventFilter(this);
     renderqueue::setDispatcher(&m_session.dispatcher());
