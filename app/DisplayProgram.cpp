@@ -85,6 +85,7 @@ DisplayProgram::~DisplayProgram() {
     if (m_window)
         disconnect(m_window.get(), nullptr, this, nullptr); // its focus moves while it goes
     m_session.end();
+    m_agentQueue.finish(); // what is stored about the login is also done
     renderqueue::setDispatcher(nullptr);
 }
 

@@ -39,4 +39,14 @@ void SerialQueue::async(Task task) {
         m_state->runNext();
 }
 
+void SerialQueue::finish() {
+    std::deque<Task> rest;
+    {
+        const std::scoped_lock lock(m_state->mutex);
+        rest.swap(m_state->tasks);
+    }
+    for (const Task& task : rest)
+        task();
+}
+
 } // namespace tarnwick::dispatch

@@ -14,6 +14,10 @@ public:
 
     void async(Task task) override;
 
+    /// Runs on the caller's thread what has not started yet. Only after the target was shut down, when
+    /// nothing of this queue runs any more.
+    void finish();
+
 private:
     struct State;
 

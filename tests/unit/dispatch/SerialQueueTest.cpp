@@ -30,5 +30,23 @@ TEST(SerialQueue, RunsOneAfterTheOtherInOrderOnAQueueOfManyThreads) {
     EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
 }
 
+TEST(SerialQueue, FinishesWhatItsTargetHasDropped) {
+    SystemDispatcher dispatcher;
+    SerialQueue queue(dispatcher.globalQueue(QualityOfService::Background));
+    std::promise<void> started;
+    std::vector<int> order;
+    queue.async([&] {
+        started.set_value();
+        dispatcher.sleepFor(std::chrono::hours(1)); // until the shutdown
+        order.push_back(1);
+    });
+    queue.async([&] { order.push_back(2); });
+    queue.async([&] { order.push_back(3); });
+    started.get_future().wait();
+    dispatcher.shutDown();
+    queue.finish();
+    EXPECT_THAT(order, testing::ElementsAre(1, 2, 3));
+}
+
 } // namespace
 } // namespace tarnwick::dispatch
