@@ -10,6 +10,7 @@ namespace tarnwick {
 namespace {
 
 constexpr double ringWidth = 2; // points
+constexpr double pixel = 2;     // points: a block is four pixels
 constexpr int neighbours = 2;   // rings that a block may touch on each side
 
 /// Premultiplied mean of the 2 by 2 pixels from (x, y).
@@ -51,16 +52,29 @@ DiscProfile::DiscProfile(const QImage& disc, double diameter, const Colour& text
     : m_text(text) {
     if (disc.isNull() || diameter < 4 * ringWidth)
         return;
-    const double pixel = 2; // points: a block is four pixels
     const int side = static_cast<int>(std::lround(diameter / pixel));
-    const QImage small = disc.scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+    const QSize halved(side, side);
+    const QImage whole = disc.scaled(2 * halved, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
                              .convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    m_radius = diameter / 2 - pixel * leftEdge(small);
     m_rings.resize(static_cast<size_t>(diameter / 2 / ringWidth) + 1);
     std::vector<std::vector<Colour>> worsts(m_rings.size());
+    // Half a pixel further a block may catch more of a fine bright line.
+    for (const int shift : {0, 1}) {
+        const QImage small = whole.copy(QRect(QPoint(shift, shift), whole.size()))
+                                 .scaled(halved, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        if (shift == 0)
+            m_radius = diameter / 2 - pixel * leftEdge(small);
+        gather(small, shift, grounds, worsts);
+    }
+}
+
+void DiscProfile::gather(const QImage& small, double shift, const std::vector<Colour>& grounds,
+                         std::vector<std::vector<Colour>>& worsts) {
+    const int side = small.width();
     for (int y = 0; y + 1 < side; ++y) {
         for (int x = 0; x + 1 < side; ++x) {
-            const double distance = pixel * std::hypot(x + 1 - side / 2.0, y + 1 - side / 2.0);
+            const double distance =
+                std::hypot(pixel * (x + 1 - side / 2.0) + shift, pixel * (y + 1 - side / 2.0) + shift);
             const auto ring = static_cast<size_t>(distance / ringWidth);
             if (ring >= m_rings.size())
                 continue;
@@ -70,7 +84,7 @@ DiscProfile::DiscProfile(const QImage& disc, double diameter, const Colour& text
             worsts[ring].resize(grounds.size());
             for (size_t i = 0; i < grounds.size(); ++i) {
                 const Colour seen = over(mean, grounds[i]);
-                if (worsts[ring][i] == Colour{} || isHarder(text, seen, worsts[ring][i])) {
+                if (worsts[ring][i] == Colour{} || isHarder(m_text, seen, worsts[ring][i])) {
                     worsts[ring][i] = seen;
                     candidates[i] = mean;
                 }

@@ -35,6 +35,10 @@ public:
 private:
     static constexpr double margin = 3;
 
+    /// Takes what is worse in the disc at half its size, which begins `shift` points inside the disc's
+    /// corner.
+    void gather(const QImage& small, double shift, const std::vector<Colour>& grounds,
+                std::vector<std::vector<Colour>>& worsts);
     void worsen(Colour& worst, size_t ring, const Colour& ground) const;
 
     Colour m_text;
