@@ -2,25 +2,12 @@
 #include "app/DesktopApplication.h"
 #include "app/DisplayProgram.h"
 #include "app/Identity.h"
+#include "app/Memory.h"
 #include "platform/musicapp/mpris/MprisMusic.h"
 
 #include <QGuiApplication>
-#include <malloc.h>
 
 namespace tarnwick {
-
-namespace {
-
-/// glibc would learn from the first picture that is freed to keep all later ones of its size in its own heap,
-/// where they leave holes: half of the program's memory after a few albums.
-void giveFreedPicturesBack() {
-#ifdef M_MMAP_THRESHOLD
-    constexpr int smallestPicture = 256 * 1024; // bytes
-    mallopt(M_MMAP_THRESHOLD, smallestPicture);
-#endif
-}
-
-} // namespace
 
 int runDisplay(const Invocation& invocation) {
     giveFreedPicturesBack();

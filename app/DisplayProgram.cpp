@@ -3,6 +3,7 @@
 #include "app/Commands.h"
 #include "app/Identity.h"
 #include "app/KeyView.h"
+#include "app/Memory.h"
 #include "assets/Catalogue.h"
 #include "assets/RenderQueue.h"
 #include "display/DisplayScene.h"
@@ -28,6 +29,9 @@ constexpr int iconSide = 256;
 /// Longest wait for the first picture of the splash before the start goes on without it: the window may
 /// come up minimised.
 constexpr auto longestWait = std::chrono::milliseconds(500);
+
+/// When the start and the first album's coming are over.
+constexpr auto settled = std::chrono::seconds(4);
 
 /// The catalogue's pictures for the splash.
 class CatalogueImages : public QQuickImageProvider {
@@ -226,6 +230,7 @@ void DisplayProgram::showDisplay() {
     // From here on what changes at the player shows at once; the polls are only the floor.
     followPlayer(m_session.source(), m_session.music(), *m_view->controls());
     m_view->appear();
+    m_session.dispatcher().asyncAfter(m_session.dispatcher().mainQueue(), settled, giveFreedMemoryBack);
 }
 
 void DisplayProgram::showMessage(const QString& message) {
