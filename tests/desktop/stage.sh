@@ -149,9 +149,9 @@ copies() { [[ $(find "$XDG_RUNTIME_DIR/tarnwick" -name 'copy-*' | wc -l) == "$1"
 preferences() { "$program" defaults; }
 preferences_differ() { [[ $(preferences) != "$1" ]]; }
 
-# stops NAME SIGNAL [MILLISECONDS]: the program ends well, and soon, when it gets that signal.
+# stops NAME SIGNAL: the program ends well, and within a second, when it gets that signal.
 stops() {
-    local from code took limit=${3:-1000}
+    local from code took limit=1000 # milliseconds
     from=$(date +%s%N)
     kill "-$2" "$tarnwick"
     wait "$tarnwick"

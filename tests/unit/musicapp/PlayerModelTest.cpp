@@ -20,6 +20,11 @@ QVariantMap properties(const QString& status, const QString& title, double posit
             {"Shuffle", false}};
 }
 
+TEST(PlayerFacts, APictureIsSoughtWhereItIsNow) {
+    EXPECT_EQ(normaliseMetadata({{"mpris:artUrl", "https://open.spotify.com/image/ab12"}}).artUrl,
+              "https://i.scdn.co/image/ab12");
+}
+
 /// A model whose wishes are granted by a player that is a function of the time.
 struct PlayerModelTest : testing::Test {
     PlayerModel model;
