@@ -1,8 +1,9 @@
 #include "app/Launch.h"
 
-#include "app/Commands.h"
-#include "app/MusicSession.h"
-#include "app/ScreenProbe.h"
+#include "app/commandline/Answer.h"
+#include "app/commands/Commands.h"
+#include "app/desktop/ScreenProbe.h"
+#include "app/program/MusicSession.h"
 #include "platform/fonts/FontRegistry.h"
 
 #include <QFont>
@@ -10,7 +11,6 @@
 #include <unistd.h>
 
 #include <array>
-#include <cstdio>
 #include <memory>
 
 namespace tarnwick {
@@ -60,18 +60,6 @@ std::unique_ptr<QCoreApplication> makeApplication(const CommandEntry& command, c
 }
 
 } // namespace
-
-void complain(const QString& line) {
-    QString oneLine = line;
-    oneLine.replace(QLatin1Char('\n'), QLatin1Char(' '));
-    std::fprintf(stderr, "tarnwick: %s\n", oneLine.toUtf8().constData());
-}
-
-void print(const QString& text) {
-    const QByteArray bytes = text.toUtf8();
-    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
-    std::fflush(stdout);
-}
 
 int launch(int argc, char** argv) {
     qtMessages = qInstallMessageHandler(endOnFatal);

@@ -6,7 +6,7 @@
 #include "assets/RenderQueue.h"
 #include "display/DisplayScene.h"
 #include "display/SceneRenderer.h"
-#include "display/TarnwickView.h"
+#include "display/state/TarnwickView.h"
 #include "music/Scripts.h"
 #include "platform/animation/PacedAnimationDriver.h"
 #include "platform/animation/VirtualAnimationDriver.h"

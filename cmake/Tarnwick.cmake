@@ -65,6 +65,11 @@ function(tarnwick_qml_module name)
     if(arg_SINGLETONS)
         set_source_files_properties(${arg_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
     endif()
+    # However the sources are grouped, a module is one namespace: its QML files see each other by name.
+    foreach(file IN LISTS arg_QML_FILES arg_SINGLETONS)
+        get_filename_component(alias ${file} NAME)
+        set_source_files_properties(${file} PROPERTIES QT_RESOURCE_ALIAS ${alias})
+    endforeach()
     qt_add_qml_module(${name}
         URI ${arg_URI}
         VERSION 1.0
@@ -72,8 +77,14 @@ function(tarnwick_qml_module name)
         DEPENDENCIES QtQuick
         IMPORTS ${arg_IMPORTS}
         QML_FILES ${arg_QML_FILES} ${arg_SINGLETONS})
-    target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}) # for the generated code
     get_target_property(sources ${name} SOURCES)
+    # The generated code includes headers by their bare names.
+    foreach(file IN LISTS sources)
+        if(file MATCHES "^[A-Za-z/]+\\.h$")
+            get_filename_component(folder ${file} DIRECTORY)
+            target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/${folder})
+        endif()
+    endforeach()
     list(FILTER sources INCLUDE REGEX "/qmlcache/")
     set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -Wno-shadow) # Qt's, not ours
 endfunction()

@@ -1,6 +1,6 @@
 #include "display/DisplayScene.h"
 
-#include "display/TarnwickView.h"
+#include "display/state/TarnwickView.h"
 
 #include <QQmlComponent>
 #include <QQmlEngine>

@@ -1,8 +1,8 @@
-#include "app/DesktopApplication.h"
-#include "app/FontFileChooser.h"
-#include "app/MenuShortcuts.h"
-#include "app/RunningCopies.h"
-#include "app/StopSignals.h"
+#include "app/desktop/DesktopApplication.h"
+#include "app/desktop/FontFileChooser.h"
+#include "app/desktop/RunningCopies.h"
+#include "app/desktop/StopSignals.h"
+#include "app/program/MenuShortcuts.h"
 #include "tests/fakes/PrivateBus.h"
 
 #include <QSignalSpy>

@@ -1,4 +1,4 @@
-#include "app/MainWindow.h"
+#include "app/window/MainWindow.h"
 
 #include "platform/defaults/MemoryDefaults.h"
 #include "platform/dispatch/VirtualDispatcher.h"

@@ -1,4 +1,4 @@
-#include "app/TarnwickApp.h"
+#include "app/program/TarnwickApp.h"
 
 #include "music/Scripts.h"
 #include "platform/defaults/MemoryDefaults.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/TrackControls.h"
+#include "controls/bar/TrackControls.h"
 #include "tests/unit/music/MusicFixture.h"
 
 namespace tarnwick {

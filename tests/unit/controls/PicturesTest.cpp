@@ -1,6 +1,6 @@
-#include "controls/Frost.h"
-#include "controls/PickerColours.h"
-#include "controls/PopoverPainter.h"
+#include "controls/bar/Frost.h"
+#include "controls/picker/PickerColours.h"
+#include "controls/picker/PopoverPainter.h"
 #include "visuals/Colour.h"
 
 #include <gmock/gmock.h>

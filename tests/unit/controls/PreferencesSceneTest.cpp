@@ -1,4 +1,4 @@
-#include "controls/PreferencesWindowOpener.h"
+#include "controls/preferences/PreferencesWindowOpener.h"
 #include "tests/unit/controls/SceneFixture.h"
 
 #include <QScreen>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/PreferencesModel.h"
+#include "controls/preferences/PreferencesModel.h"
 #include "platform/defaults/MemoryDefaults.h"
 #include "tests/fakes/FakeWindows.h"
 #include "tests/unit/controls/ControlsFixture.h"

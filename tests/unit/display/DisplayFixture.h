@@ -1,6 +1,6 @@
 #pragma once
 
-#include "display/TarnwickView.h"
+#include "display/state/TarnwickView.h"
 #include "music/Scripts.h"
 #include "platform/defaults/MemoryDefaults.h"
 #include "tests/fakes/FakeWindows.h"

@@ -1,5 +1,5 @@
-#include "display/PanelItem.h"
-#include "display/TracklistModel.h"
+#include "display/panel/PanelItem.h"
+#include "display/tracklist/TracklistModel.h"
 #include "tests/unit/display/SceneFixture.h"
 
 #include <QBuffer>

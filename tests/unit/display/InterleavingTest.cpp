@@ -1,4 +1,4 @@
-#include "display/CutPictureItem.h"
+#include "display/pictures/CutPictureItem.h"
 #include "tests/unit/display/SceneFixture.h"
 #include "tests/unit/display/TestCovers.h"
 

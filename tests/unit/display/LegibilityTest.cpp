@@ -1,8 +1,8 @@
-#include "display/Legibility.h"
+#include "display/panel/Legibility.h"
 
 #include "assets/CataloguePicture.h"
-#include "display/PanelItem.h"
-#include "display/VeilLayer.h"
+#include "display/panel/PanelItem.h"
+#include "display/veil/VeilLayer.h"
 #include "tests/unit/display/SceneFixture.h"
 #include "tests/unit/display/TestCovers.h"
 #include "visuals/RotatingCDNSView.h"

@@ -1,4 +1,4 @@
-#include "display/PanelLayout.h"
+#include "display/panel/PanelLayout.h"
 
 #include <QFontInfo>
 #include <gmock/gmock.h>

@@ -3,8 +3,8 @@
 #include "assets/RenderQueue.h"
 #include "display/DisplayScene.h"
 #include "display/SceneRenderer.h"
-#include "display/SettleTimer.h"
-#include "display/VeilModel.h"
+#include "display/pictures/SettleTimer.h"
+#include "display/veil/VeilModel.h"
 #include "platform/animation/VirtualAnimationDriver.h"
 #include "tests/unit/display/DisplayFixture.h"
 

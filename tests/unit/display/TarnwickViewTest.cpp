@@ -1,4 +1,4 @@
-#include "display/TarnwickView.h"
+#include "display/state/TarnwickView.h"
 
 #include "platform/windows/KeyCodes.h"
 #include "tests/unit/display/DisplayFixture.h"

@@ -1,4 +1,4 @@
-#include "display/TrackTexts.h"
+#include "display/state/TrackTexts.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "display/TracklistModel.h"
+#include "display/tracklist/TracklistModel.h"
 
 #include "tests/unit/display/DisplayFixture.h"
 

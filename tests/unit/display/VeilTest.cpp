@@ -1,5 +1,5 @@
-#include "display/Legibility.h"
-#include "display/Veils.h"
+#include "display/panel/Legibility.h"
+#include "display/veil/Veils.h"
 
 #include <gmock/gmock.h>
 

@@ -1,0 +1,37 @@
+#include "app/commandline/Answer.h"
+#include "app/commands/Commands.h"
+#include "app/desktop/DesktopApplication.h"
+#include "app/desktop/Identity.h"
+#include "app/desktop/Memory.h"
+#include "app/program/DisplayProgram.h"
+#include "platform/musicapp/mpris/MprisMusic.h"
+
+#include <QGuiApplication>
+
+namespace tarnwick {
+
+int runDisplay(const Invocation& invocation) {
+    giveFreedPicturesBack();
+    QGuiApplication::setDesktopFileName(bundleIdentifier());
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    return DisplayProgram(invocation).run();
+}
+
+int runShow() {
+    if (!musicapp::MprisMusic::hasSessionBus())
+        return nobodyRuns;
+    const auto bus =
+        QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("tarnwick-show"));
+    switch (DesktopApplication::askToShow(bus)) {
+    case DesktopApplication::Answer::Shown:
+        return exitDone;
+    case DesktopApplication::Answer::NoAnswer:
+        complain(QStringLiteral("the display that runs does not answer"));
+        return exitFailed;
+    case DesktopApplication::Answer::NobodyRuns:
+        break;
+    }
+    return nobodyRuns;
+}
+
+} // namespace tarnwick

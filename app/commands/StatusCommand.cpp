@@ -1,0 +1,83 @@
+#include "app/commandline/Answer.h"
+#include "app/commands/Commands.h"
+#include "app/program/MusicSession.h"
+#include "assets/Catalogue.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QMetaProperty>
+
+namespace tarnwick {
+
+namespace {
+
+QJsonValue artworkToJson(const std::optional<images::Image>& artwork) {
+    if (!artwork)
+        return QJsonValue::Null;
+    return QJsonObject{
+        {QStringLiteral("width"), artwork->size().width()},
+        {QStringLiteral("height"), artwork->size().height()},
+        {QStringLiteral("nocover"), Catalogue::shared().nameOf(*artwork) == QLatin1String("nocover")}};
+}
+
+/// The fields in the order of their declaration.
+std::vector<std::pair<QString, QJsonValue>> fieldsOf(MusicSession& session) {
+    std::vector<std::pair<QString, QJsonValue>> fields;
+    const MusicSource& source = session.source();
+    const QMetaObject* meta = source.metaObject();
+    for (int i = meta->propertyOffset(); i < meta->propertyCount(); ++i) {
+        const QMetaProperty property = meta->property(i);
+        const QString name = QString::fromLatin1(property.name());
+        if (name == QLatin1String("currentAlbumArtwork"))
+            fields.emplace_back(name, artworkToJson(source.currentAlbumArtwork()));
+        else
+            fields.emplace_back(name, QJsonValue::fromVariant(property.read(&source)));
+    }
+    const QString player = session.music().playerName();
+    fields.emplace_back(QStringLiteral("player"), player.isEmpty() ? QJsonValue() : QJsonValue(player));
+    return fields;
+}
+
+QString plain(const QJsonValue& value) {
+    if (value.isString())
+        return value.toString();
+    if (value.isNull())
+        return QStringLiteral("-");
+    QByteArray json = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
+    return QString::fromUtf8(json.mid(1, json.size() - 2));
+}
+
+void refresh(MusicSession& session) {
+    session.runInBackground([&] { session.music().waitUntilComplete(completionTime); });
+    MusicSource& source = session.source();
+    session.await({
+        [&](const dispatch::Task& done) { source.fetchNowPlaying(done); },
+        [&](const dispatch::Task& done) { source.fetchCurrentPlaylistName(done); },
+        [&](const dispatch::Task& done) { source.syncShuffleState(done); },
+        [&](const dispatch::Task& done) { source.syncVolume(done); },
+    });
+    // The list belongs to the album that is known by now.
+    if (source.isPlayerActive())
+        session.await({[&](const dispatch::Task& done) { source.fetchTracksByDisc(done); }});
+}
+
+} // namespace
+
+int runStatus(const Invocation& invocation) {
+    MusicSession session(invocation, {.log = complain, .showDialog = complain});
+    refresh(session);
+    const auto fields = fieldsOf(session);
+    if (invocation.has(QStringLiteral("json"))) {
+        QJsonObject object;
+        for (const auto& [name, value] : fields)
+            object.insert(name, value);
+        print(QString::fromUtf8(QJsonDocument(object).toJson()));
+    } else {
+        for (const auto& [name, value] : fields)
+            print(name + QStringLiteral(": ") + plain(value) + QLatin1Char('\n'));
+    }
+    return exitDone;
+}
+
+} // namespace tarnwick

@@ -1,0 +1,113 @@
+#include "app/program/MusicSession.h"
+
+#include "assets/Catalogue.h"
+#include "platform/musicapp/demo/DemoMusic.h"
+#include "platform/musicapp/mpris/MprisMusic.h"
+
+#include <QEventLoop>
+#include <QStandardPaths>
+
+namespace tarnwick {
+
+class MusicSession::ScriptHost : public script::Host {
+public:
+    ScriptHost(dispatch::Dispatcher& dispatcher, Options options)
+        : m_dispatcher(dispatcher), m_options(std::move(options)) {}
+
+    void log(const QString& text) override { m_options.log(text); }
+    void displayDialog(const QString& text) override { m_options.showDialog(text); }
+    void delay(std::chrono::nanoseconds duration) override { m_dispatcher.sleepFor(duration); }
+
+private:
+    dispatch::Dispatcher& m_dispatcher;
+    Options m_options;
+};
+
+namespace {
+
+musicapp::MprisMusic::Options mprisOptions(const Invocation& invocation) {
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+    return {.busAddress = {},
+            .player = invocation.option(QStringLiteral("player")).value_or(QString()),
+            .cacheFolder = cache + QStringLiteral("/tarnwick"),
+            .stateFile = data + QStringLiteral("/tarnwick/last-player")};
+}
+
+} // namespace
+
+bool wantsDemo(const Invocation& invocation) {
+    const QString source = invocation.option(QStringLiteral("source")).value_or(QStringLiteral("auto"));
+    if (source == QLatin1String("auto"))
+        return !musicapp::MprisMusic::hasSessionBus();
+    return source == QLatin1String("demo");
+}
+
+MusicSession::MusicSession(const Invocation& invocation, Options options)
+    : m_images(std::make_shared<images::ImageStore>(m_dispatcher)),
+      m_host(std::make_unique<ScriptHost>(m_dispatcher, options)), m_isDemo(wantsDemo(invocation)) {
+    if (m_isDemo)
+        m_music = std::make_unique<musicapp::DemoMusic>(
+            musicapp::DemoMusic::Options{.scene = options.demoScene,
+                                         .startsStopped = options.demoStartsStopped},
+            m_dispatcher, *m_images);
+    else
+        m_music = std::make_unique<musicapp::MprisMusic>(mprisOptions(invocation), m_dispatcher, *m_images);
+    m_interpreter = std::make_unique<script::Interpreter>(m_music->scripting());
+    auto runner = std::make_shared<ScriptRunner>(
+        m_dispatcher, [this](const QString& text) { return execute(text); }, options.log);
+    m_source = std::make_unique<MusicSource>(MusicSource::Parts{
+        m_dispatcher, runner, m_images, Catalogue::shared().image(QStringLiteral("nocover")), options.log});
+    MusicSource::setShared(m_source.get());
+}
+
+MusicSession::~MusicSession() {
+    m_ending = true; // scripts that run end at their next step
+    m_source.reset();
+    m_dispatcher.shutDown();
+}
+
+void MusicSession::end() {
+    m_ending = true;
+    m_dispatcher.shutDown();
+}
+
+script::Outcome MusicSession::execute(const QString& text, const script::Limits& limits) {
+    script::Limits own = limits;
+    own.cancelled = &m_ending;
+    return m_interpreter->run(text, *m_host, own);
+}
+
+void MusicSession::runInBackground(const std::function<void()>& work) {
+    await({[&](const dispatch::Task& done) {
+        m_dispatcher.globalQueue(dispatch::QualityOfService::Default).async([this, &work, done] {
+            work();
+            m_dispatcher.mainQueue().async(done);
+        });
+    }});
+}
+
+void MusicSession::await(const std::vector<std::function<void(dispatch::Task)>>& requests) {
+    QEventLoop loop;
+    std::size_t missing = requests.size();
+    for (const auto& request : requests)
+        request([&] {
+            if (--missing == 0)
+                loop.quit();
+        });
+    if (missing > 0)
+        loop.exec();
+}
+
+void followPlayer(MusicSource& source, musicapp::MusicApplication& music, TrackControls& controls) {
+    const auto dim = [&music, &controls] {
+        auto can = music.capabilities();
+        can.canPlay = can.canPlay || music.playerName().isEmpty(); // it starts a player
+        controls.setCapabilities(can);
+    };
+    QObject::connect(&source, &MusicSource::playerChanged, &controls, dim);
+    source.follow(music);
+    dim();
+}
+
+} // namespace tarnwick

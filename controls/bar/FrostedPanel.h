@@ -1,0 +1,40 @@
+#pragma once
+
+#include "assets/PictureItem.h"
+#include "controls/bar/Backdrop.h"
+
+namespace tarnwick {
+
+/// A frosted panel. Made off the main thread whenever what is behind it, its place or its size changes
+/// while it is wanted; until then it shows the one before.
+class FrostedPanel : public PictureItem {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(tarnwick::Backdrop backdrop MEMBER m_backdrop NOTIFY changed)
+    /// The panel in the backdrop's units.
+    Q_PROPERTY(QRectF place MEMBER m_place NOTIFY changed)
+    /// Of its corners, in the backdrop's units.
+    Q_PROPERTY(double radius MEMBER m_radius NOTIFY changed)
+    /// Whether it can be seen; else nothing is made.
+    Q_PROPERTY(bool isWanted MEMBER m_isWanted NOTIFY isWantedChanged)
+
+public:
+    explicit FrostedPanel(QQuickItem* parent = nullptr);
+
+Q_SIGNALS:
+    void changed();
+    void isWantedChanged();
+
+protected:
+    void updatePolish() override;
+
+private:
+    Backdrop m_backdrop;
+    QRectF m_place;
+    double m_radius = 22;
+    bool m_isWanted = true;
+    bool m_isOld = true;
+    bool m_isMaking = false;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,141 @@
+#include "controls/bar/TrackControls.h"
+
+#include <QPointer>
+
+#include <algorithm>
+
+namespace tarnwick {
+
+TrackControls::TrackControls(Parts parts) : m_parts(std::move(parts)) {
+    const MusicSource& source = m_parts.musicSource;
+    connect(&source, &MusicSource::isPlayingChanged, this, &TrackControls::isPlayingChanged);
+    connect(&source, &MusicSource::isShuffleOnChanged, this, &TrackControls::isShuffleOnChanged);
+    connect(&source, &MusicSource::volumeLevelChanged, this, &TrackControls::volumeLevelChanged);
+}
+
+TrackControls::~TrackControls() { m_hideControlsWorkItem.cancel(); }
+
+void TrackControls::press(const QString& button) {
+    if (button == u"previous") {
+        runGuarded(m_parts.onPrevious);
+    } else if (button == u"playPause") {
+        runGuarded(m_parts.onPlayPause);
+    } else if (button == u"next") {
+        runGuarded(m_parts.onNext);
+    } else if (button == u"shuffle") {
+        runGuarded(m_parts.onToggleShuffle);
+    } else if (button == u"playlist") {
+        fetchPlaylists();
+        setShowPlaylistPicker(!m_showPlaylistPicker);
+    } else if (button == u"preferences") {
+        m_parts.openPreferences();
+    }
+}
+
+/// At most one command in each 0.2 s, whichever button it comes from.
+void TrackControls::runGuarded(const std::function<void()>& command) {
+    if (m_isCommandInProgress)
+        return;
+    m_isCommandInProgress = true;
+    m_parts.dispatcher.asyncAfter(m_parts.dispatcher.mainQueue(), guardTime, [self = QPointer(this)] {
+        if (self)
+            self->m_isCommandInProgress = false;
+    });
+    command();
+}
+
+void TrackControls::fetchPlaylists() {
+    auto& dispatcher = m_parts.dispatcher;
+    auto& queue = dispatcher.globalQueue(dispatch::QualityOfService::Background);
+    queue.async([self = QPointer(this), source = MusicSource::shared(), &main = dispatcher.mainQueue()] {
+        main.async([self, names = source ? source->fetchPlaylists() : QStringList()] {
+            if (self)
+                self->assign(self->m_playlists, names, &TrackControls::playlistsChanged);
+        });
+    });
+}
+
+void TrackControls::choosePlaylist(const QString& name) {
+    m_parts.musicSource.playPlaylist(name);
+    setShowPlaylistPicker(false);
+}
+
+void TrackControls::pointerEntered(const QString& button) {
+    assign(m_hoveredButton, button, &TrackControls::hoveredButtonChanged);
+}
+
+void TrackControls::pointerLeft() {
+    assign(m_hoveredButton, QString(), &TrackControls::hoveredButtonChanged);
+}
+
+void TrackControls::enterBar() {
+    assign(m_isHovered, true, &TrackControls::isHoveredChanged);
+    setShowTrackControls(true);
+    m_hideControlsWorkItem.cancel();
+}
+
+void TrackControls::leaveBar() {
+    assign(m_isHovered, false, &TrackControls::isHoveredChanged);
+    startHideTimer();
+}
+
+void TrackControls::setFocused(bool isFocused) {
+    if (m_isFocused == isFocused)
+        return;
+    m_isFocused = isFocused;
+    if (isFocused)
+        setShowTrackControls(true);
+    else if (!m_isHovered)
+        startHideTimer();
+}
+
+void TrackControls::startHideTimer() {
+    m_hideControlsWorkItem.cancel();
+    m_hideControlsWorkItem =
+        m_parts.dispatcher.asyncAfter(m_parts.dispatcher.mainQueue(), hideDelay, [self = QPointer(this)] {
+            if (self && !self->m_isHovered && !self->m_isFocused)
+                self->setShowTrackControls(false);
+        });
+}
+
+void TrackControls::setVolume(double level) { m_parts.musicSource.setVolume(std::clamp(level, 0.0, 1.0)); }
+
+void TrackControls::setShowTrackControls(bool isShown) {
+    assign(m_showTrackControls, isShown, &TrackControls::showTrackControlsChanged);
+}
+
+void TrackControls::setShowPlaylistPicker(bool isShown) {
+    assign(m_showPlaylistPicker, isShown, &TrackControls::showPlaylistPickerChanged);
+}
+
+void TrackControls::setWindowWidth(double width) {
+    assign(m_windowWidth, width, &TrackControls::windowWidthChanged);
+}
+
+void TrackControls::setCapabilities(const musicapp::Capabilities& capabilities) {
+    QStringList dimmed;
+    const auto dimUnless = [&](bool isPossible, const QString& button) {
+        if (!isPossible)
+            dimmed.append(button);
+    };
+    dimUnless(capabilities.canGoPrevious, QStringLiteral("previous"));
+    dimUnless(capabilities.canPlay, QStringLiteral("playPause"));
+    dimUnless(capabilities.canGoNext, QStringLiteral("next"));
+    dimUnless(capabilities.canShuffle, QStringLiteral("shuffle"));
+    dimUnless(capabilities.hasPlaylists, QStringLiteral("playlist"));
+    assign(m_dimmedButtons, dimmed, &TrackControls::dimmedButtonsChanged);
+}
+
+void TrackControls::showMessage(const QString& message) {
+    assign(m_message, message, &TrackControls::messageChanged);
+    m_messageEnd.cancel();
+    m_messageEnd =
+        m_parts.dispatcher.asyncAfter(m_parts.dispatcher.mainQueue(), messageTime, [self = QPointer(this)] {
+            if (self)
+                self->assign(self->m_message, QString(), &TrackControls::messageChanged);
+        });
+}
+
+double TrackControls::sizeScale() const { return std::clamp(m_windowWidth / 1200, 0.5, 1.5); }
+
+} // namespace tarnwick

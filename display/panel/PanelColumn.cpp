@@ -1,0 +1,127 @@
+#include "display/panel/PanelColumn.h"
+
+#include "display/panel/TextInk.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr double topMargin = 20;
+constexpr double bottomMargin = 12;
+constexpr double smallestScale = 0.6;
+constexpr double tallestOverhang = 0.6; // of the type's size, beyond the line, above and below
+
+} // namespace
+
+PanelColumn::PanelColumn(const PanelFrame& frame)
+    : m_frame(frame), m_limit(frame.window.height() - bottomMargin), m_bottom(topMargin) {}
+
+void PanelColumn::skip(double points) {
+    if (m_bottom > topMargin)
+        m_skip += points;
+}
+
+double PanelColumn::snapped(double position) const {
+    return std::round(position * m_frame.pixelRatio) / m_frame.pixelRatio;
+}
+
+std::optional<double> PanelColumn::takeHeight(double height) {
+    if (!fits(height)) {
+        m_full = true;
+        return std::nullopt;
+    }
+    const double top = y();
+    m_bottom = top + height;
+    m_skip = 0;
+    return top;
+}
+
+QFont PanelColumn::fontFor(const QStringList& lines, const Style& style, double width) {
+    const auto sized = [&](int size) { return panelFont(style.face, size, style.weight(size)); };
+    const int wanted = qRound(style.points);
+    const QFont font = sized(wanted);
+    double widest = 0;
+    for (const QString& line : lines)
+        widest = std::max(widest, measureInk(line, font).ink.width());
+    if (widest <= width)
+        return font;
+    return sized(static_cast<int>(wanted * std::clamp(width / widest, smallestScale, 1.0)));
+}
+
+bool PanelColumn::addText(const QStringList& lines, const QString& spoken, const Style& style,
+                          double reserve) {
+    const double width = m_frame.widestLine() - style.room;
+    const QFont font = fontFor(lines, style, width);
+    const double height = lineHeight * font.pixelSize();
+    if (width <= 0 || !fits(height)) {
+        m_full = true;
+        return false;
+    }
+    const auto room = static_cast<qsizetype>((m_limit + tolerance - y() - reserve) / height);
+    const qsizetype count = std::clamp(room, qsizetype{1}, lines.size());
+
+    m_firstOfText = m_lines.size();
+    qsizetype placed = 0;
+    while (placed < count && place(lines[placed], style, font, width))
+        ++placed;
+    if (placed == 0)
+        return false;
+    if (placed < lines.size())
+        endLast(lines[placed - 1] + style.ending, width);
+    m_lines[m_firstOfText].spoken = spoken;
+    return true;
+}
+
+void PanelColumn::align(PanelLine& line, double right) {
+    const QRectF ink = measureInk(line.text, line.font).ink;
+    line.x = right - ink.right();
+    line.box.setLeft(line.x + ink.left());
+    line.box.setRight(right);
+}
+
+void PanelColumn::endLast(const QString& text, double width) {
+    PanelLine& last = m_lines.back();
+    last.text = elidedToInk(text, last.font, width);
+    align(last, m_frame.inkEdge());
+}
+
+bool PanelColumn::place(const QString& text, const Style& style, const QFont& font, double width) {
+    PanelLine line{.block = style.block, .text = elidedToInk(text, font, width), .font = font};
+    const QRectF ink = measureInk(line.text, font).ink;
+    const double size = font.pixelSize();
+
+    // Tall scripts get the air they need, so that their ink touches no other line's.
+    const double most = tallestOverhang * size;
+    const double above = -ink.top() - ascent * size;
+    const double below = ink.bottom() - (lineHeight - ascent) * size;
+    const double height = lineHeight * size + std::clamp(above, 0.0, most) + std::clamp(below, 0.0, most);
+    const std::optional<double> top = takeHeight(height);
+    if (!top || line.text.isEmpty())
+        return false;
+    line.baseline = snapped(*top + std::clamp(above, 0.0, most) + ascent * size);
+    line.box = QRectF(0, *top, 0, height);
+    line.clipped = above > most || below > most;
+    align(line, m_frame.inkEdge());
+    m_lines.push_back(line);
+    return true;
+}
+
+void PanelColumn::addLabels(const QString& text, const QFont& font, double distance) {
+    if (m_firstOfText >= m_lines.size())
+        return;
+    double left = m_frame.inkEdge();
+    for (size_t i = m_firstOfText; i < m_lines.size(); ++i)
+        left = std::min(left, m_lines[i].x);
+    const PanelLine& first = m_lines[m_firstOfText];
+    PanelLine line{
+        .block = first.block, .text = text, .font = font, .baseline = first.baseline, .spoken = text};
+    const double size = font.pixelSize();
+    line.box = QRectF(0, line.baseline - ascent * size, 0, lineHeight * size);
+    align(line, left - distance);
+    m_lines.insert(m_lines.begin() + static_cast<std::ptrdiff_t>(m_firstOfText), line);
+}
+
+} // namespace tarnwick

@@ -1,0 +1,121 @@
+#include "display/pictures/CutPictureItem.h"
+
+#include "assets/RenderQueue.h"
+
+#include <QPointer>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace tarnwick {
+
+CutPictureItem::CutPictureItem(QQuickItem* parent)
+    : QQuickItem(parent), m_before(new PictureItem(this)), m_layer(new PictureItem(this)) {}
+
+void CutPictureItem::setPicture(const Picture& picture) {
+    if (m_picture == picture)
+        return;
+    m_picture = picture;
+    Q_EMIT pictureChanged();
+    polish();
+}
+
+void CutPictureItem::componentComplete() {
+    QQuickItem::componentComplete();
+    polish();
+}
+
+void CutPictureItem::geometryChange(const QRectF& to, const QRectF& from) {
+    QQuickItem::geometryChange(to, from);
+    polish();
+    if (to.size() != from.size())
+        m_settling.start();
+}
+
+// A new picture often comes with another size, so what to make is seen once both are known.
+void CutPictureItem::updatePolish() {
+    layOut();
+    if (m_asked != m_picture || !m_layer->picture())
+        remake();
+}
+
+PictureCut CutPictureItem::wantedCut() const {
+    const double ratio = m_pixelRatio;
+    const QSize size(static_cast<int>(std::lround(width() * ratio)),
+                     static_cast<int>(std::lround(height() * ratio)));
+    const double radius = m_isRound ? std::max(size.width(), size.height()) : m_cornerRadius * ratio;
+    return {size, radius, m_shadowOpacity, m_shadowRadius * ratio, QPointF(0, m_shadowOffset * ratio)};
+}
+
+void CutPictureItem::remake() {
+    if (!isComponentComplete())
+        return;
+    if (!m_picture.isPresent()) {
+        m_asked = {};
+        ++m_order;
+        show({}, {}, {});
+        return;
+    }
+    const PictureCut cut = wantedCut();
+    if (cut.size.isEmpty() || (m_asked == m_picture && m_askedCut == cut))
+        return;
+    m_asked = m_picture;
+    m_askedCut = cut;
+    m_settling.stop();
+    renderqueue::run(
+        [picture = m_picture, cut] {
+            return std::make_shared<const QImage>(
+                cutOut(fitted(Catalogue::shared(), picture, cut.size), cut));
+        },
+        [item = QPointer(this), picture = m_picture, cut,
+         order = ++m_order](const renderqueue::Picture& drawn) {
+            if (item && item->m_order == order) // else overtaken
+                item->show(*drawn, picture, cut);
+        });
+}
+
+void CutPictureItem::show(const QImage& drawn, const Picture& picture, const PictureCut& cut) {
+    if (picture != m_shown && !drawn.isNull() && m_layer->picture())
+        keepBefore();
+    m_shown = picture;
+    m_shownCut = cut;
+    m_layer->setPicture(drawn.isNull() ? nullptr : std::make_shared<const QImage>(drawn));
+    layOut();
+    Q_EMIT shown();
+}
+
+void CutPictureItem::keepBefore() {
+    Q_EMIT replaced();
+    if (fade() >= 1)
+        return;
+    m_before->setPicture(m_layer->picture());
+    m_before->setPosition(m_layer->position());
+    m_before->setSize(m_layer->size());
+}
+
+void CutPictureItem::setFade(double fade) {
+    if (fade == m_layer->opacity())
+        return;
+    m_layer->setOpacity(fade);
+    if (fade >= 1)
+        m_before->setPicture(nullptr);
+    Q_EMIT fadeChanged();
+}
+
+void CutPictureItem::layOut() {
+    if (m_shownCut.size.isEmpty())
+        return;
+    if (m_shown != m_picture) { // the one before stays where it was, whatever the new one needs
+        m_layer->setPosition(m_layer->position() + std::exchange(m_laidOutAt, position()) - position());
+        return;
+    }
+    m_laidOutAt = position();
+    // The margin in units of the item, which may have another size than the picture was made for.
+    const double marginX = m_shownCut.margin() * width() / m_shownCut.size.width();
+    const double marginY = m_shownCut.margin() * height() / m_shownCut.size.height();
+    m_layer->setPosition({-marginX, -marginY});
+    m_layer->setSize({width() + 2 * marginX, height() + 2 * marginY});
+}
+
+} // namespace tarnwick
