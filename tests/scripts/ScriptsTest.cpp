@@ -9,7 +9,10 @@
 //   -- given: WORDS         before: `stopped`, `paused`, `not running`, `no facts`, `no artwork`, `no track`
 //   -- next script          another script in the same file
 //
-// A folder is named after the source file that is to blame when something in it fails.
+// A folder is named after the source file that is to blame when something in it fails. The texts that the
+// program itself sends are run in the same way.
+
+#include "music/Scripts.h"
 
 #include "platform/script/Application.h"
 #include "platform/script/Host.h"
@@ -135,6 +138,30 @@ std::vector<std::string> texts(const QStringList& from) {
     return to;
 }
 
+/// Runs a script with expectations in its comments.
+void expectWhatItSays(const QString& source) {
+    const Expectations expected = expectationsOf(source);
+    const auto library = libraryFor(source);
+    fakes::FakeProvider provider(library);
+    Interpreter interpreter(provider);
+    RecordingHost host(library->record);
+    const Outcome outcome = interpreter.run(source, host);
+
+    EXPECT_THAT(texts(library->record), testing::ElementsAreArray(texts(expected.happenings)));
+    const QString place = outcome.error ? outcome.error->toStringWithPlace() : QString();
+    QString error = outcome.error ? outcome.error->toString() : QString();
+    if (outcome.error && expected.hasColumn)
+        error.prepend(QString::number(outcome.error->range.column) + QStringLiteral(": "));
+    EXPECT_EQ(error.toStdString(), expected.error.toStdString()) << place.toStdString();
+    if (outcome.error && !expected.error.isEmpty()) {
+        EXPECT_EQ(outcome.error->range.line, expected.errorLine);
+    }
+    if (!expected.reply.isEmpty() && outcome.reply) {
+        EXPECT_EQ(literal(*outcome.reply).toStdString(), expected.reply.toStdString());
+    }
+    EXPECT_TRUE(expected.reply.isEmpty() || outcome.reply);
+}
+
 class ScriptTest : public testing::TestWithParam<std::string> {};
 
 TEST_P(ScriptTest, MeetsItsExpectations) {
@@ -145,26 +172,7 @@ TEST_P(ScriptTest, MeetsItsExpectations) {
     int begin = 1;
     for (const QString& source : std::get<QString>(decoded).split(QStringLiteral("-- next script\n"))) {
         SCOPED_TRACE(testing::Message() << "the script that begins on line " << begin);
-        const Expectations expected = expectationsOf(source);
-        const auto library = libraryFor(source);
-        fakes::FakeProvider provider(library);
-        Interpreter interpreter(provider);
-        RecordingHost host(library->record);
-        const Outcome outcome = interpreter.run(source, host);
-
-        EXPECT_THAT(texts(library->record), testing::ElementsAreArray(texts(expected.happenings)));
-        const QString place = outcome.error ? outcome.error->toStringWithPlace() : QString();
-        QString error = outcome.error ? outcome.error->toString() : QString();
-        if (outcome.error && expected.hasColumn)
-            error.prepend(QString::number(outcome.error->range.column) + QStringLiteral(": "));
-        EXPECT_EQ(error.toStdString(), expected.error.toStdString()) << place.toStdString();
-        if (outcome.error && !expected.error.isEmpty()) {
-            EXPECT_EQ(outcome.error->range.line, expected.errorLine);
-        }
-        if (!expected.reply.isEmpty() && outcome.reply) {
-            EXPECT_EQ(literal(*outcome.reply).toStdString(), expected.reply.toStdString());
-        }
-        EXPECT_TRUE(expected.reply.isEmpty() || outcome.reply);
+        expectWhatItSays(source);
         begin += static_cast<int>(source.count(QLatin1Char('\n'))) + 1;
     }
 }
@@ -175,5 +183,64 @@ INSTANTIATE_TEST_SUITE_P(Scripts, ScriptTest, testing::ValuesIn(scriptFiles()), 
         name.begin(), name.end(), [](unsigned char c) { return std::isalnum(c) == 0; }, '_');
     return name;
 });
+
+TEST(MusicTexts, DoWhatTheyAreFor) {
+    const QString facts = QStringLiteral(
+        R"(-- expect reply: {"Uno", "Aria", "Prima", 2001, 1, 1, 2, "Gruppo", "Apple Lossless audio file", missing value, «data tdta636F766572», "%1", 245.5, 12.5, {"Due", "Uno", "Zero", "Fine"}, {200.0, 245.5, 10.0, 1.2345E+4}, "Pop", 1024, 30000000000, 44100})");
+    const auto title = [](const char* name, const char* album = "Prima") {
+        return scripts::playTitle(QString::fromUtf8(name), QString::fromUtf8(album));
+    };
+    const struct {
+        QString text;
+        QString comments;
+    } rows[] = {
+        {scripts::nowPlaying(), facts.arg("playing")},
+        {scripts::nowPlaying(), "-- given: paused\n" + facts.arg("paused")},
+        {scripts::nowPlaying(),
+         R"(-- given: no facts
+            -- expect reply: {"Uno", "Aria", "Prima", "0", 1, 1, 0, "Gruppo sconosciuto", "Formato sconosciuto", "Nessun commento", missing value, "playing", 245.5, 12.5, {"Due", "Uno", "Zero", "Fine"}, {200.0, 245.5, 10.0, 1.2345E+4}, "Genere sconosciuto", 0, 0, 0})"},
+        {scripts::nowPlaying(),
+         R"(-- given: stopped
+            -- expect reply: {"", "", "", "", 0, 0, 0, "Gruppo sconosciuto", "", "Nessun commento", missing value, "stopped", 0, 0, {}, {}, "Genere sconosciuto", 0, 0, 0})"},
+        {scripts::tracksByDisc(), R"(-- expect reply: {{1, {{1, "Uno"}, {2, "Due"}}}, {2, {{1, "Fine"}}}})"},
+        {scripts::tracksByDisc(),
+         "-- given: stopped\n-- expect reply: \"Nessuna traccia in riproduzione o pausa.\""},
+        {scripts::currentPlaylist(), "-- expect reply: \"Library\""},
+        {scripts::currentPlaylist(), "-- given: stopped\n-- expect reply: \"\""},
+        {scripts::trackLocation(), "-- expect reply: \"/music/Uno.flac\""},
+        {scripts::trackLocation(), "-- given: stopped\n-- expect reply: \"\""},
+        {scripts::discNumber(), "-- expect reply: 1"},
+        {scripts::discNumber(), "-- given: stopped\n-- expect reply: missing value"},
+        {scripts::playlistNames(), R"(-- expect reply: {"Musica", "Jazz \"live\""})"},
+        {scripts::playPause(), "-- expect: pause"},
+        {scripts::playPause(), "-- given: paused\n-- expect: play"},
+        {scripts::playPause(),
+         "-- given: not running\n-- expect: launch\n-- expect: delay: 0.1\n-- expect: play"},
+        {scripts::nextTrack(), "-- expect: next track"},
+        {scripts::previousTrack(), "-- given: paused\n-- expect: previous track"},
+        {scripts::nextTrack(), "-- given: stopped"},
+        {scripts::startupPlaylist(), "-- expect: play playlist \"Musica\""},
+        {scripts::startupPlaylist(), "-- given: not running\n-- expect: launch\n-- expect: delay: 2\n-- "
+                                     "expect: play playlist \"Musica\""},
+        {scripts::getVolume(), "-- expect reply: 30"},
+        {scripts::setVolume(0.42), "-- expect: set sound volume to 42\n-- expect reply: 42"},
+        {scripts::getShuffle(), "-- expect reply: false"},
+        {scripts::toggleShuffle(), "-- expect: set shuffle enabled to true\n-- expect reply: true"},
+        {scripts::playPlaylist("Jazz \"live\""), "-- expect: play playlist \"Jazz \"live\"\""},
+        {scripts::playPlaylist("Manca"),
+         R"(-- expect reply: "Music got an error: Can’t get playlist \"Manca\".")"},
+        {title("Fine"), "-- expect: play track 4"},
+        {title(R"(Say "x" \ y)", R"(L'altra "volta")"), "-- expect: play track 5"},
+        {title("Manca"),
+         R"(-- expect: dialog: Errore: Il brano 'Manca' non è disponibile nell'album 'Prima'.
+            -- expect: Errore AppleScript: Music got an error: Can’t get first track of library playlist 1 whose name is "Manca" and album is "Prima".)"},
+        {title("Fine"),
+         "-- given: stopped\n-- expect: dialog: Errore: La riproduzione non è attualmente attiva."},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text.left(120).toStdString() + "\n" + row.comments.left(120).toStdString());
+        expectWhatItSays(row.text + QLatin1Char('\n') + row.comments);
+    }
+}
 
 } // namespace
