@@ -149,9 +149,10 @@ copies() { [[ $(find "$XDG_RUNTIME_DIR/tarnwick" -name 'copy-*' | wc -l) == "$1"
 preferences() { "$program" defaults; }
 preferences_differ() { [[ $(preferences) != "$1" ]]; }
 
-# stops NAME SIGNAL: the program ends well, and within a second, when it gets that signal.
+# stops NAME SIGNAL: the program ends well, and soon, when it gets that signal. It gives itself a second; a busy
+# machine gets another.
 stops() {
-    local from code took limit=1000 # milliseconds
+    local from code took limit=2000 # milliseconds
     from=$(date +%s%N)
     kill "-$2" "$tarnwick"
     wait "$tarnwick"
