@@ -5,10 +5,14 @@
 #include "platform/script/Coercion.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <filesystem>
+#include <string>
+#include <system_error>
 #include <tuple>
 
 namespace tarnwick::musicapp {
@@ -42,6 +46,21 @@ QStringList foldersOf(const QString& path) {
     return folders;
 }
 
+/// The names of the regular files that are not hidden, in order. `QDir` asks the disk several times for each.
+QStringList filesIn(const QString& folder) {
+    QStringList names;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(QFile::encodeName(folder).toStdString(), error);
+         !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        std::error_code fault;
+        const std::string name = entry->path().filename().string();
+        if (name.front() != '.' && entry->is_regular_file(fault))
+            names.append(QFile::decodeName(name.c_str()));
+    }
+    names.sort(); // as the tracks of most albums stand, so that little is left to sort
+    return names;
+}
+
 bool areEqual(const QString& a, const QString& b) {
     return a == b || script::comparisonKey(a) == script::comparisonKey(b);
 }
@@ -52,14 +71,20 @@ std::vector<Track> readAlbum(const Track& current, const Track& inFile, TagCache
                              const std::function<bool()>& isUnwanted) {
     std::vector<Track> tracks;
     qsizetype files = 0;
+    bool hasCurrent = false;
     for (const QString& folder : foldersOf(current.path)) {
         const QDir directory(folder);
         const int disc = discOfFolder(directory.dirName());
-        for (const QString& name : directory.entryList(QDir::Files, QDir::Name)) {
+        for (const QString& name : filesIn(folder)) {
             if (isUnwanted() || ++files > maximumFiles)
                 break;
             const QString path = folder + u'/' + name;
-            if (!isMusicFileName(name) || path == current.path)
+            if (path == current.path) {
+                tracks.push_back(current);
+                hasCurrent = true;
+                continue;
+            }
+            if (!isMusicFileName(name))
                 continue;
             const auto facts = tags.read(path);
             if (!facts || !(areEqual(facts->album, inFile.album) || areEqual(facts->album, current.album)))
@@ -75,7 +100,8 @@ std::vector<Track> readAlbum(const Track& current, const Track& inFile, TagCache
             tracks.push_back(std::move(track));
         }
     }
-    tracks.push_back(current);
+    if (!hasCurrent)
+        tracks.push_back(current);
     std::sort(tracks.begin(), tracks.end(), [](const Track& a, const Track& b) {
         return std::tie(a.discNumber, a.trackNumber, a.path) < std::tie(b.discNumber, b.trackNumber, b.path);
     });

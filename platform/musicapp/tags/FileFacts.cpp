@@ -2,11 +2,9 @@
 
 #include "platform/musicapp/tags/TagFile.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QSet>
 #include <QStringList>
-#include <sys/stat.h>
 #include <taglib/aifffile.h>
 #include <taglib/apefile.h>
 #include <taglib/asffile.h>
@@ -174,11 +172,7 @@ void readSound(const TagFile& opened, Track& track) {
 
 } // namespace
 
-std::optional<Track> readFileFacts(const QString& path) {
-    struct stat status {};
-    if (path.isEmpty() || ::stat(QFile::encodeName(path).constData(), &status) != 0 ||
-        !S_ISREG(status.st_mode))
-        return std::nullopt;
+Track readFileFacts(const QString& path, qint64 size) {
     Track track;
     const TagFile opened = openTagFile(path, true);
     if (TagLib::File* file = opened.reference.file()) {
@@ -189,7 +183,7 @@ std::optional<Track> readFileFacts(const QString& path) {
     if (track.kind.isEmpty())
         track.kind = kindOfSuffix(path);
     track.path = path;
-    track.size = status.st_size;
+    track.size = size;
     return track;
 }
 

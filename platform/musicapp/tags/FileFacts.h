@@ -5,14 +5,12 @@
 #include <QByteArray>
 #include <QString>
 
-#include <optional>
-
 namespace tarnwick::musicapp {
 
-/// What a music file says about itself: everything of `Track` but `id`. Reads the disk, so not on the
-/// main thread. None when it is no regular file. A file that is no music has a path and a size, and
-/// perhaps a kind.
-std::optional<Track> readFileFacts(const QString& path);
+/// What a music file of `size` bytes says about itself: everything of `Track` but `id`. It must be a regular
+/// file, for which `TagCache` looks first. Reads the disk, so not on the main thread. A file that is no
+/// music, or gone, has a path and a size, and perhaps a kind.
+Track readFileFacts(const QString& path, qint64 size);
 
 /// The picture inside a music file, the front cover if it says which that is; empty when there is none, or
 /// only one larger than `limit` bytes. Reads the disk.

@@ -26,15 +26,12 @@ std::shared_ptr<const Track> TagCache::read(const QString& path) {
             return known->facts;
     }
     ++m_readCount;
-    std::optional<Track> facts = readFileFacts(path);
-    if (!facts)
-        return nullptr;
-    auto shared = std::make_shared<const Track>(std::move(*facts));
+    auto facts = std::make_shared<const Track>(readFileFacts(path, status.st_size));
     const std::lock_guard lock(m_mutex);
     if (m_entries.size() >= maximumEntries)
         m_entries.clear();
-    m_entries.insert(path, {status.st_size, changed, shared});
-    return shared;
+    m_entries.insert(path, {status.st_size, changed, facts});
+    return facts;
 }
 
 } // namespace tarnwick::musicapp

@@ -33,7 +33,7 @@ TEST_P(Formats, AreRead) {
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("suono è.") + GetParam().suffix);
     ASSERT_TRUE(makeSound(path, tags, 2, GetParam().codec));
-    const auto facts = readFileFacts(path);
+    const auto facts = TagCache().read(path);
     ASSERT_TRUE(facts);
     EXPECT_EQ(facts->kind, QString::fromUtf8(GetParam().kind));
     EXPECT_EQ(facts->name, "Perché \"no\"?");
@@ -117,7 +117,7 @@ TEST_P(Headers, AreReadWithTheirTags) {
         tagged.tag()->setTitle("Alba");
         ASSERT_TRUE(tagged.save());
     }
-    const auto facts = readFileFacts(file.fileName());
+    const auto facts = TagCache().read(file.fileName());
     ASSERT_TRUE(facts);
     EXPECT_EQ(facts->kind, QString::fromUtf8(GetParam().kind));
     EXPECT_EQ(facts->name, "Alba");
@@ -150,7 +150,7 @@ TEST(FileFacts, ADsfFileIsReadWithoutHelp) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(dsf());
     file.close();
-    const auto facts = readFileFacts(file.fileName());
+    const auto facts = TagCache().read(file.fileName());
     ASSERT_TRUE(facts);
     EXPECT_EQ(facts->kind, "DSD audio file");
     EXPECT_EQ(facts->name, "Alba");
@@ -162,17 +162,17 @@ TEST(FileFacts, WhatIsNoMusicHarmsNobody) {
     QTemporaryDir folder;
     const QString pipe = folder.filePath("pipe.flac");
     ASSERT_EQ(::mkfifo(pipe.toUtf8().constData(), 0600), 0);
-    EXPECT_FALSE(readFileFacts(pipe));
-    EXPECT_FALSE(readFileFacts(folder.path()));
-    EXPECT_FALSE(readFileFacts("/dev/zero"));
-    EXPECT_FALSE(readFileFacts(folder.filePath("gone.mp3")));
+    EXPECT_FALSE(TagCache().read(pipe));
+    EXPECT_FALSE(TagCache().read(folder.path()));
+    EXPECT_FALSE(TagCache().read("/dev/zero"));
+    EXPECT_FALSE(TagCache().read(folder.filePath("gone.mp3")));
     for (const char* suffix : {"flac", "mp3", "m4a", "ogg", "dsf", "wv", "ape", "mpc", "aiff", "xm", "txt"}) {
         QFile file(folder.filePath(QStringLiteral("noise.") + suffix));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         for (int i = 0; i < 5000; ++i)
             file.putChar(static_cast<char>(i * 7919 % 251));
         file.close();
-        const auto facts = readFileFacts(file.fileName());
+        const auto facts = TagCache().read(file.fileName());
         ASSERT_TRUE(facts) << suffix;
         EXPECT_EQ(facts->size, 5000);
         EXPECT_EQ(readEmbeddedPicture(file.fileName(), 1000000), QByteArray());
