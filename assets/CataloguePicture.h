@@ -7,7 +7,7 @@
 namespace tarnwick {
 
 /// A picture of the catalogue, crisp at every size; nothing when its name is missing.
-class CataloguePicture : public PictureItem {
+class CataloguePicture : public tarnwick::PictureItem {
     Q_OBJECT
     QML_ELEMENT
     /// The picture's name in the catalogue.

@@ -40,6 +40,6 @@ QtObject {
     readonly property int springDuration: 320
 
     /// For `easing.bezierCurve` beside `easing.type: Easing.BezierSpline`.
-    readonly property list<real> easeInOut: [0.42, 0, 0.58, 1, 1, 1]
+    readonly property var easeInOut: [0.42, 0, 0.58, 1, 1, 1]
     readonly property real springOvershoot: 1.65 ///< for `easing.type: Easing.OutBack`
 }

@@ -57,11 +57,11 @@ function(tarnwick_test name)
         ENVIRONMENT "LC_ALL=C.UTF-8")
 endfunction()
 
-# tarnwick_qml_module(TARGET URI uri [QML_FILES file…] [IMPORTS uri…] [SINGLETONS file…])
+# tarnwick_qml_module(TARGET URI uri [QML_FILES file…] [DEPENDENCIES uri…] [SINGLETONS file…])
 # Makes a library a QML module as well: its QML files, and its C++ types that carry QML_ELEMENT.
 # Executables link TARGETplugin too, and import the plugin by Q_IMPORT_QML_PLUGIN.
 function(tarnwick_qml_module name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "QML_FILES;IMPORTS;SINGLETONS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "QML_FILES;DEPENDENCIES;SINGLETONS")
     if(arg_SINGLETONS)
         set_source_files_properties(${arg_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
     endif()
@@ -74,8 +74,7 @@ function(tarnwick_qml_module name)
         URI ${arg_URI}
         VERSION 1.0
         RESOURCE_PREFIX /qt/qml
-        DEPENDENCIES QtQuick
-        IMPORTS ${arg_IMPORTS}
+        DEPENDENCIES QtQuick ${arg_DEPENDENCIES}
         QML_FILES ${arg_QML_FILES} ${arg_SINGLETONS})
     get_target_property(sources ${name} SOURCES)
     # The generated code includes headers by their bare names.

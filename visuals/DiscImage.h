@@ -5,6 +5,7 @@
 
 #include <QMetaType>
 #include <QObject>
+#include <QtQmlIntegration>
 
 #include <memory>
 
@@ -24,6 +25,7 @@ struct RecordPrint {
 /// between threads; equal descriptions are equal.
 class DiscImage {
     Q_GADGET
+    QML_VALUE_TYPE(discImage)
     /// Whether it stands for no picture at all.
     Q_PROPERTY(bool isNull READ isNull CONSTANT)
 

@@ -4,6 +4,13 @@
 
 namespace tarnwick {
 
+/// The clock's name in QML, which the facility knows nothing of.
+struct ClockInQml {
+    Q_GADGET
+    QML_FOREIGN(tarnwick::animation::Clock)
+    QML_ANONYMOUS
+};
+
 /// The spinning disc as views use it: it turns while music plays and turning is wanted.
 class RotatingCDLayerView : public QQuickItem {
     Q_OBJECT

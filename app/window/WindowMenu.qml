@@ -1,5 +1,6 @@
 pragma ComponentBehavior: Bound
 
+import QtQml.Models
 import QtQuick
 import QtQuick.Controls.Basic
 import Tarnwick.App

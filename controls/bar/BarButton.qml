@@ -19,7 +19,7 @@ T.AbstractButton {
 
     readonly property bool isPointedAt: controls.hoveredButton === identifier
     /// Whether the player cannot do it; it still answers.
-    readonly property bool isDimmed: controls.dimmedButtons.includes(identifier)
+    readonly property bool isDimmed: controls.dimmedButtons.includes(identifier) // qmllint disable type
 
     implicitWidth: side
     implicitHeight: side

@@ -7,7 +7,7 @@ namespace tarnwick {
 
 /// A frosted panel. Made off the main thread whenever what is behind it, its place or its size changes
 /// while it is wanted; until then it shows the one before.
-class FrostedPanel : public PictureItem {
+class FrostedPanel : public tarnwick::PictureItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(tarnwick::Backdrop backdrop MEMBER m_backdrop NOTIFY changed)

@@ -11,7 +11,7 @@ Item {
     property real s: 1
 
     /// Follows the pointer while it drags and the player otherwise.
-    property real position: 0
+    property real position
     /// Whether the pointer holds it.
     readonly property alias isPressed: area.pressed
 

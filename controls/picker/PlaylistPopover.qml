@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Tarnwick.Assets
 import Tarnwick.Controls
@@ -75,6 +77,6 @@ Item {
             point: popover.point
             hasArrow: popover.barTop - 10 * popover.point - loader.pickerHeight >= 8 * popover.point
         }
-        onLoaded: item.forceActiveFocus(Qt.PopupFocusReason)
+        onLoaded: loader.item?.forceActiveFocus(Qt.PopupFocusReason)
     }
 }

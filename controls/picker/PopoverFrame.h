@@ -7,7 +7,7 @@ namespace tarnwick {
 
 /// The playlist popover behind its texts, with `margin` points around it for shadow and arrow. Made off the
 /// main thread whenever its look or its size changes; until then it shows the one before.
-class PopoverFrame : public PictureItem {
+class PopoverFrame : public tarnwick::PictureItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(tarnwick::options::PlaylistBackgroundOption look MEMBER m_option NOTIFY lookChanged)

@@ -22,7 +22,7 @@ Window {
     color: PreferencesStyle.ground
 
     Shortcut {
-        sequences: [StandardKey.Close]
+        sequence: "Ctrl+W"
         onActivated: window.close()
     }
 

@@ -7,7 +7,7 @@
 namespace tarnwick {
 
 /// One of the small signs inside the styled controls.
-class Glyph : public PictureItem {
+class Glyph : public tarnwick::PictureItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(Sign sign MEMBER m_sign NOTIFY changed)

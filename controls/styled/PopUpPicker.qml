@@ -71,6 +71,8 @@ T.ComboBox {
         text: modelData
         highlighted: picker.highlightedIndex === index
 
+        readonly property color textColor: highlighted ? "white" : PreferencesStyle.text
+
         background: Rectangle {
             radius: 4
             color: option.highlighted ? PreferencesStyle.fill : "transparent"
@@ -80,16 +82,14 @@ T.ComboBox {
                 y: 6
                 width: 12
                 height: 12
-                color: label.color
+                color: option.textColor
                 visible: picker.currentIndex === option.index
             }
         }
         contentItem: Text {
-            id: label
-
             text: option.text
             textFormat: Text.PlainText
-            color: option.highlighted ? "white" : PreferencesStyle.text
+            color: option.textColor
             font.pixelSize: Theme.bodySize
             elide: Text.ElideRight
             verticalAlignment: Text.AlignVCenter

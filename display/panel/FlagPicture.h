@@ -8,7 +8,7 @@ namespace tarnwick {
 
 /// A flag of the catalogue with round corners and a hair of an edge; nothing when its name is missing. One
 /// unit of the item's size is one device pixel.
-class FlagPicture : public PictureItem {
+class FlagPicture : public tarnwick::PictureItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString name MEMBER m_name WRITE setName NOTIFY nameChanged)

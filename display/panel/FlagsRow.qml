@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Tarnwick.Assets
 import Tarnwick.Display
 
 // The flags of the countries that the comment names.

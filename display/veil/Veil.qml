@@ -21,7 +21,7 @@ Item {
 
     onVeilChanged: take()
     Component.onCompleted: take()
-    onIsChangingChanged: if (!isChanging && isWaiting) Qt.callLater(take) // which changes it again
+    onIsChangingChanged: if (!isChanging && isWaiting) Qt.callLater(take) // qmllint disable type
 
     function take() {
         isWaiting = isChanging;

@@ -6,7 +6,7 @@
 namespace tarnwick {
 
 /// Draws one veil where it belongs on its surface, which is the parent item.
-class VeilLayer : public PictureItem {
+class VeilLayer : public tarnwick::PictureItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(tarnwick::VeilPicture veil READ veil WRITE setVeil NOTIFY veilChanged)
