@@ -1,4 +1,4 @@
-#include "platform/script/SyntaxTree.h"
+#include "platform/script/Expressions.h"
 
 namespace tarnwick::script {
 
