@@ -1,9 +1,7 @@
 #include "platform/musicapp/mpris/Session.h"
 
 #include "platform/musicapp/mpris/PlayerChooser.h"
-
-#include <QDBusObjectPath>
-#include <QUrl>
+#include "platform/musicapp/mpris/PlayerCommands.h"
 
 #include <algorithm>
 #include <atomic>
@@ -11,9 +9,6 @@
 namespace tarnwick::musicapp {
 
 namespace {
-
-constexpr int coverPatience = 150;    // ms that a new album waits for its cover
-constexpr int playlistPatience = 500; // ms in which a playlist should have begun
 
 /// Connections are known by name all over the process.
 QString uniqueConnectionName() {
@@ -24,11 +19,6 @@ QString uniqueConnectionName() {
 QDBusConnection connection(const QString& address, const QString& name) {
     return address.isEmpty() ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, name)
                              : QDBusConnection::connectToBus(address, name);
-}
-
-/// Whether `url` means the file at `path`, however it is escaped.
-bool samePath(const QString& url, const QString& path) {
-    return QUrl(url).toLocalFile() == path || url == path || url == QLatin1String("file://") + path;
 }
 
 QString songOf(const Belief& belief) {
@@ -42,14 +32,11 @@ Session::Session(const MprisMusic::Options& options, BusThread& thread, dispatch
                  images::ImageStore& images, SessionListener& listener)
     : m_options(options), m_dispatcher(dispatcher), m_listener(listener),
       m_connectionName(uniqueConnectionName()), m_bus(connection(options.busAddress, m_connectionName)),
-      m_loader(options.cacheFolder, thread, dispatcher, images),
+      m_track(options.cacheFolder, thread, dispatcher, images, [this] { publish(); }),
       m_launcher(options.stateFile, options.busAddress),
       m_memory(dispatcher.globalQueue(dispatch::QualityOfService::Background)) {
     m_choice.setSingleShot(true);
     connect(&m_choice, &QTimer::timeout, this, &Session::playersChanged);
-    m_patience.setSingleShot(true);
-    m_patience.setTimerType(Qt::PreciseTimer);
-    connect(&m_patience, &QTimer::timeout, this, &Session::publish);
     m_players.emplace(m_bus, dispatcher,
                       PlayerRoster::Handlers{
                           .changed =
@@ -59,7 +46,7 @@ Session::Session(const MprisMusic::Options& options, BusThread& thread, dispatch
                                       m_choice.start(0);
                               },
                           .leaves = [this](const PlayerLink& link) { playerLeaves(link); },
-                          .trackListChanged = [this](PlayerLink& link) { trackListChanged(link); },
+                          .trackListChanged = [this](PlayerLink& link) { m_track.trackListChanged(link); },
                           .playlistsChanged =
                               [this](const PlayerLink& link) {
                                   if (&link == m_followed)
@@ -73,12 +60,6 @@ Session::Session(const MprisMusic::Options& options, BusThread& thread, dispatch
 Session::~Session() {
     m_players.reset();
     QDBusConnection::disconnectFromBus(m_connectionName);
-}
-
-void Session::trackListChanged(PlayerLink& link) {
-    link.trackList().invalidate();
-    if (&link == m_followed && !m_details.file && m_trackSerial > 0)
-        albumFromTrackList();
 }
 
 void Session::playerLeaves(const PlayerLink& link) {
@@ -125,12 +106,7 @@ void Session::playersChanged() {
 
 void Session::follow(PlayerLink* link) {
     m_followed = link;
-    m_trackSerial = 0;
-    m_isLoading = false;
-    m_isLoadingAlbum = false;
-    m_loader.cancel();
-    m_details = {};
-    m_patience.stop();
+    m_track.follow(link);
     if (link == nullptr)
         return;
     link->playlists().refresh();
@@ -141,99 +117,18 @@ void Session::follow(PlayerLink* link) {
 void Session::beliefChanged() {
     if (m_followed == nullptr)
         return;
-    const Belief& belief = m_followed->belief();
-    if (belief.trackSerial != m_trackSerial || belief.metadata.url != m_detailed.url ||
-        belief.metadata.artUrl != m_detailed.artUrl)
-        loadDetails();
-    else
-        m_detailed = belief.metadata;
-    if (!m_patience.isActive())
-        publish();
-}
-
-void Session::loadDetails() {
-    const Belief& belief = m_followed->belief();
-    const bool isNewTrack = belief.trackSerial != m_trackSerial;
-    m_trackSerial = belief.trackSerial;
-    const Metadata before = std::exchange(m_detailed, belief.metadata);
-    if (isNewTrack) {
-        m_details.file.reset();
-        m_details.fileDate = {};
-        if (!isSameAlbum(before, m_detailed))
-            m_details.artwork.reset();
-        if (m_details.artwork && !namesFile(m_detailed.url))
-            m_patience.stop();
-        else
-            m_patience.start(coverPatience); // for the cover, and for what the file says
-        m_followed->playlists().refresh();
-    }
-    m_isLoading = true;
-    m_isLoadingAlbum = true;
-    m_loader.load(belief.metadata, [this](const TrackDetails& details, bool isComplete) {
-        detailsLoaded(details, isComplete);
-    });
-}
-
-void Session::detailsLoaded(const TrackDetails& details, bool isComplete) {
-    const bool isFirst = m_isLoading && m_isLoadingAlbum;
-    m_isLoading = !isComplete;
-    const auto before = m_details.artwork;
-    m_details = details;
-    // Within a track, and within an album, a cover that is there stays.
-    if (!m_details.artwork)
-        m_details.artwork = before;
-    if (isComplete || details.artwork)
-        m_patience.stop();
-    if (isFirst)
-        loadAlbum();
-    if (!m_patience.isActive())
-        publish();
-}
-
-void Session::loadAlbum() {
-    const Belief& belief = m_followed->belief();
-    if (!m_details.file) {
-        albumFromTrackList();
-        return;
-    }
-    const Track current = describe(belief.metadata, m_details, QDate::currentDate());
-    m_loader.loadAlbum(current, m_details.file,
-                       [this](const std::shared_ptr<const Library>& album) { albumLoaded(album); });
-}
-
-/// The tracks of the current album in the player's own list, where no files can be looked at.
-void Session::albumFromTrackList() {
-    const int serial = m_trackSerial;
-    PlayerLink* link = m_followed;
-    link->trackList().refresh([this, link, serial] {
-        if (link != m_followed || serial != m_trackSerial)
-            return;
-        const Track& current = link->belief().metadata.track;
-        std::vector<Track> tracks;
-        for (const Metadata& entry : link->trackList().entries()) {
-            if (!current.album.isEmpty() && entry.track.album == current.album)
-                tracks.push_back(entry.track);
-        }
-        albumLoaded(std::make_shared<const Library>(std::move(tracks)));
-        if (link->trackList().isOverdue())
-            link->whenItAnswers([this, link] { trackListChanged(*link); });
-    });
-}
-
-void Session::albumLoaded(const std::shared_ptr<const Library>& album) {
-    m_isLoadingAlbum = false;
-    if (album->tracks() != m_album->tracks())
-        m_album = album;
-    if (!m_patience.isActive())
+    m_track.beliefChanged();
+    if (!m_track.isAwaited())
         publish();
 }
 
 /// The album as far as it is known, the current track in any case.
 std::shared_ptr<const Library> Session::libraryAround(const Track& current) const {
-    for (const int number : m_album->ofAlbum(current.album)) {
-        const Track& track = m_album->tracks()[static_cast<std::size_t>(number)];
+    const auto& album = m_track.album();
+    for (const int number : album->ofAlbum(current.album)) {
+        const Track& track = album->tracks()[static_cast<std::size_t>(number)];
         if (track.name == current.name && track.path == current.path)
-            return m_album;
+            return album;
     }
     const auto& shown = m_shown.library->tracks();
     if (shown.size() == 1 && saysTheSame(shown.front(), current))
@@ -245,7 +140,7 @@ void Session::publish() {
     Snapshot next = m_followed != nullptr ? makeSnapshot() : Snapshot();
     m_shown = next;
     const bool arePlaylistsKnown = m_followed == nullptr || m_followed->playlists().isKnown();
-    m_listener.publish(std::move(next), !m_isLoading && !m_isLoadingAlbum && arePlaylistsKnown);
+    m_listener.publish(std::move(next), !m_track.isLoading() && arePlaylistsKnown);
 }
 
 Snapshot Session::makeSnapshot() const {
@@ -263,9 +158,9 @@ Snapshot Session::makeSnapshot() const {
     snapshot.capabilities.hasPlaylists = !snapshot.playlists.empty();
     if (belief.state == PlayerState::Stopped)
         return snapshot;
-    snapshot.current = describe(belief.metadata, m_details, QDate::currentDate());
+    snapshot.current = m_track.described();
     snapshot.currentPlaylist = m_followed->playlists().active();
-    snapshot.artwork = m_details.artwork;
+    snapshot.artwork = m_track.artwork();
     snapshot.position = belief.position;
     if (!snapshot.position.limit && snapshot.current->duration > 0)
         snapshot.position.limit = snapshot.current->duration;
@@ -300,31 +195,8 @@ PlayerLink* Session::followedOrFail() {
 }
 
 void Session::command(Player::Command command) {
-    const auto methodOf = [](Player::Command wanted) {
-        switch (wanted) {
-        case Player::Command::Play:
-            return QStringLiteral("Play");
-        case Player::Command::Pause:
-            return QStringLiteral("Pause");
-        case Player::Command::PlayPause:
-            return QStringLiteral("PlayPause");
-        case Player::Command::Stop:
-            return QStringLiteral("Stop");
-        case Player::Command::NextTrack:
-            return QStringLiteral("Next");
-        case Player::Command::PreviousTrack:
-            return QStringLiteral("Previous");
-        }
-        return QString();
-    };
-    PlayerLink* link = followedOrFail();
-    if (link == nullptr)
-        return;
-    // Whatever else is asked for, a stop that comes with it is a gap between two tracks.
-    if (command == Player::Command::Pause || command == Player::Command::PlayPause ||
-        command == Player::Command::Stop)
-        link->model().stateWasAskedFor(m_dispatcher.now());
-    link->call(methodOf(command), {}, done());
+    if (PlayerLink* link = followedOrFail())
+        sendCommand(*link, command, m_dispatcher.now(), done());
 }
 
 void Session::setVolume(double volume) {
@@ -346,62 +218,14 @@ void Session::setPosition(double seconds) {
         link->setPosition(seconds, done());
 }
 
-/// Goes to the player's own entry of that track where it lists one, else lets it open the file.
 void Session::play(const Track& track) {
-    PlayerLink* link = followedOrFail();
-    if (link == nullptr)
-        return;
-    link->trackList().refresh([link, track, ended = done()] {
-        for (const Metadata& entry : link->trackList().entries()) {
-            const bool isIt =
-                track.path.isEmpty() ? entry.track.id == track.id : samePath(entry.url, track.path);
-            if (!isIt || !entry.track.id.startsWith(u'/'))
-                continue;
-            link->call(QStringLiteral("GoTo"), {QVariant::fromValue(QDBusObjectPath(entry.track.id))}, ended,
-                       QStringLiteral("TrackList"));
-            return;
-        }
-        if (track.path.isEmpty())
-            ended(QStringLiteral("%1 cannot play that title").arg(link->identity()));
-        else
-            link->call(QStringLiteral("OpenUri"),
-                       {QString::fromLatin1(QUrl::fromLocalFile(track.path).toEncoded())}, ended);
-    });
+    if (PlayerLink* link = followedOrFail())
+        playTrack(*link, track, done());
 }
 
 void Session::play(const Playlist& playlist) {
     if (PlayerLink* link = followedOrFail())
-        activate(*link, playlist.id, false, done());
-}
-
-/// Some start a playlist only when they are stopped, and play on otherwise.
-void Session::activate(PlayerLink& link, const QString& playlist, bool isSecondTry,
-                       const PlayerLink::Done& done) {
-    const int serial = link.belief().trackSerial;
-    const bool wasPlaying = link.belief().state == PlayerState::Playing;
-    link.call(
-        QStringLiteral("ActivatePlaylist"), {QVariant::fromValue(QDBusObjectPath(playlist))},
-        [this, &link, playlist, serial, wasPlaying, isSecondTry, done](const PlayerLink::Failure& failure) {
-            link.playlists().refresh();
-            if (failure || isSecondTry || !wasPlaying) {
-                done(failure);
-                return;
-            }
-            QTimer::singleShot(playlistPatience, &link, [this, &link, playlist, serial, done] {
-                const bool playsOn =
-                    link.belief().trackSerial == serial && link.belief().state == PlayerState::Playing &&
-                    link.belief().position.valueAt(m_dispatcher.now()) > playlistPatience / 250.0;
-                if (!playsOn) {
-                    done(std::nullopt);
-                    return;
-                }
-                link.call(QStringLiteral("Stop"), {},
-                          [this, &link, playlist, done](const PlayerLink::Failure&) {
-                              activate(link, playlist, true, done);
-                          });
-            });
-        },
-        QStringLiteral("Playlists"));
+        playPlaylist(*link, playlist, m_dispatcher, done());
 }
 
 void Session::playlistsWereRead() {

@@ -2,10 +2,10 @@
 
 #include "platform/musicapp/Player.h"
 #include "platform/musicapp/mpris/BusThread.h"
+#include "platform/musicapp/mpris/CurrentTrack.h"
 #include "platform/musicapp/mpris/MprisMusic.h"
 #include "platform/musicapp/mpris/PlayerLauncher.h"
 #include "platform/musicapp/mpris/PlayerRoster.h"
-#include "platform/musicapp/mpris/TrackLoader.h"
 
 #include <QHash>
 #include <QObject>
@@ -32,32 +32,28 @@ protected:
 /// the bus's thread.
 class Session : public QObject {
 public:
+    /// Begins to look for players. What is handed in must outlive this object.
     Session(const MprisMusic::Options& options, BusThread& thread, dispatch::Dispatcher& dispatcher,
             images::ImageStore& images, SessionListener& listener);
     ~Session() override;
 
+    // As in `Player`. The listener hears of the end of each command.
     void command(Player::Command command);
     void setVolume(double volume);
     void setShuffle(bool shuffle);
     void setPosition(double seconds);
     void play(const Track& track);
     void play(const Playlist& playlist);
+
     void positionWasRead();
     void playlistsWereRead();
 
 private:
     void playerLeaves(const PlayerLink& link);
-    void trackListChanged(PlayerLink& link);
     void playersChanged();
     void follow(PlayerLink* link);
     void beliefChanged();
-    void loadDetails();
-    void detailsLoaded(const TrackDetails& details, bool isComplete);
-    void loadAlbum();
-    void albumLoaded(const std::shared_ptr<const Library>& album);
-    void albumFromTrackList();
     std::shared_ptr<const Library> libraryAround(const Track& current) const;
-    void activate(PlayerLink& link, const QString& playlist, bool isSecondTry, const PlayerLink::Done& done);
     void publish();
     Snapshot makeSnapshot() const;
     PlayerLink::Done done();
@@ -68,24 +64,15 @@ private:
     SessionListener& m_listener;
     const QString m_connectionName;
     QDBusConnection m_bus;
-    TrackLoader m_loader;
+    CurrentTrack m_track; ///< of the followed player
     const PlayerLauncher m_launcher;
     BackgroundWork m_memory; ///< writes down which player was followed
 
     std::optional<PlayerRoster> m_players;
     QHash<QString, dispatch::Instant> m_lastPlayed; ///< by owner; since they appeared
     PlayerLink* m_followed = nullptr;
-    QTimer m_choice; ///< coalesces what many players say at once
-
-    // Of the followed player:
-    int m_trackSerial = 0; ///< of the track that the details are of
-    Metadata m_detailed;   ///< of the same
-    bool m_isLoading = false;
-    bool m_isLoadingAlbum = false;
-    TrackDetails m_details;
-    std::shared_ptr<const Library> m_album = Library::empty(); ///< the last that was loaded
-    QTimer m_patience;                                         ///< runs while a new album waits for its cover
-    Snapshot m_shown;
+    QTimer m_choice;  ///< coalesces what many players say at once
+    Snapshot m_shown; ///< the last that was published
 };
 
 } // namespace tarnwick::musicapp

@@ -1,0 +1,126 @@
+#include "platform/musicapp/mpris/CurrentTrack.h"
+
+#include <utility>
+
+namespace tarnwick::musicapp {
+
+namespace {
+
+constexpr int coverPatience = 150; // ms that a new album waits for its cover
+
+} // namespace
+
+CurrentTrack::CurrentTrack(const QString& cacheFolder, BusThread& thread, dispatch::Dispatcher& dispatcher,
+                           images::ImageStore& images, std::function<void()> changed)
+    : m_changed(std::move(changed)), m_loader(cacheFolder, thread, dispatcher, images) {
+    m_patience.setSingleShot(true);
+    m_patience.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&m_patience, &QTimer::timeout, &m_patience, [this] { m_changed(); });
+}
+
+void CurrentTrack::follow(PlayerLink* player) {
+    m_player = player;
+    m_serial = 0;
+    m_isLoading = false;
+    m_isLoadingAlbum = false;
+    m_loader.cancel();
+    m_details = {};
+    m_patience.stop();
+}
+
+void CurrentTrack::beliefChanged() {
+    const Belief& belief = m_player->belief();
+    if (belief.trackSerial != m_serial || belief.metadata.url != m_detailed.url ||
+        belief.metadata.artUrl != m_detailed.artUrl)
+        loadDetails();
+    else
+        m_detailed = belief.metadata;
+}
+
+void CurrentTrack::trackListChanged(PlayerLink& link) {
+    link.trackList().invalidate();
+    if (&link == m_player && !m_details.file && m_serial > 0)
+        albumFromTrackList();
+}
+
+void CurrentTrack::loadDetails() {
+    const Belief& belief = m_player->belief();
+    const bool isNewTrack = belief.trackSerial != m_serial;
+    m_serial = belief.trackSerial;
+    const Metadata before = std::exchange(m_detailed, belief.metadata);
+    if (isNewTrack) {
+        m_details.file.reset();
+        m_details.fileDate = {};
+        if (!isSameAlbum(before, m_detailed))
+            m_details.artwork.reset();
+        if (m_details.artwork && !namesFile(m_detailed.url))
+            m_patience.stop();
+        else
+            m_patience.start(coverPatience); // for the cover, and for what the file says
+        m_player->playlists().refresh();
+    }
+    m_isLoading = true;
+    m_isLoadingAlbum = true;
+    m_loader.load(belief.metadata, [this](const TrackDetails& details, bool isComplete) {
+        detailsLoaded(details, isComplete);
+    });
+}
+
+void CurrentTrack::detailsLoaded(const TrackDetails& details, bool isComplete) {
+    const bool isFirst = m_isLoading && m_isLoadingAlbum;
+    m_isLoading = !isComplete;
+    const auto before = m_details.artwork;
+    m_details = details;
+    // Within a track, and within an album, a cover that is there stays.
+    if (!m_details.artwork)
+        m_details.artwork = before;
+    if (isComplete || details.artwork)
+        m_patience.stop();
+    if (isFirst)
+        loadAlbum();
+    if (!isAwaited())
+        m_changed();
+}
+
+void CurrentTrack::loadAlbum() {
+    if (!m_details.file) {
+        albumFromTrackList();
+        return;
+    }
+    const Track current = described();
+    m_loader.loadAlbum(current, m_details.file,
+                       [this](const std::shared_ptr<const Library>& album) { albumLoaded(album); });
+}
+
+/// The tracks of the current album in the player's own list, where no files can be looked at.
+void CurrentTrack::albumFromTrackList() {
+    const int serial = m_serial;
+    PlayerLink* link = m_player;
+    link->trackList().refresh([this, link, serial] {
+        if (link != m_player || serial != m_serial)
+            return;
+        const Track& current = link->belief().metadata.track;
+        std::vector<Track> tracks;
+        for (const Metadata& entry : link->trackList().entries()) {
+            if (!current.album.isEmpty() && entry.track.album == current.album)
+                tracks.push_back(entry.track);
+        }
+        albumLoaded(std::make_shared<const Library>(std::move(tracks)));
+        if (link->trackList().isOverdue())
+            link->whenItAnswers([this, link] { trackListChanged(*link); });
+    });
+}
+
+void CurrentTrack::albumLoaded(const std::shared_ptr<const Library>& album) {
+    m_isLoadingAlbum = false;
+    if (album->tracks() != m_album->tracks())
+        m_album = album;
+    if (!isAwaited())
+        m_changed();
+}
+
+Track CurrentTrack::described() const {
+    return describe(m_player->belief().metadata, m_details, QDate::currentDate());
+}
+
+} // namespace tarnwick::musicapp
