@@ -13,6 +13,9 @@
 
 namespace tarnwick::musicapp {
 
+/// The sides of a sleeve in pixels.
+inline constexpr int coverSide = 1600;
+
 /// Numbers that look random and are the same every time.
 class Dice {
 public:

@@ -23,7 +23,4 @@ enum class DemoCover {
 /// up to half a second, so not on the main thread. Lettering needs a QGuiApplication.
 QByteArray paintCover(DemoCover cover);
 
-/// A tape cassette as an encoded picture with transparent surroundings.
-QByteArray paintCassette();
-
 } // namespace tarnwick::musicapp

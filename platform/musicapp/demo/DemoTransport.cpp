@@ -2,6 +2,7 @@
 
 #include "platform/images/ImageStore.h"
 #include "platform/musicapp/demo/CoverCanvas.h"
+#include "platform/musicapp/demo/DemoCassette.h"
 
 #include <QFile>
 
