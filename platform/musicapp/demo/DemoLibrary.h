@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/musicapp/Library.h"
-#include "platform/musicapp/Snapshot.h"
 #include "platform/musicapp/demo/DemoCovers.h"
+#include "platform/musicapp/demo/DemoPlaylist.h"
 #include "platform/musicapp/demo/DemoScene.h"
 
 #include <QHash>
@@ -11,12 +11,6 @@
 #include <vector>
 
 namespace tarnwick::musicapp {
-
-/// A playlist of the demo and the numbers of its tracks in the library.
-struct DemoPlaylist {
-    Playlist playlist;
-    std::vector<int> tracks;
-};
 
 /// The invented music: albums, sleeves, playlists. The same every time.
 struct DemoLibrary {
