@@ -1,7 +1,6 @@
 #include "platform/musicapp/demo/DemoTransport.h"
 
 #include "platform/images/ImageStore.h"
-#include "platform/musicapp/demo/CoverCanvas.h"
 #include "platform/musicapp/demo/DemoCassette.h"
 
 #include <QFile>
@@ -35,9 +34,7 @@ DemoTransport::DemoTransport(const DemoMusic::Options& options, dispatch::Dispat
     : m_dispatcher(dispatcher), m_images(images), m_cassetteFolder(cassetteFolder(options.scene)),
       m_library(makeDemoLibrary(options.scene, options.additionalTracks,
                                 m_cassetteFolder ? m_cassetteFolder->path() : QString())),
-      m_state(startOf(options)), m_queue{m_library.sceneTrack}, m_playlist(m_library.scenePlaylist),
-      m_since(dispatcher.now()) {
-    fillQueue();
+      m_state(startOf(options)), m_queue(m_library), m_since(dispatcher.now()) {
     // Until the first sleeve is painted.
     const PlayerState begun = std::exchange(m_state, PlayerState::Stopped);
     m_snapshot = std::make_shared<const Snapshot>(makeSnapshot());
@@ -81,7 +78,6 @@ std::shared_ptr<const Snapshot> DemoTransport::snapshot() const {
 void DemoTransport::command(Command command) {
     Lock lock(m_mutex);
     settle();
-    const int size = static_cast<int>(m_queue.size());
     switch (command) {
     case Command::Play:
         m_state = PlayerState::Playing;
@@ -98,10 +94,12 @@ void DemoTransport::command(Command command) {
         m_seconds = 0;
         break;
     case Command::NextTrack:
-        begin((m_place + 1) % size);
+        m_queue.goForward();
+        rewind();
         break;
     case Command::PreviousTrack:
-        begin((m_place + size - 1) % size);
+        m_queue.goBack();
+        rewind();
         break;
     }
     publish(lock);
@@ -115,8 +113,7 @@ void DemoTransport::setVolume(double volume) {
 
 void DemoTransport::setShuffle(bool shuffle) {
     Lock lock(m_mutex);
-    m_shuffle = shuffle;
-    fillQueue();
+    m_queue.setShuffled(shuffle);
     publish(lock);
 }
 
@@ -133,35 +130,19 @@ void DemoTransport::play(const Track& track) {
     const int number = track.id.toInt();
     if (number < 0 || number >= static_cast<int>(tracks.size()))
         return;
-    const auto queued = std::find(m_queue.begin(), m_queue.end(), number);
-    if (queued != m_queue.end()) {
-        begin(static_cast<int>(queued - m_queue.begin()));
-    } else {
-        m_playlist = -1;
-        m_queue = {number};
-        m_place = 0;
-        fillQueue();
-        begin(m_place);
-    }
+    m_queue.goTo(number);
+    rewind();
     m_state = PlayerState::Playing;
     publish(lock);
 }
 
 void DemoTransport::play(const Playlist& playlist) {
     Lock lock(m_mutex);
-    for (std::size_t i = 0; i < m_library.playlists.size(); ++i) {
-        const DemoPlaylist& known = m_library.playlists[i];
-        if (known.playlist.id != playlist.id || known.tracks.empty())
-            continue;
-        m_playlist = static_cast<int>(i);
-        m_queue = {known.tracks.front()};
-        m_place = 0;
-        fillQueue();
-        begin(0);
-        m_state = PlayerState::Playing;
-        publish(lock);
+    if (!m_queue.begin(playlist))
         return;
-    }
+    rewind();
+    m_state = PlayerState::Playing;
+    publish(lock);
 }
 
 bool DemoTransport::waitUntilPublished() {
@@ -169,9 +150,8 @@ bool DemoTransport::waitUntilPublished() {
     return m_changed.wait_for(lock, longestPainting, [this] { return m_isPublished; });
 }
 
-/// From the first second of another track.
-void DemoTransport::begin(int place) {
-    m_place = place;
+/// To the first second.
+void DemoTransport::rewind() {
     m_seconds = 0;
     m_since = now();
 }
@@ -189,7 +169,7 @@ void DemoTransport::publish(Lock& lock) {
     if (!isSleeveReady() && m_dispatcher.isMainThread()) {
         auto same = std::make_shared<Snapshot>(*m_snapshot);
         same->volume = m_volume;
-        same->shuffle = m_shuffle;
+        same->shuffle = m_queue.isShuffled();
         m_snapshot = std::move(same);
         work(QualityOfService::UserInteractive,
              [](DemoTransport& self, Lock& taskLock) { self.publish(taskLock); });
@@ -198,7 +178,7 @@ void DemoTransport::publish(Lock& lock) {
     if (!isSleeveReady()) {
         settle();
         while (!isSleeveReady()) // of whatever plays by then
-            prepare(cover(m_place), lock);
+            prepare(cover(m_queue.current()), lock);
         m_since = now(); // nothing was heard meanwhile
         scheduleEnd();
     }
@@ -217,11 +197,14 @@ void DemoTransport::show() {
             self.m_announcer.announce(changes);
             lock.lock();
         });
-    const int following = (m_place + 1) % static_cast<int>(m_queue.size());
-    if (m_state == PlayerState::Playing && !m_painted.contains(static_cast<int>(cover(following)))) {
-        work(QualityOfService::Background, [next = cover(following)](DemoTransport& self, Lock& lock) {
-            if (!self.m_painted.contains(static_cast<int>(next)))
-                self.paint(next, lock);
+    const DemoCover following = cover(m_queue.following());
+    if (m_state == PlayerState::Playing && !m_sleeves.isBegun(following)) {
+        work(QualityOfService::Background, [following](DemoTransport& self, Lock& lock) {
+            if (self.m_sleeves.isBegun(following))
+                return;
+            lock.unlock();
+            self.m_sleeves.sleeve(following);
+            lock.lock();
         });
     }
 }
@@ -242,64 +225,26 @@ void DemoTransport::scheduleEnd() {
 void DemoTransport::endOfTrack(Lock& lock) {
     if (m_state != PlayerState::Playing || position() < track().duration)
         return; // somebody was faster
-    begin((m_place + 1) % static_cast<int>(m_queue.size()));
+    m_queue.goForward();
+    rewind();
     publish(lock);
 }
 
-/// The queue of the playlist, or of the album, around the track that is current in the one before.
-void DemoTransport::fillQueue() {
-    const int current = m_queue[static_cast<std::size_t>(m_place)];
-    if (m_playlist >= 0) {
-        m_queue = m_library.playlists[static_cast<std::size_t>(m_playlist)].tracks;
-    } else {
-        const auto& tracks = m_library.library->tracks();
-        const auto album = m_library.library->ofAlbum(tracks[static_cast<std::size_t>(current)].album);
-        m_queue.assign(album.begin(), album.end());
-    }
-    if (m_shuffle) {
-        Dice dice(m_queue.size());
-        for (std::size_t i = m_queue.size() - 1; i > 0; --i)
-            std::swap(m_queue[i],
-                      m_queue[static_cast<std::size_t>(dice.roll() * static_cast<double>(i + 1))]);
-    }
-    m_place = static_cast<int>(std::find(m_queue.begin(), m_queue.end(), current) - m_queue.begin());
-}
-
-bool DemoTransport::isPainted(DemoCover cover) const {
-    return cover == DemoCover::None || !m_painted.value(static_cast<int>(cover)).isEmpty();
-}
-
 bool DemoTransport::isSleeveReady() const {
-    return m_state == PlayerState::Stopped || cover(m_place) == m_sleeve;
+    return m_state == PlayerState::Stopped || cover(m_queue.current()) == m_sleeve;
 }
 
 /// Makes `cover` the sleeve that the snapshot can show, painting and decoding with the lock open.
 void DemoTransport::prepare(DemoCover cover, Lock& lock) {
     std::optional<Artwork> artwork;
     if (cover != DemoCover::None) {
-        paint(cover, lock);
-        const QByteArray bytes = m_painted.value(static_cast<int>(cover));
         lock.unlock();
+        const QByteArray bytes = m_sleeves.sleeve(cover);
         artwork = Artwork{bytes, m_images.decode(bytes)};
         lock.lock();
     }
     m_sleeve = cover;
     m_artwork = std::move(artwork);
-}
-
-/// Paints with the lock open, or waits for the thread that does.
-void DemoTransport::paint(DemoCover cover, Lock& lock) {
-    const int key = static_cast<int>(cover);
-    if (m_painted.contains(key)) {
-        m_changed.wait(lock, [&] { return isPainted(cover); });
-        return;
-    }
-    m_painted.insert(key, QByteArray());
-    lock.unlock();
-    const QByteArray bytes = paintCover(cover);
-    lock.lock();
-    m_painted.insert(key, bytes);
-    m_changed.notify_all();
 }
 
 /// Runs `task` with the lock on another thread, unless this is shut down by then.
@@ -326,12 +271,12 @@ double DemoTransport::position() const {
 }
 
 const Track& DemoTransport::track() const {
-    return m_library.library->tracks()[static_cast<std::size_t>(m_queue[static_cast<std::size_t>(m_place)])];
+    return m_library.library->tracks()[static_cast<std::size_t>(m_queue.current())];
 }
 
-DemoCover DemoTransport::cover(int place) const {
-    const auto number = static_cast<std::size_t>(m_queue[static_cast<std::size_t>(place)]);
-    return m_library.covers.value(m_library.library->tracks()[number].album, DemoCover::None);
+DemoCover DemoTransport::cover(int number) const {
+    const Track& track = m_library.library->tracks()[static_cast<std::size_t>(number)];
+    return m_library.covers.value(track.album, DemoCover::None);
 }
 
 Snapshot DemoTransport::makeSnapshot() const {
@@ -340,7 +285,7 @@ Snapshot DemoTransport::makeSnapshot() const {
     snapshot.playerName = QStringLiteral("Demo");
     snapshot.state = m_state;
     snapshot.volume = m_volume;
-    snapshot.shuffle = m_shuffle;
+    snapshot.shuffle = m_queue.isShuffled();
     snapshot.library = m_library.library;
     for (const DemoPlaylist& playlist : m_library.playlists)
         snapshot.playlists.push_back(playlist.playlist);
@@ -348,8 +293,8 @@ Snapshot DemoTransport::makeSnapshot() const {
     if (m_state == PlayerState::Stopped)
         return snapshot;
     snapshot.current = track();
-    if (m_playlist >= 0)
-        snapshot.currentPlaylist = snapshot.playlists[static_cast<std::size_t>(m_playlist)].name;
+    if (const DemoPlaylist* playlist = m_queue.playlist())
+        snapshot.currentPlaylist = playlist->playlist.name;
     snapshot.position = {m_seconds, m_since, m_state == PlayerState::Playing ? 1.0 : 0.0, track().duration};
     snapshot.artwork = m_artwork;
     return snapshot;

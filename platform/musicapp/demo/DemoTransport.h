@@ -4,8 +4,9 @@
 #include "platform/musicapp/Player.h"
 #include "platform/musicapp/demo/DemoLibrary.h"
 #include "platform/musicapp/demo/DemoMusic.h"
+#include "platform/musicapp/demo/DemoQueue.h"
+#include "platform/musicapp/demo/SleevePainter.h"
 
-#include <QHash>
 #include <QTemporaryDir>
 
 #include <condition_variable>
@@ -53,21 +54,18 @@ private:
     using Lock = std::unique_lock<std::mutex>;
 
     // All of these need the lock.
-    void begin(int place);
+    void rewind();
     void settle();
     void publish(Lock& lock);
     void show();
     void scheduleEnd();
-    void fillQueue();
-    bool isPainted(DemoCover cover) const;
     bool isSleeveReady() const;
     double position() const;
     const Track& track() const;
-    DemoCover cover(int place) const;
+    DemoCover cover(int number) const;
     Snapshot makeSnapshot() const;
 
     void prepare(DemoCover cover, Lock& lock);
-    void paint(DemoCover cover, Lock& lock);
     void work(dispatch::QualityOfService quality, std::function<void(DemoTransport&, Lock&)> task);
     void endOfTrack(Lock& lock);
 
@@ -76,6 +74,7 @@ private:
     Announcer m_announcer;
     std::unique_ptr<QTemporaryDir> m_cassetteFolder; ///< of the cassette scene only
     const DemoLibrary m_library;
+    SleevePainter m_sleeves;
 
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
@@ -83,18 +82,14 @@ private:
     bool m_isPublished = false; ///< the snapshot shows the state below
     bool m_isShutDown = false;
     int m_working = 0;                    ///< tasks that run
-    QHash<int, QByteArray> m_painted;     ///< by DemoCover; empty bytes while it is being painted
     DemoCover m_sleeve = DemoCover::None; ///< that `m_artwork` shows
     std::optional<Artwork> m_artwork;
 
     PlayerState m_state = PlayerState::Stopped;
-    std::vector<int> m_queue; ///< numbers of tracks, in playing order
-    int m_place = 0;          ///< in the queue
-    int m_playlist = -1;      ///< that the queue is made of; -1: the album of the track
-    double m_seconds = 0;     ///< position at `m_since`
+    DemoQueue m_queue;
+    double m_seconds = 0; ///< position at `m_since`
     dispatch::Instant m_since{0};
     double m_volume = 0.6;
-    bool m_shuffle = false;
     dispatch::WorkItem m_end;
 };
 
