@@ -76,13 +76,21 @@ void sendCommand(PlayerLink& link, Player::Command command, dispatch::Instant no
 }
 
 void playTrack(PlayerLink& link, const Track& track, const PlayerLink::Done& done) {
-    link.trackList().refresh([&link, track, done] {
+    // Some that are paused go to the title and stay paused.
+    const bool wasPaused = link.belief().state == PlayerState::Paused;
+    const PlayerLink::Done begin = [&link, wasPaused, done](const PlayerLink::Failure& failure) {
+        if (failure || !wasPaused)
+            done(failure);
+        else
+            link.call(QStringLiteral("Play"), {}, done);
+    };
+    link.trackList().refresh([&link, track, done, begin] {
         for (const Metadata& entry : link.trackList().entries()) {
             const bool isIt =
                 track.path.isEmpty() ? entry.track.id == track.id : samePath(entry.url, track.path);
             if (!isIt || !entry.track.id.startsWith(u'/'))
                 continue;
-            link.call(QStringLiteral("GoTo"), {QVariant::fromValue(QDBusObjectPath(entry.track.id))}, done,
+            link.call(QStringLiteral("GoTo"), {QVariant::fromValue(QDBusObjectPath(entry.track.id))}, begin,
                       QStringLiteral("TrackList"));
             return;
         }
@@ -90,7 +98,7 @@ void playTrack(PlayerLink& link, const Track& track, const PlayerLink::Done& don
             done(QStringLiteral("%1 cannot play that title").arg(link.identity()));
         else
             link.call(QStringLiteral("OpenUri"),
-                      {QString::fromLatin1(QUrl::fromLocalFile(track.path).toEncoded())}, done);
+                      {QString::fromLatin1(QUrl::fromLocalFile(track.path).toEncoded())}, begin);
     });
 }
 

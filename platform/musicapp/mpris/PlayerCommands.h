@@ -12,7 +12,8 @@ namespace tarnwick::musicapp {
 void sendCommand(PlayerLink& link, Player::Command command, dispatch::Instant now,
                  const PlayerLink::Done& done);
 
-/// Goes to the player's own entry of that track where it lists one, else lets it open the file.
+/// Goes to the player's own entry of that track where it lists one, else lets it open the file; a player that
+/// was paused plays then.
 void playTrack(PlayerLink& link, const Track& track, const PlayerLink::Done& done);
 
 /// Starts a playlist of the player's, even with those that must be stopped first. `dispatcher` must outlive
