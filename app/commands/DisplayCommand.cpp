@@ -2,6 +2,7 @@
 #include "app/commands/Commands.h"
 #include "app/desktop/DesktopApplication.h"
 #include "app/desktop/Identity.h"
+#include "app/desktop/Leave.h"
 #include "app/desktop/Memory.h"
 #include "app/program/DisplayProgram.h"
 #include "platform/musicapp/mpris/MprisMusic.h"
@@ -10,11 +11,16 @@
 
 namespace tarnwick {
 
+using namespace std::chrono_literals;
+
 int runDisplay(const Invocation& invocation) {
     giveFreedPicturesBack();
     QGuiApplication::setDesktopFileName(bundleIdentifier());
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    return DisplayProgram(invocation).run();
+    DisplayProgram program(invocation);
+    const int code = program.run();
+    leaveWithin(1s, code);
+    return code;
 }
 
 int runShow() {

@@ -50,7 +50,7 @@ void CurrentTrack::loadDetails() {
     const Metadata before = std::exchange(m_detailed, belief.metadata);
     if (isNewTrack) {
         m_details.file.reset();
-        m_details.fileDate = {};
+        m_details.fileDates = {};
         if (!isSameAlbum(before, m_detailed))
             m_details.artwork.reset();
         if (m_details.artwork && !namesFile(m_detailed.url))

@@ -1,5 +1,8 @@
 #include "platform/musicapp/mpris/LocalFile.h"
 
+#include "platform/musicapp/FileName.h"
+
+#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 #include <QUrl>
@@ -17,8 +20,7 @@ const QString scheme = QStringLiteral("file:");
 
 bool isRegularFile(const QString& path) {
     struct stat status {};
-    return !path.isEmpty() && ::stat(QFile::encodeName(path).constData(), &status) == 0 &&
-           S_ISREG(status.st_mode);
+    return !path.isEmpty() && ::stat(bytesOfName(path).constData(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
 } // namespace
@@ -36,7 +38,7 @@ QString localPathOf(const QString& url) {
     if (!raw.startsWith(u'/'))
         return {};
     // A URL first, then a path that somebody put behind "file://" as it was, then one half escaped.
-    const QString decoded = QUrl::fromPercentEncoding(raw.toUtf8());
+    const QString decoded = nameFromBytes(QByteArray::fromPercentEncoding(raw.toUtf8()));
     const QString strict = QUrl(url).toLocalFile();
     for (const QString& candidate : {strict, decoded, raw}) {
         if (isRegularFile(candidate))
@@ -45,8 +47,19 @@ QString localPathOf(const QString& url) {
     return {};
 }
 
+QList<QDate> datesOfFile(const QString& path) {
+    struct statx status {};
+    if (::statx(AT_FDCWD, bytesOfName(path).constData(), AT_STATX_SYNC_AS_STAT,
+                STATX_BTIME | STATX_CTIME | STATX_MTIME, &status) != 0)
+        return {};
+    QList<QDate> dates;
+    for (const auto& time : {status.stx_mtime, status.stx_ctime, status.stx_btime})
+        dates.append(QDateTime::fromSecsSinceEpoch(time.tv_sec).date());
+    return dates;
+}
+
 std::optional<QByteArray> readRegularFile(const QString& path, qint64 limit) {
-    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    const int descriptor = ::open(bytesOfName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0)
         return std::nullopt;
     struct stat status {};

@@ -1,5 +1,7 @@
 #include "platform/musicapp/mpris/PlayerCommands.h"
 
+#include "platform/musicapp/FileName.h"
+
 #include <QDBusObjectPath>
 #include <QTimer>
 #include <QUrl>
@@ -30,7 +32,8 @@ QString methodOf(Player::Command command) {
 
 /// Whether `url` means the file at `path`, however it is escaped.
 bool samePath(const QString& url, const QString& path) {
-    return QUrl(url).toLocalFile() == path || url == path || url == QLatin1String("file://") + path;
+    return nameFromBytes(QByteArray::fromPercentEncoding(url.toUtf8())) == QLatin1String("file://") + path ||
+           QUrl(url).toLocalFile() == path || url == path || url == QLatin1String("file://") + path;
 }
 
 /// Some start a playlist only when they are stopped, and play on otherwise.
@@ -98,7 +101,8 @@ void playTrack(PlayerLink& link, const Track& track, const PlayerLink::Done& don
             done(QStringLiteral("%1 cannot play that title").arg(link.identity()));
         else
             link.call(QStringLiteral("OpenUri"),
-                      {QString::fromLatin1(QUrl::fromLocalFile(track.path).toEncoded())}, begin);
+                      {QString::fromLatin1("file://" + bytesOfName(track.path).toPercentEncoding("/"))},
+                      begin);
     });
 }
 

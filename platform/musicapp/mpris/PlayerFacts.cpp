@@ -1,5 +1,6 @@
 #include "platform/musicapp/mpris/PlayerFacts.h"
 
+#include "platform/musicapp/Year.h"
 #include "platform/musicapp/mpris/BusValue.h"
 
 #include <QFileInfo>
@@ -28,6 +29,16 @@ int firstCount(const QVariantMap& metadata, std::initializer_list<const char*> k
     for (const char* key : keys) {
         if (const int count = countOf(metadata.value(QLatin1String(key))); count > 0)
             return count;
+    }
+    return 0;
+}
+
+int firstYear(const QVariantMap& metadata, std::initializer_list<const char*> keys) {
+    for (const char* key : keys) {
+        const QVariant value = metadata.value(QLatin1String(key));
+        const QString text = textOf(value);
+        if (const int year = yearIn(text.isEmpty() ? QString::number(countOf(value)) : text); year > 0)
+            return year;
     }
     return 0;
 }
@@ -104,9 +115,9 @@ bool isSameAlbum(const Metadata& before, const Metadata& after) {
     if (!areEqual(before.track.album, after.track.album).value_or(false))
         return false;
     // The artists of a sampler's tracks are others; its own is not, nor is its folder.
-    const auto isSameArtist = areEqual(before.albumArtist, after.albumArtist)
-                                  ? areEqual(before.albumArtist, after.albumArtist)
-                                  : areEqual(before.track.artist, after.track.artist);
+    if (const auto isSameArtist = areEqual(before.albumArtist, after.albumArtist))
+        return *isSameArtist;
+    const auto isSameArtist = areEqual(before.track.artist, after.track.artist);
     const auto isSameFolder = areEqual(folderOf(before.url), folderOf(after.url));
     return isSameArtist.value_or(false) || isSameFolder.value_or(!isSameArtist);
 }
@@ -131,7 +142,7 @@ Metadata normaliseMetadata(const QVariantMap& given) {
     track.discCount = std::max(firstCount(map, {"xesam:disccount", "disctotal"}),
                                afterSlash(firstText(map, {"xesam:discnumber", "disc"})));
     track.bitRate = bitRateOf(map);
-    track.year = firstCount(map, {"year", "xesam:year", "sayonara:year", "date"});
+    track.year = firstYear(map, {"year", "xesam:year", "sayonara:year", "date"});
     const double length = numberOf(map.value(QStringLiteral("mpris:length"))).value_or(0) / 1e6;
     track.duration = length > 0 && length < longest ? length : 0;
     result.url = firstText(map, {"xesam:url"});
@@ -142,7 +153,7 @@ Metadata normaliseMetadata(const QVariantMap& given) {
         result.artUrl.replace(0, oldHost.size(), QStringLiteral("https://i.scdn.co/image/"));
 
     const QString created = firstText(map, {"xesam:contentcreated"});
-    result.contentYear = countOf(created);
+    result.contentYear = yearIn(created);
     result.contentDate = QDate::fromString(created.left(10), Qt::ISODate);
 
     track.name = firstText(map, {"xesam:title"});

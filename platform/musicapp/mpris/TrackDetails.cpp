@@ -44,8 +44,9 @@ Track describe(const Metadata& metadata, const TrackDetails& details, QDate toda
                !metadata.url.startsWith(QLatin1String("file:"), Qt::CaseInsensitive)) {
         track.kind = QStringLiteral("Internet audio stream");
     }
-    const bool isDateOfFile = metadata.contentDate.isValid() &&
-                              (metadata.contentDate == today || metadata.contentDate == details.fileDate);
+    const bool isDateOfFile =
+        metadata.contentDate.isValid() &&
+        (metadata.contentDate == today || details.fileDates.contains(metadata.contentDate));
     if (!isDateOfFile)
         fill(track.year, metadata.contentYear);
     return track;

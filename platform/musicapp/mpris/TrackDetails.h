@@ -4,6 +4,7 @@
 #include "platform/musicapp/mpris/PlayerFacts.h"
 
 #include <QDate>
+#include <QList>
 
 #include <memory>
 
@@ -12,7 +13,7 @@ namespace tarnwick::musicapp {
 /// What the machine knows about a track beyond what the player says.
 struct TrackDetails {
     std::shared_ptr<const Track> file; ///< what its file says; null when there is none here
-    QDate fileDate;                    ///< when the file was changed last
+    QList<QDate> fileDates;            ///< on which the file was changed, written or moved, and made
     std::optional<Artwork> artwork;
 };
 

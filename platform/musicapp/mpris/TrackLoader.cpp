@@ -5,12 +5,20 @@
 #include "platform/musicapp/mpris/LocalPictures.h"
 #include "platform/musicapp/tags/AlbumFolder.h"
 
-#include <QDateTime>
-#include <QFileInfo>
-
 #include <atomic>
 
 namespace tarnwick::musicapp {
+
+namespace {
+
+/// What tells an album from others of its name: whose it is. A track without one is an album of its own.
+QString albumKey(const Metadata& metadata) {
+    const Track& track = metadata.track;
+    const QString& whose = metadata.albumArtist.isEmpty() ? track.artist : metadata.albumArtist;
+    return (track.album.isEmpty() ? u'\n' + track.name : track.album) + u'\n' + whose;
+}
+
+} // namespace
 
 struct TrackLoader::Wanted {
     std::atomic<int> track = 0;
@@ -30,7 +38,7 @@ void TrackLoader::load(const Metadata& metadata, const Loaded& loaded) {
             return;
         const TrackDetails details = read(metadata);
         const QByteArray kept = WebPictures::isWebUrl(metadata.artUrl)
-                                    ? m_cache.find(metadata.artUrl, metadata.track.album)
+                                    ? m_cache.find(metadata.artUrl, albumKey(metadata))
                                     : QByteArray();
         if (!kept.isEmpty() || !WebPictures::isWebUrl(metadata.artUrl)) {
             TrackDetails all = details;
@@ -72,7 +80,7 @@ TrackDetails TrackLoader::read(const Metadata& metadata) {
     const QString path = localPathOf(metadata.url);
     details.file = path.isEmpty() ? nullptr : m_tags.read(path);
     if (details.file)
-        details.fileDate = QFileInfo(path).lastModified().date();
+        details.fileDates = datesOfFile(path);
     details.artwork = best(findLocalPictures(metadata.artUrl, details.file ? path : QString()));
     return details;
 }
@@ -97,7 +105,7 @@ void TrackLoader::loadFromWeb(const Metadata& metadata, const TrackDetails& deta
         m_work.run([this, number, metadata, details, loaded, bytes] {
             TrackDetails all = details;
             if (pixelsOf(bytes) > 0) {
-                m_cache.keep(metadata.artUrl, metadata.track.album, bytes);
+                m_cache.keep(metadata.artUrl, albumKey(metadata), bytes);
                 all.artwork =
                     best(details.artwork ? std::vector{bytes, details.artwork->bytes} : std::vector{bytes});
             }

@@ -1,11 +1,11 @@
 #include "platform/musicapp/tags/AlbumFolder.h"
 
+#include "platform/musicapp/FileName.h"
 #include "platform/musicapp/tags/FileFacts.h"
 #include "platform/musicapp/tags/TagCache.h"
 #include "platform/script/Coercion.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 
@@ -50,12 +50,12 @@ QStringList foldersOf(const QString& path) {
 QStringList filesIn(const QString& folder) {
     QStringList names;
     std::error_code error;
-    for (std::filesystem::directory_iterator entry(QFile::encodeName(folder).toStdString(), error);
+    for (std::filesystem::directory_iterator entry(bytesOfName(folder).toStdString(), error);
          !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         std::error_code fault;
         const std::string name = entry->path().filename().string();
         if (name.front() != '.' && entry->is_regular_file(fault))
-            names.append(QFile::decodeName(name.c_str()));
+            names.append(nameFromBytes(QByteArray::fromStdString(name)));
     }
     names.sort(); // as the tracks of most albums stand, so that little is left to sort
     return names;
@@ -94,7 +94,7 @@ std::vector<Track> readAlbum(const Track& current, const Track& inFile, TagCache
             if (areEqual(track.artist, inFile.artist))
                 track.artist = current.artist;
             if (track.name.isEmpty())
-                track.name = QFileInfo(name).completeBaseName();
+                track.name = readableName(QFileInfo(name).completeBaseName());
             if (track.discNumber == 0)
                 track.discNumber = disc;
             tracks.push_back(std::move(track));

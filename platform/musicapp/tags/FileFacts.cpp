@@ -1,5 +1,6 @@
 #include "platform/musicapp/tags/FileFacts.h"
 
+#include "platform/musicapp/Year.h"
 #include "platform/musicapp/tags/TagFile.h"
 
 #include <QFileInfo>
@@ -37,6 +38,7 @@ namespace tarnwick::musicapp {
 namespace {
 
 constexpr qsizetype maximumText = 20000;
+constexpr qsizetype maximumValues = 64; // of one entry, as many as anybody reads
 
 template <typename... Types>
 bool isOneOf(const TagLib::File* file) {
@@ -118,12 +120,14 @@ public:
                 continue;
             QStringList texts;
             for (const TagLib::String& value : *entry->second) {
+                if (texts.size() == maximumValues)
+                    break;
                 const QString text = textOf(value);
                 if (!text.isEmpty() && !texts.contains(text))
                     texts.append(text);
             }
             if (!texts.isEmpty())
-                return texts.join(QStringLiteral(", "));
+                return texts.join(QStringLiteral(", ")).left(maximumText);
         }
         return {};
     }
@@ -148,7 +152,7 @@ void readTag(const TagLib::PropertyMap& properties, Track& track) {
     track.genre = entries.text({"GENRE"});
     track.comment = entries.text({"COMMENT", "DESCRIPTION"});
     track.grouping = entries.text({"GROUPING", "CONTENTGROUP"});
-    track.year = leadingNumber(entries.text({"DATE", "YEAR", "ORIGINALDATE"}));
+    track.year = yearIn(entries.text({"DATE", "YEAR", "ORIGINALDATE"}));
     track.trackNumber = leadingNumber(entries.text({"TRACKNUMBER"}));
     const QString disc = entries.text({"DISCNUMBER"});
     track.discNumber = leadingNumber(disc);

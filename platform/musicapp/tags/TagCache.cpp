@@ -1,8 +1,8 @@
 #include "platform/musicapp/tags/TagCache.h"
 
+#include "platform/musicapp/FileName.h"
 #include "platform/musicapp/tags/FileFacts.h"
 
-#include <QFile>
 #include <sys/stat.h>
 
 namespace tarnwick::musicapp {
@@ -16,7 +16,7 @@ constexpr qsizetype maximumEntries = 20000;
 
 std::shared_ptr<const Track> TagCache::read(const QString& path) {
     struct stat status {};
-    if (::stat(QFile::encodeName(path).constData(), &status) != 0 || !S_ISREG(status.st_mode))
+    if (::stat(bytesOfName(path).constData(), &status) != 0 || !S_ISREG(status.st_mode))
         return nullptr;
     const qint64 changed = qint64{status.st_mtim.tv_sec} * 1'000'000'000 + status.st_mtim.tv_nsec;
     {

@@ -1,5 +1,7 @@
 #include "platform/musicapp/tags/TagFile.h"
 
+#include "platform/musicapp/FileName.h"
+
 #include <QFile>
 #include <QtEndian>
 #include <taglib/id3v2framefactory.h>
@@ -47,7 +49,7 @@ TagFile openTagFile(const QString& path, bool withProperties) {
     if (path.endsWith(QLatin1String(".dsf"), Qt::CaseInsensitive))
         return openDsf(path);
     TagFile result;
-    result.reference = TagLib::FileRef(QFile::encodeName(path).constData(), withProperties);
+    result.reference = TagLib::FileRef(bytesOfName(path).constData(), withProperties);
     return result;
 }
 

@@ -246,7 +246,7 @@ TEST(TrackDetails, EveryFactComesFromTheFirstThatHasIt) {
     file->artist = "Nevia";
     file->trackNumber = 4;
     file->compilation = true;
-    TrackDetails details{file, QDate(2020, 1, 1), {}};
+    TrackDetails details{file, {QDate(2020, 1, 1)}, {}};
 
     Track shown = describe(said, details, today);
     EXPECT_EQ(shown.name, "Alba");
@@ -254,7 +254,7 @@ TEST(TrackDetails, EveryFactComesFromTheFirstThatHasIt) {
     EXPECT_EQ(shown.trackNumber, 4);
     EXPECT_TRUE(shown.compilation);
     EXPECT_EQ(shown.year, 0) << "today is no release date";
-    said.contentDate = details.fileDate;
+    said.contentDate = details.fileDates.value(0);
     EXPECT_EQ(describe(said, details, today).year, 0) << "nor is the day the file was made";
     said.contentDate = QDate(2019, 5, 1);
     said.contentYear = 2019;
