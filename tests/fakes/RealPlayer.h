@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
+#include "tests/fakes/Files.h"
+
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QString>
@@ -19,14 +18,14 @@ class RealPlayer {
 public:
     explicit RealPlayer(const QString& busAddress) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), busAddress);
-        environment.insert(QStringLiteral("HOME"), m_home.path());
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), m_home.filePath(QStringLiteral("config")));
-        environment.insert(QStringLiteral("XDG_DATA_HOME"), m_home.filePath(QStringLiteral("data")));
-        environment.insert(QStringLiteral("XDG_CACHE_HOME"), m_home.filePath(QStringLiteral("cache")));
-        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_home.path());
-        environment.remove(QStringLiteral("DISPLAY"));
-        environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+        environment.insert("DBUS_SESSION_BUS_ADDRESS", busAddress);
+        environment.insert("HOME", m_home.path());
+        environment.insert("XDG_CONFIG_HOME", m_home.filePath("config"));
+        environment.insert("XDG_DATA_HOME", m_home.filePath("data"));
+        environment.insert("XDG_CACHE_HOME", m_home.filePath("cache"));
+        environment.insert("XDG_RUNTIME_DIR", m_home.path());
+        environment.remove("DISPLAY");
+        environment.remove("WAYLAND_DISPLAY");
         m_process.setProcessEnvironment(environment);
         m_process.setProcessChannelMode(QProcess::MergedChannels);
     }
@@ -40,11 +39,7 @@ public:
 
     /// A file in the program's home.
     void writeFile(const QString& name, const QByteArray& content) {
-        const QString path = m_home.filePath(name);
-        QDir().mkpath(QFileInfo(path).path());
-        QFile file(path);
-        if (file.open(QIODevice::WriteOnly))
-            file.write(content);
+        tarnwick::writeFile(m_home.filePath(name), content);
     }
     /// Before the start.
     void setVariable(const QString& name, const QString& value) {
@@ -91,21 +86,17 @@ using Tags = std::vector<std::pair<QString, QString>>;
 /// it worked.
 inline bool makeSound(const QString& path, const Tags& tags, int seconds = 20, const QString& codec = {}) {
     QDir().mkpath(QFileInfo(path).path());
-    QStringList arguments{QStringLiteral("-v"),
-                          QStringLiteral("error"),
-                          QStringLiteral("-y"),
-                          QStringLiteral("-f"),
-                          QStringLiteral("lavfi"),
-                          QStringLiteral("-i"),
-                          QStringLiteral("sine=440:sample_rate=44100:duration=%1").arg(seconds)};
+    const QString sine = QStringLiteral("sine=440:sample_rate=44100:duration=%1").arg(seconds);
+    QStringList arguments{"-v", "error", "-y", "-f", "lavfi", "-i", sine};
     for (const auto& [name, value] : tags)
-        arguments << QStringLiteral("-metadata") << name + u'=' + value;
+        arguments << "-metadata" << name + u'=' + value;
     if (!codec.isEmpty())
-        arguments << QStringLiteral("-c:a") << codec;
-    if (path.endsWith(QLatin1String(".aiff")))
-        arguments << QStringLiteral("-write_id3v2") << QStringLiteral("1");
+        arguments << "-c:a" << codec;
+    if (path.endsWith(".aiff"))
+        arguments << "-write_id3v2"
+                  << "1";
     arguments << path;
-    return QProcess::execute(QStringLiteral("ffmpeg"), arguments) == 0;
+    return QProcess::execute("ffmpeg", arguments) == 0;
 }
 
 } // namespace tarnwick

@@ -3,6 +3,7 @@
 #include "app/desktop/RunningCopies.h"
 #include "app/desktop/StopSignals.h"
 #include "app/program/MenuShortcuts.h"
+#include "tests/fakes/Files.h"
 #include "tests/fakes/PrivateBus.h"
 
 #include <QSignalSpy>
@@ -22,11 +23,9 @@ TEST(RunningCopies, CrashedOnesDoNotCount) {
     const QString inside = folder.filePath("tarnwick"); // made when it is missing
     const RunningCopies own(inside);
     EXPECT_EQ(own.count(), 1);
-    QFile stale(inside + "/copy-999999");
-    ASSERT_TRUE(stale.open(QIODevice::WriteOnly));
-    stale.close();
+    const QString stale = writeFile(inside + "/copy-999999", {});
     EXPECT_EQ(own.count(), 1);
-    EXPECT_FALSE(stale.exists());
+    EXPECT_FALSE(QFile::exists(stale));
     int ready[2] = {}, done[2] = {};
     ASSERT_EQ(pipe(ready) + pipe(done), 0);
     const pid_t other = fork();

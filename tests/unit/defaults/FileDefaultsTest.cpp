@@ -1,9 +1,8 @@
 #include "platform/defaults/FileDefaults.h"
 
 #include "platform/dispatch/VirtualDispatcher.h"
+#include "tests/fakes/Files.h"
 
-#include <QDir>
-#include <QFile>
 #include <QJsonDocument>
 #include <QProcess>
 #include <QSignalSpy>
@@ -23,17 +22,10 @@ namespace {
 
 class FileDefaultsTest : public testing::Test {
 protected:
-    void fill(const QByteArray& bytes) {
-        QDir().mkpath(QFileInfo(path).path());
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    }
+    void fill(const QByteArray& bytes) { writeFile(path, bytes); }
 
     QJsonObject content() {
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        const auto document = QJsonDocument::fromJson(file.readAll());
+        const auto document = QJsonDocument::fromJson(readFile(path));
         EXPECT_TRUE(document.isObject());
         return document.object();
     }
@@ -53,122 +45,101 @@ protected:
     /// Names in the file's folder, without the lock.
     QStringList files() {
         auto names = QDir(QFileInfo(path).path()).entryList(QDir::Files | QDir::Hidden);
-        names.removeAll(QStringLiteral("defaults.json.lock"));
+        names.removeAll("defaults.json.lock");
         return names;
     }
 
     QTemporaryDir folder;
-    QString path = folder.filePath(QStringLiteral("tarnwick/defaults.json"));
+    QString path = folder.filePath("tarnwick/defaults.json");
     dispatch::VirtualDispatcher dispatcher;
     QStringList reports;
 };
 
 TEST_F(FileDefaultsTest, EveryTypeComesBackAsItself) {
-    const QStringList names{QStringLiteral("a\n\"b\""), QString(), QStringLiteral("遠い海")};
+    const QStringList names{"a\n\"b\"", QString(), "遠い海"};
     {
         const auto defaults = open();
-        defaults->set(QStringLiteral("bool"), true);
-        defaults->set(QStringLiteral("number"), 0.1);
-        defaults->set(QStringLiteral("text"), QStringLiteral("true"));
-        defaults->set(QStringLiteral("texts"), names);
-        defaults->set(QStringLiteral("none"), QStringList());
+        defaults->set("bool", true);
+        defaults->set("number", 0.1);
+        defaults->set("text", "true");
+        defaults->set("texts", names);
+        defaults->set("none", QStringList());
     }
     const auto defaults = open();
-    EXPECT_EQ(defaults->get<bool>(QStringLiteral("bool")), true);
-    EXPECT_EQ(defaults->get<double>(QStringLiteral("number")), 0.1);
-    EXPECT_EQ(defaults->get<QString>(QStringLiteral("text")), QStringLiteral("true"));
-    EXPECT_EQ(defaults->get<bool>(QStringLiteral("text")), std::nullopt) << "a text is no boolean";
-    EXPECT_EQ(defaults->get<QStringList>(QStringLiteral("texts")), names);
-    EXPECT_EQ(defaults->get<QStringList>(QStringLiteral("none")), QStringList());
-    EXPECT_EQ(defaults->value(QStringLiteral("missing")), std::nullopt);
+    EXPECT_EQ(defaults->get<bool>("bool"), true);
+    EXPECT_EQ(defaults->get<double>("number"), 0.1);
+    EXPECT_EQ(defaults->get<QString>("text"), "true");
+    EXPECT_EQ(defaults->get<bool>("text"), std::nullopt) << "a text is no boolean";
+    EXPECT_EQ(defaults->get<QStringList>("texts"), names);
+    EXPECT_EQ(defaults->get<QStringList>("none"), QStringList());
+    EXPECT_EQ(defaults->value("missing"), std::nullopt);
     EXPECT_THAT(reports, IsEmpty());
 }
 
 TEST_F(FileDefaultsTest, KeepsWhatItDoesNotKnow) {
     fill(R"({"future": {"nested": [1, null]}, "mixed": [1, "a"], "preventSleep": true})");
-    open()->set(QStringLiteral("preventSleep"), false);
+    open()->set("preventSleep", false);
     EXPECT_EQ(content(), QJsonDocument::fromJson(
                              R"({"future": {"nested": [1, null]}, "mixed": [1, "a"], "preventSleep": false})")
                              .object());
-    EXPECT_EQ(open()->value(QStringLiteral("mixed")), std::nullopt);
+    EXPECT_EQ(open()->value("mixed"), std::nullopt);
 }
 
 TEST_F(FileDefaultsTest, SetsAsideWhatCannotBeRead) {
     for (const char* bytes : {"{\"half\": tr", "[1, 2]", ""}) {
         fill(bytes);
         const auto defaults = open();
-        EXPECT_EQ(defaults->value(QStringLiteral("half")), std::nullopt);
-        defaults->set(QStringLiteral("key"), true);
+        EXPECT_EQ(defaults->value("half"), std::nullopt);
+        defaults->set("key", true);
     }
-    EXPECT_THAT(files(),
-                ElementsAre(QStringLiteral("defaults.json"), QStringLiteral("defaults.json.unreadable-1"),
-                            QStringLiteral("defaults.json.unreadable-2"),
-                            QStringLiteral("defaults.json.unreadable-3")));
-    EXPECT_EQ(content(), QJsonObject({{QStringLiteral("key"), true}}));
+    EXPECT_THAT(files(), ElementsAre("defaults.json", "defaults.json.unreadable-1",
+                                     "defaults.json.unreadable-2", "defaults.json.unreadable-3"));
+    EXPECT_EQ(content(), QJsonObject({{"key", true}}));
     EXPECT_THAT(reports, SizeIs(3));
-    QFile aside(path + QStringLiteral(".unreadable-1"));
-    ASSERT_TRUE(aside.open(QIODevice::ReadOnly));
-    EXPECT_EQ(aside.readAll(), "{\"half\": tr");
+    EXPECT_EQ(readFile(path + ".unreadable-1"), "{\"half\": tr");
 }
 
 TEST_F(FileDefaultsTest, AFileThatBreaksWhileItIsInUseIsSetAsideByTheNextChange) {
     const auto defaults = open();
-    defaults->set(QStringLiteral("before"), true);
+    defaults->set("before", true);
     fill("nonsense");
-    defaults->set(QStringLiteral("after"), true);
-    EXPECT_EQ(content(), QJsonObject({{QStringLiteral("after"), true}}));
+    defaults->set("after", true);
+    EXPECT_EQ(content(), QJsonObject({{"after", true}}));
     EXPECT_THAT(files(), SizeIs(2));
 }
 
 TEST_F(FileDefaultsTest, AReadOnlyPlaceCostsThePersistenceAndOneLine) {
-    path = QStringLiteral("/proc/self/tarnwick/defaults.json");
+    path = "/proc/self/tarnwick/defaults.json";
     const auto defaults = open();
-    defaults->set(QStringLiteral("a"), true);
-    defaults->set(QStringLiteral("b"), QStringLiteral("text"));
-    EXPECT_EQ(defaults->get<bool>(QStringLiteral("a")), true);
-    EXPECT_EQ(defaults->get<QString>(QStringLiteral("b")), QStringLiteral("text"));
+    defaults->set("a", true);
+    defaults->set("b", "text");
+    EXPECT_EQ(defaults->get<bool>("a"), true);
+    EXPECT_EQ(defaults->get<QString>("b"), "text");
     EXPECT_THAT(reports, SizeIs(1));
 }
 
-/// No byte can be written to a file as long as it lives.
-class FullDisk {
-public:
-    FullDisk() {
-        ::getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit full{0, m_before.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &full);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-    ~FullDisk() {
-        ::setrlimit(RLIMIT_FSIZE, &m_before);
-        ::signal(SIGXFSZ, m_handler);
-    }
-
-private:
-    sighandler_t m_handler = ::signal(SIGXFSZ, SIG_IGN);
-    rlimit m_before{};
-};
-
 TEST_F(FileDefaultsTest, AFullDiskKeepsTheOldFileAndWhatWasChangedForTheNextWrite) {
     const auto defaults = open();
-    defaults->set(QStringLiteral("before"), true);
-    {
-        const FullDisk full;
-        defaults->set(QStringLiteral("during"), true);
-        defaults->set(QStringLiteral("during2"), true);
-    }
+    defaults->set("before", true);
+    rlimit before{};
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    const auto handler = ::signal(SIGXFSZ, SIG_IGN);
+    const rlimit full{0, before.rlim_max}; // no byte can be written to a file
+    ::setrlimit(RLIMIT_FSIZE, &full);
+    defaults->set("during", true);
+    defaults->set("during2", true);
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    ::signal(SIGXFSZ, handler);
     EXPECT_THAT(reports, SizeIs(1));
-    EXPECT_EQ(content(), QJsonObject({{QStringLiteral("before"), true}}));
-    defaults->set(QStringLiteral("after"), true);
-    EXPECT_EQ(content().keys(), QStringList({QStringLiteral("after"), QStringLiteral("before"),
-                                             QStringLiteral("during"), QStringLiteral("during2")}));
-    EXPECT_THAT(files(), ElementsAre(QStringLiteral("defaults.json")));
+    EXPECT_EQ(content(), QJsonObject({{"before", true}}));
+    defaults->set("after", true);
+    EXPECT_EQ(content().keys(), QStringList({"after", "before", "during", "during2"}));
+    EXPECT_THAT(files(), ElementsAre("defaults.json"));
 }
 
 TEST_F(FileDefaultsTest, LateWritesAreAtMostTwentyASecondAndEndWithTheLastValue) {
     const auto defaults = open();
-    const QString key = QStringLiteral("WindowWidth");
+    const QString key = "WindowWidth";
     int writes = 0;
     double onDisk = 0;
     for (int i = 1; i <= 1000; ++i) {
@@ -187,28 +158,28 @@ TEST_F(FileDefaultsTest, LateWritesAreAtMostTwentyASecondAndEndWithTheLastValue)
 }
 
 TEST_F(FileDefaultsTest, TheLastLateValueIsWrittenAtTheEnd) {
-    open()->setSoon(QStringLiteral("WindowWidth"), 7.0);
-    EXPECT_EQ(content().value(QStringLiteral("WindowWidth")).toDouble(), 7);
+    open()->setSoon("WindowWidth", 7.0);
+    EXPECT_EQ(content().value("WindowWidth").toDouble(), 7);
 }
 
 TEST_F(FileDefaultsTest, TellsWhatAnotherProcessHasChangedAndNothingElse) {
     const auto defaults = open();
-    defaults->set(QStringLiteral("mine"), true);
-    defaults->set(QStringLiteral("theirs"), true);
+    defaults->set("mine", true);
+    defaults->set("theirs", true);
     QSignalSpy changes(defaults.get(), &Defaults::changedElsewhere);
-    open()->set(QStringLiteral("theirs"), false);
+    open()->set("theirs", false);
     ASSERT_TRUE(changes.wait());
-    EXPECT_THAT(changes, ElementsAre(QVariantList{QStringLiteral("theirs")}));
-    EXPECT_EQ(defaults->get<bool>(QStringLiteral("theirs")), false);
+    EXPECT_THAT(changes, ElementsAre(QVariantList{"theirs"}));
+    EXPECT_EQ(defaults->get<bool>("theirs"), false);
 
     changes.clear();
     ASSERT_TRUE(QFile::remove(path));
     ASSERT_TRUE(changes.wait());
-    EXPECT_EQ(defaults->value(QStringLiteral("mine")), std::nullopt) << "back to nothing, as the file is";
+    EXPECT_EQ(defaults->value("mine"), std::nullopt) << "back to nothing, as the file is";
 }
 
 TEST_F(FileDefaultsTest, ListsToWhichTwoProcessesAddLoseNothing) {
-    const QString key = QStringLiteral("list");
+    const QString key = "list";
     const auto adding = [](const QString& item) {
         return [item](const std::optional<Value>& now) {
             QStringList list = now ? std::get<QStringList>(*now) : QStringList();
@@ -217,12 +188,12 @@ TEST_F(FileDefaultsTest, ListsToWhichTwoProcessesAddLoseNothing) {
     };
     const auto first = open();
     const auto second = open(); // neither looks at the other's changes in between
-    EXPECT_TRUE(first->update(key, adding(QStringLiteral("a"))));
-    EXPECT_TRUE(second->update(key, adding(QStringLiteral("b"))));
-    EXPECT_TRUE(first->update(key, adding(QStringLiteral("c"))));
+    EXPECT_TRUE(first->update(key, adding("a")));
+    EXPECT_TRUE(second->update(key, adding("b")));
+    EXPECT_TRUE(first->update(key, adding("c")));
     EXPECT_THAT(*first->get<QStringList>(key), ElementsAre("a", "b", "c"));
-    EXPECT_TRUE(first->update(QStringLiteral("none"), [](const auto&) { return std::nullopt; }));
-    EXPECT_FALSE(content().contains(QStringLiteral("none")));
+    EXPECT_TRUE(first->update("none", [](const auto&) { return std::nullopt; }));
+    EXPECT_FALSE(content().contains("none"));
 }
 
 TEST_F(FileDefaultsTest, EveryChangeThatHasReturnedSurvivesKill9) {
@@ -244,12 +215,12 @@ TEST_F(FileDefaultsTest, EveryChangeThatHasReturnedSurvivesKill9) {
             ASSERT_EQ(defaults->get<double>(prefix + QString::number(i)), i) << qPrintable(prefix);
     }
     EXPECT_THAT(reports, IsEmpty());
-    EXPECT_THAT(files(), ElementsAre(QStringLiteral("defaults.json"))) << "and leaves no litter";
+    EXPECT_THAT(files(), ElementsAre("defaults.json")) << "and leaves no litter";
 }
 
 TEST_F(FileDefaultsTest, TwoProcessesLoseNoneOfAThousandChangesEach) {
-    const auto first = startWriter(QStringLiteral("first"), 1000);
-    const auto second = startWriter(QStringLiteral("second"), 1000);
+    const auto first = startWriter("first", 1000);
+    const auto second = startWriter("second", 1000);
     for (QProcess* process : {first.get(), second.get()}) {
         ASSERT_TRUE(process->waitForFinished(100'000));
         ASSERT_EQ(process->exitCode(), 0);

@@ -1,8 +1,8 @@
 #include "platform/images/ImageStore.h"
 
 #include "platform/dispatch/VirtualDispatcher.h"
+#include "tests/fakes/Pictures.h"
 
-#include <QBuffer>
 #include <QColorSpace>
 #include <gmock/gmock.h>
 
@@ -17,14 +17,6 @@ QImage gradient(QSize size, QImage::Format format = QImage::Format_RGB32) {
         for (int x = 0; x < size.width(); ++x)
             picture.setPixelColor(x, y, QColor(x * 255 / size.width(), y * 255 / size.height(), 90));
     return picture.convertToFormat(format);
-}
-
-QByteArray encoded(const QImage& picture, const char* format, int quality = 100) {
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    EXPECT_TRUE(picture.save(&buffer, format, quality)) << format;
-    return bytes;
 }
 
 class ImageStoreTest : public testing::Test {
@@ -42,7 +34,7 @@ protected:
 
 TEST_F(ImageStoreTest, ReadsEveryFormat) {
     for (const char* format : {"png", "jpeg", "webp", "bmp", "tiff"}) {
-        const auto image = load(encoded(gradient({64, 48}), format));
+        const auto image = load(encoded(gradient({64, 48}), format, 100));
         ASSERT_TRUE(image) << format;
         EXPECT_EQ(image->size(), QSize(64, 48)) << format;
         const QImage pixels = image->pixels();
@@ -58,17 +50,17 @@ TEST_F(ImageStoreTest, ReadsEveryFormat) {
 }
 
 TEST_F(ImageStoreTest, EqualBytesAreTheSameHandle) {
-    const QByteArray bytes = encoded(gradient({32, 32}), "png");
+    const QByteArray bytes = encoded(gradient({32, 32}));
     const auto first = load(bytes);
     const QByteArray copy(bytes.constData(), bytes.size());
     EXPECT_EQ(load(copy), first);
     EXPECT_EQ(store.decode(bytes), first) << "on the main thread too";
-    EXPECT_NE(load(encoded(gradient({33, 32}), "png")), first);
+    EXPECT_NE(load(encoded(gradient({33, 32}))), first);
     EXPECT_EQ(store.decodeCount(), 2);
 }
 
 TEST_F(ImageStoreTest, BrokenBytesGiveNone) {
-    const QByteArray png = encoded(gradient({200, 200}), "png");
+    const QByteArray png = encoded(gradient({200, 200}));
     QByteArray hugeHeader = png;
     hugeHeader.replace(16, 8, QByteArray::fromHex("0001000000010000")); // says 65,536 x 65,536
     const struct {
@@ -99,19 +91,17 @@ TEST_F(ImageStoreTest, OnTheMainThreadTheSizeComesFirstAndThePixelsLater) {
 TEST_F(ImageStoreTest, NormalisesDepthPaletteAlphaAndColourSpace) {
     QImage wide = gradient({16, 16}, QImage::Format_RGB32);
     wide.setColorSpace(QColorSpace::DisplayP3);
-    QImage alpha(16, 16, QImage::Format_ARGB32);
-    alpha.fill(QColor(200, 100, 50, 128));
+    const QImage alpha = plainPicture(QColor(200, 100, 50, 128), {16, 16}, QImage::Format_ARGB32);
     for (const QImage& picture :
          {gradient({16, 16}, QImage::Format_RGBA64), gradient({16, 16}, QImage::Format_Indexed8),
           gradient({15, 16}, QImage::Format_Grayscale8), wide, alpha}) {
-        const auto image = load(encoded(picture, "png"));
+        const auto image = load(encoded(picture));
         ASSERT_TRUE(image);
         EXPECT_EQ(image->pixels().format(), QImage::Format_RGBA8888);
         EXPECT_EQ(image->pixels().bytesPerLine(), picture.width() * 4);
     }
-    EXPECT_EQ(load(encoded(alpha, "png"))->pixels().pixelColor(3, 3), QColor(200, 100, 50, 128));
-    const QColor before = wide.pixelColor(12, 4),
-                 after = load(encoded(wide, "png"))->pixels().pixelColor(12, 4);
+    EXPECT_EQ(load(encoded(alpha))->pixels().pixelColor(3, 3), QColor(200, 100, 50, 128));
+    const QColor before = wide.pixelColor(12, 4), after = load(encoded(wide))->pixels().pixelColor(12, 4);
     EXPECT_GT(after.red(), before.red()) << "a wide-gamut red is a stronger sRGB red";
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/menus/MenuExport.h"
 #include "platform/menus/TrayIcon.h"
+#include "tests/fakes/Pictures.h"
 #include "tests/fakes/PrivateBus.h"
 
 #include <QDBusMessage>
@@ -140,9 +141,7 @@ TEST_F(MenusOnARealBus, TheIconIsTheThemesUntilThereIsACover) {
             .variant();
     };
     EXPECT_EQ(read("IconName"), "org.tarnwick.Tarnwick");
-    QImage cover(100, 100, QImage::Format_RGB32);
-    cover.fill(QColor(1, 2, 3));
-    icon.setIcon(cover);
+    icon.setIcon(plainPicture(QColor(1, 2, 3), {100, 100}, QImage::Format_RGB32));
     EXPECT_EQ(read("IconName"), "");
     const auto pictures = qdbus_cast<QList<IconPicture>>(read("IconPixmap"));
     ASSERT_FALSE(pictures.isEmpty());

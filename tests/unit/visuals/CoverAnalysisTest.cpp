@@ -1,6 +1,6 @@
 #include "visuals/CoverAnalysis.h"
 
-#include "platform/images/Image.h"
+#include "tests/fakes/Pictures.h"
 
 #include <gtest/gtest.h>
 
@@ -22,9 +22,7 @@ QImage noise(int width, int height, unsigned seed) {
 }
 
 QImage filled(int width, int height, QRgb colour) {
-    QImage image(width, height, QImage::Format_RGBA8888);
-    image.fill(QColor::fromRgba(colour));
-    return image;
+    return plainPicture(QColor::fromRgba(colour), {width, height});
 }
 
 /// The mean of a rectangle, pixel by pixel.
@@ -75,15 +73,11 @@ TEST(CoverAnalysis, RegionsWithoutAPixelGiveTheFallback) {
 }
 
 TEST(CoverAnalysis, PicturesOfEveryKindAreReadAlike) {
-    QImage plain(60, 60, QImage::Format_RGB32);
-    plain.fill(QColor(200, 80, 40));
-    QImage wide(12000, 11, QImage::Format_RGB32);
-    wide.fill(QColor(200, 80, 40));
-    QImage premultiplied(60, 60, QImage::Format_ARGB32_Premultiplied);
-    premultiplied.fill(QColor(200, 80, 40, 255));
+    const QColor rust(200, 80, 40);
+    const QImage plain = plainPicture(rust, {60, 60}, QImage::Format_RGB32);
     const QImage covers[]{plain,
-                          wide,
-                          premultiplied,
+                          plainPicture(rust, {12000, 11}, QImage::Format_RGB32),
+                          plainPicture(rust, {60, 60}, QImage::Format_ARGB32_Premultiplied),
                           plain.convertToFormat(QImage::Format_Indexed8),
                           plain.convertToFormat(QImage::Format_RGBA64),
                           plain.convertToFormat(QImage::Format_RGB888),

@@ -1,6 +1,6 @@
 #include "visuals/DiscImage.h"
 
-#include "visuals/CDImageOption.h"
+#include "tests/fakes/Pictures.h"
 #include "visuals/GeneratedRecord.h"
 
 #include <gtest/gtest.h>
@@ -10,12 +10,6 @@
 namespace tarnwick {
 
 namespace {
-
-images::Image plainCover(const QColor& colour, QSize size = {50, 50}) {
-    QImage image(size, QImage::Format_RGBA8888);
-    image.fill(colour);
-    return images::Image::fromPixels(image);
-}
 
 DiscImage recordOf(const QString& tag, const QColor& colour, QStringList* log = nullptr,
                    const Catalogue& catalogue = Catalogue::shared()) {
@@ -32,16 +26,6 @@ bool showsCover(const QImage& disc, double distance) {
 }
 
 } // namespace
-
-TEST(DiscCatalogue, HasAPictureForEveryOptionAndBlank) {
-    QStringList names{QStringLiteral("cdblank"), QStringLiteral("R2RSony"), QStringLiteral("R2RSonyRed")};
-    for (const CDImageOption& option : imageOptions())
-        names.append(option.tag);
-    EXPECT_EQ(names.size(), 28);
-    for (const QString& name : names)
-        EXPECT_EQ(Catalogue::shared().naturalSize(name), QSize(1600, 1600)) << name.toStdString();
-    EXPECT_EQ(Catalogue::shared().names(Catalogue::Kind::Disc).size(), names.size());
-}
 
 TEST(DiscImage, GeneratedRecordsShowTheCoverInARing) {
     struct Row {

@@ -1,6 +1,7 @@
 #include "visuals/FormatLogo.h"
 
 #include "platform/dispatch/VirtualDispatcher.h"
+#include "tests/fakes/Pictures.h"
 #include "visuals/DockIcon.h"
 
 #include <gtest/gtest.h>
@@ -22,12 +23,6 @@ TEST(FormatLogo, IsWhiteOverWhiteTextAlone) {
 
 namespace {
 
-images::Image plainCover(const QColor& colour) {
-    QImage image(40, 20, QImage::Format_RGBA8888);
-    image.fill(colour);
-    return images::Image::fromPixels(image);
-}
-
 class DockIconTest : public testing::Test {
 protected:
     QImage apply(const std::optional<images::Image>& cover, bool enabled, const Catalogue& catalogue) {
@@ -45,7 +40,7 @@ protected:
 } // namespace
 
 TEST_F(DockIconTest, ShowsTheCoverWithRoundCorners) {
-    const QImage icon = apply(plainCover(Qt::red), true, Catalogue::shared());
+    const QImage icon = apply(plainCover(Qt::red, {40, 20}), true, Catalogue::shared());
     ASSERT_EQ(icon.size(), QSize(128, 128));
     EXPECT_EQ(icon.pixelColor(64, 64), QColor(Qt::red));
     EXPECT_EQ(icon.pixelColor(64, 0), QColor(Qt::red));
@@ -56,9 +51,9 @@ TEST_F(DockIconTest, ShowsTheCoverWithRoundCorners) {
 TEST_F(DockIconTest, ShowsTheProgramsOwnIconOtherwise) {
     const QImage own = *Catalogue::shared().picture(QStringLiteral("AppIcon"), {256, 256});
     EXPECT_EQ(apply(std::nullopt, true, Catalogue::shared()), own);
-    EXPECT_EQ(apply(plainCover(Qt::red), false, Catalogue::shared()), own);
+    EXPECT_EQ(apply(plainCover(Qt::red, {40, 20}), false, Catalogue::shared()), own);
     EXPECT_TRUE(apply(std::nullopt, true, none).isNull());
-    EXPECT_FALSE(apply(plainCover(Qt::red), true, none).isNull());
+    EXPECT_FALSE(apply(plainCover(Qt::red, {40, 20}), true, none).isNull());
 }
 
 TEST_F(DockIconTest, TheLastOfSeveralCounts) {
@@ -66,10 +61,10 @@ TEST_F(DockIconTest, TheLastOfSeveralCounts) {
     {
         DockIcon dock(dispatcher, Catalogue::shared(),
                       [&](const QImage& icon) { shown.append(icon.pixelColor(64, 64)); });
-        dock.applyDockIcon(plainCover(Qt::red), true);
-        dock.applyDockIcon(plainCover(Qt::blue), true);
+        dock.applyDockIcon(plainCover(Qt::red, {40, 20}), true);
+        dock.applyDockIcon(plainCover(Qt::blue, {40, 20}), true);
         dispatcher.runUntilIdle();
-        dock.applyDockIcon(plainCover(Qt::green), true);
+        dock.applyDockIcon(plainCover(Qt::green, {40, 20}), true);
     }
     dispatcher.runUntilIdle();
     EXPECT_EQ(shown, QList<QColor>{QColor(Qt::blue)});
