@@ -53,8 +53,6 @@ public:
         if (!m_shouldClose || m_shouldClose())
             close();
     }
-    /// The user, or the desktop, puts the window there.
-    void moveTo(const QRectF& frame) { setFrame(frame); }
 
     bool isTitleBarHidden() const { return m_isTitleBarHidden; }
     bool isMiniaturized() const { return m_isMiniaturized; }

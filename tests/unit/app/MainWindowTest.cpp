@@ -57,13 +57,13 @@ TEST_F(MainWindowTest, FrameIsRestoredOnlyWhenNoneOfItsNumbersIsZero) {
 
 TEST_F(MainWindowTest, FrameIsStoredAfterEveryMoveInFullScreenToo) {
     windows::FakeWindow& window = windows.addWindow();
-    window.moveTo(QRectF(1, 2, 3, 4));
+    window.setFrame(QRectF(1, 2, 3, 4));
     EXPECT_FALSE(mainWindow.storedFrame()) << "before the set-up nothing is stored";
     mainWindow.setUp();
-    window.moveTo(QRectF(50, 60, 800, 400));
+    window.setFrame(QRectF(50, 60, 800, 400));
     EXPECT_EQ(mainWindow.storedFrame(), QRectF(50, 60, 800, 400));
     window.toggleFullScreen();
-    window.moveTo(QRectF(10, 10, 1920, 1080));
+    window.setFrame(QRectF(10, 10, 1920, 1080));
     EXPECT_EQ(mainWindow.storedFrame(), QRectF(10, 10, 1920, 1080));
 }
 
@@ -72,7 +72,7 @@ TEST_F(MainWindowTest, FullScreenWhenPreferredAndNotThereYet) {
     windows::FakeWindow& window = windows.addWindow();
     mainWindow.setUp();
     EXPECT_TRUE(window.isFullScreen());
-    window.moveTo(QRectF());
+    window.setFrame(QRectF());
     MainWindow({windows, defaults, settings, [] { return true; }}).setUp();
     EXPECT_TRUE(window.isFullScreen()) << "not toggled out of it again";
 }

@@ -2,11 +2,11 @@
 
 #include "music/Scripts.h"
 #include "platform/defaults/MemoryDefaults.h"
-#include "platform/dispatch/VirtualDispatcher.h"
+#include "tests/fakes/FakeLaunchctl.h"
 #include "tests/fakes/FakeWindows.h"
+#include "tests/unit/music/MusicFixture.h"
 
 #include <QTemporaryDir>
-#include <gmock/gmock.h>
 
 using namespace std::chrono_literals;
 using testing::ElementsAre;
@@ -15,25 +15,16 @@ using testing::IsEmpty;
 namespace tarnwick {
 namespace {
 
-class QuietLaunchctl : public launchctl::Launchctl {
-public:
-    QString run(const QStringList& arguments) override {
-        calls.append(arguments.first());
-        return {};
-    }
-    void forget(const QString&) override {}
-
-    QStringList calls;
-};
-
-class TarnwickAppTest : public testing::Test {
+class TarnwickAppTest : public MusicFixture {
 protected:
+    TarnwickAppTest() { answer(scripts::playlistNames(), texts({"Musica", "Per la sera"})); }
+
     TarnwickApp& make() {
         app.reset();
         app = std::make_unique<TarnwickApp>(TarnwickApp::Parts{
             .settings =
                 {.dispatcher = dispatcher, .defaults = defaults, .windows = windows, .launchAgent = &agent},
-            .musicSource = source,
+            .musicSource = *source,
             .runningCopies = [this] { return copies; },
             .canComeBack = [] { return true; },
             .makePreferencesWindow =
@@ -51,16 +42,6 @@ protected:
         make().splashAppeared();
         dispatcher.advance(3s);
         return *app;
-    }
-
-    script::Outcome execute(const QString& text) {
-        scripts.append(text);
-        if (text != scripts::playlistNames())
-            return {script::Descriptor(), {}};
-        script::Descriptor::List names;
-        for (const QString& name : playlists)
-            names.push_back(script::Descriptor::text(name));
-        return {script::Descriptor::list(names), {}};
     }
 
     /// The titles in a menu, with what stands in its menus in brackets.
@@ -83,19 +64,13 @@ protected:
     }
 
     QTemporaryDir folder;
-    dispatch::VirtualDispatcher dispatcher;
     defaults::MemoryDefaults defaults;
     windows::FakeWindows windows;
     windows::FakeWindow preferences;
-    QuietLaunchctl launchctl;
+    FakeLaunchctl launchctl;
     LaunchAgentManager agent{{folder.path(), "org.tarnwick.Tarnwick", "/usr/bin/tarnwick", launchctl, nullptr,
                               [](const auto&) {}}};
-    QStringList scripts, playlists{"Musica", "Per la sera"}, imports;
-    MusicSource source{
-        {dispatcher,
-         std::make_shared<ScriptRunner>(
-             dispatcher, [this](const QString& text) { return execute(text); }, [](const auto&) {}),
-         nullptr, std::nullopt, [](const auto&) {}}};
+    QStringList imports;
     int copies = 1;
     int preferencesMade = 0;
     int quits = 0;
@@ -118,22 +93,22 @@ TEST_F(TarnwickAppTest, AStartAtLoginInstallsTheAgentAndPlaysThePlaylist) {
     defaults.set("launchAtLogin", true);
     make().splashAppeared();
     dispatcher.advance(2s);
-    EXPECT_THAT(launchctl.calls, ElementsAre("bootstrap"));
-    EXPECT_FALSE(scripts.contains(scripts::startupPlaylist()));
+    EXPECT_THAT(launchctl.commands, ElementsAre("bootstrap"));
+    EXPECT_FALSE(sent.contains(scripts::startupPlaylist()));
     dispatcher.advance(1999ms);
-    EXPECT_FALSE(scripts.contains(scripts::startupPlaylist()));
+    EXPECT_FALSE(sent.contains(scripts::startupPlaylist()));
     dispatcher.advance(1ms);
-    EXPECT_TRUE(scripts.contains(scripts::startupPlaylist()));
+    EXPECT_TRUE(sent.contains(scripts::startupPlaylist()));
 
     start();
-    EXPECT_THAT(launchctl.calls, ElementsAre("bootstrap")) << "the agent is there";
+    EXPECT_THAT(launchctl.commands, ElementsAre("bootstrap")) << "the agent is there";
 }
 
 TEST_F(TarnwickAppTest, WithoutStartAtLoginNothingIsInstalledOrPlayed) {
     start();
     dispatcher.advance(10s);
-    EXPECT_THAT(launchctl.calls, IsEmpty());
-    EXPECT_FALSE(scripts.contains(scripts::startupPlaylist()));
+    EXPECT_THAT(launchctl.commands, IsEmpty());
+    EXPECT_FALSE(sent.contains(scripts::startupPlaylist()));
     EXPECT_THAT(app->playlistNames(), ElementsAre("Musica", "Per la sera"));
 }
 
@@ -144,8 +119,8 @@ TEST_F(TarnwickAppTest, ASecondCopyLeavesAllThatToTheFirst) {
     start();
     dispatcher.advance(10s);
     EXPECT_EQ(window.timesOrderedFront(), 1) << "its window is set up all the same";
-    EXPECT_THAT(launchctl.calls, IsEmpty());
-    EXPECT_FALSE(scripts.contains(scripts::startupPlaylist()));
+    EXPECT_THAT(launchctl.commands, IsEmpty());
+    EXPECT_FALSE(sent.contains(scripts::startupPlaylist()));
     app->refreshMenus();
     EXPECT_THAT(app->playlistNames(), IsEmpty());
 }
@@ -185,10 +160,10 @@ TEST_F(TarnwickAppTest, MenuEntriesDoWhatTheySay) {
     };
     for (menus::MenuModel* model : {&app->menu(), &app->trayMenu()})
         for (const auto& [title, text] : rows) {
-            scripts.clear();
+            sent.clear();
             choose(*model, title);
             dispatcher.advance(1s);
-            EXPECT_TRUE(scripts.contains(text)) << title;
+            EXPECT_TRUE(sent.contains(text)) << title;
         }
     choose(app->menu(), "Import Clock Font");
     choose(app->menu(), "Import Track Info Font");
@@ -204,9 +179,9 @@ TEST_F(TarnwickAppTest, MenuEntriesDoWhatTheySay) {
 }
 
 TEST_F(TarnwickAppTest, PlaylistsOfAPlayerThatCameLaterAreThereWhenTheMenuOpens) {
-    playlists.clear();
+    answer(scripts::playlistNames(), texts({}));
     start();
-    playlists = QStringList{"Domenica"};
+    answer(scripts::playlistNames(), texts({"Domenica"}));
     Q_EMIT app->trayMenu().aboutToShow();
     EXPECT_EQ(app->menu().entries()[1].entries.value(0).title, "Domenica");
 }
@@ -225,13 +200,13 @@ TEST_F(TarnwickAppTest, ThereIsOnePreferencesWindowUntilItCloses) {
 TEST_F(TarnwickAppTest, LeavingTheFrontUnloadsTheAgentAndKeepsItsFile) {
     defaults.set("launchAtLogin", true);
     start();
-    launchctl.calls.clear();
+    launchctl.commands.clear();
     app->setScenePhase(ScenePhase::Inactive);
     app->setScenePhase(ScenePhase::Inactive);
-    EXPECT_THAT(launchctl.calls, ElementsAre("unload"));
+    EXPECT_THAT(launchctl.commands, ElementsAre("unload"));
     app->setScenePhase(ScenePhase::Active);
     app->setScenePhase(ScenePhase::Background);
-    EXPECT_THAT(launchctl.calls, ElementsAre("unload", "unload"));
+    EXPECT_THAT(launchctl.commands, ElementsAre("unload", "unload"));
     EXPECT_TRUE(agent.isInstalled());
 }
 
@@ -241,7 +216,7 @@ TEST_F(TarnwickAppTest, WhatIsDueAfterItsEndDoesNotHappen) {
     dispatcher.advance(2s);
     app.reset();
     dispatcher.advance(10s);
-    EXPECT_FALSE(scripts.contains(scripts::startupPlaylist()));
+    EXPECT_FALSE(sent.contains(scripts::startupPlaylist()));
 }
 
 } // namespace

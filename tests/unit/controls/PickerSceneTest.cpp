@@ -15,11 +15,11 @@ class PickerSceneTest : public SceneFixture {
 protected:
     /// Opens the picker by a click on its button, and waits until it stands still.
     void open(QQuickItem* bar) {
-        click(one(bar, "identifier", QStringLiteral("playlist")));
+        click(one(bar, "identifier", "playlist"));
         ASSERT_TRUE(controls->showPlaylistPicker());
         dispatcher.runUntilIdle();
         pass(std::chrono::milliseconds(400));
-        ASSERT_TRUE(waitFor([&] { return !find(bar, "text", QStringLiteral("Select Playlist")).isEmpty(); }));
+        ASSERT_TRUE(waitFor([&] { return !find(bar, "text", "Select Playlist").isEmpty(); }));
     }
 
     /// The row that shows `name`.
@@ -34,9 +34,9 @@ protected:
 };
 
 TEST_F(PickerSceneTest, ThePickerShowsNamesAsTheyAreAndPlaysTheOneThatIsClicked) {
-    const QString odd = QStringLiteral("<b>bold</b>\nsecond line & more");
-    answer(scripts::playlistNames(), script::Descriptor::list({D::text(QStringLiteral("שלום עולם")),
-                                                               D::text(odd), D::text(QString(1000, u'w'))}));
+    const QString odd = "<b>bold</b>\nsecond line & more";
+    answer(scripts::playlistNames(),
+           script::Descriptor::list({D::text("שלום עולם"), D::text(odd), D::text(QString(1000, u'w'))}));
     QQuickItem* bar = showBar();
     for (const auto& entry : optionTable<PlaylistBackgroundOption>) {
         settings.setPlaylistBackgroundOption(entry.option);
@@ -58,7 +58,7 @@ TEST_F(PickerSceneTest, EscapeTabAndAClickOutsideCloseItAndTheKeysGoBackToWhereT
         [&] { press(Qt::Key_Escape); },
         [&] { press(Qt::Key_Tab); },
         [&] { QTest::mouseClick(window.get(), Qt::LeftButton, {}, QPoint(30, 30)); },
-        [&] { click(one(bar, "identifier", QStringLiteral("playlist"))); },
+        [&] { click(one(bar, "identifier", "playlist")); },
     };
     for (const auto& close : ways) {
         open(bar);
@@ -79,8 +79,8 @@ TEST_F(PickerSceneTest, EscapeTabAndAClickOutsideCloseItAndTheKeysGoBackToWhereT
 TEST_F(PickerSceneTest, TheBarGoesOnWorkingWhileItIsOpen) {
     QQuickItem* bar = showBar();
     open(bar);
-    click(one(bar, "identifier", QStringLiteral("next")));
-    EXPECT_THAT(called, ElementsAre(QStringLiteral("next")));
+    click(one(bar, "identifier", "next"));
+    EXPECT_THAT(called, ElementsAre("next"));
     EXPECT_FALSE(controls->showPlaylistPicker());
 }
 
@@ -91,10 +91,10 @@ TEST_F(PickerSceneTest, TheKeysChooseARow) {
     answer(scripts::playlistNames(), D::list(std::move(names)));
     QQuickItem* bar = showBar();
     const std::pair<QList<Qt::Key>, QString> rows[] = {
-        {{Qt::Key_Down, Qt::Key_Down, Qt::Key_Return}, QStringLiteral("1")},
-        {{Qt::Key_End, Qt::Key_Up, Qt::Key_Enter}, QStringLiteral("48")},
-        {{Qt::Key_End, Qt::Key_Home, Qt::Key_Space}, QStringLiteral("0")},
-        {{Qt::Key_PageDown, Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_Space}, QStringLiteral("8")},
+        {{Qt::Key_Down, Qt::Key_Down, Qt::Key_Return}, "1"},
+        {{Qt::Key_End, Qt::Key_Up, Qt::Key_Enter}, "48"},
+        {{Qt::Key_End, Qt::Key_Home, Qt::Key_Space}, "0"},
+        {{Qt::Key_PageDown, Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_Space}, "8"},
     };
     for (const auto& [keys, name] : rows) {
         open(bar);
@@ -124,7 +124,7 @@ TEST_F(PickerSceneTest, ARowLightsUpUnderThePointerInEachLooksOwnWay) {
     for (const auto& expected : rows) {
         settings.setPlaylistBackgroundOption(expected.look);
         open(bar);
-        QQuickItem* uno = row(bar, QStringLiteral("Uno"));
+        QQuickItem* uno = row(bar, "Uno");
         auto* plate = uno->property("plate").value<QQuickItem*>();
         EXPECT_EQ(uno->property("textColor").value<QColor>(), expected.text);
         double largest = 1;
@@ -154,8 +154,8 @@ TEST_F(PickerSceneTest, ARowLightsUpUnderThePointerInEachLooksOwnWay) {
 
 TEST_F(PickerSceneTest, AnEmptyListSaysSoUntilOneComes) {
     QQuickItem* bar = showBar();
-    controls->press(QStringLiteral("playlist"));
-    const auto messages = [&] { return find(bar, "text", QStringLiteral("No Playlists Found")); };
+    controls->press("playlist");
+    const auto messages = [&] { return find(bar, "text", "No Playlists Found"); };
     EXPECT_TRUE(waitFor([&] { return messages().size() == 1; }));
     for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right, Qt::Key_Home}) {
         QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
@@ -173,25 +173,25 @@ TEST_F(PickerSceneTest, OfFiveHundredPlaylistsOnlyTheVisibleRowsExist) {
         names.push_back(D::text(QStringLiteral("Playlist %1").arg(i)));
     answer(scripts::playlistNames(), D::list(std::move(names)));
     QQuickItem* bar = showBar();
-    controls->press(QStringLiteral("playlist"));
+    controls->press("playlist");
     dispatcher.runUntilIdle();
-    ASSERT_TRUE(waitFor([&] { return !find(bar, "text", QStringLiteral("Playlist 3")).isEmpty(); }));
+    ASSERT_TRUE(waitFor([&] { return !find(bar, "text", "Playlist 3").isEmpty(); }));
     QQuickItem* list = one(bar, "count", 500);
     EXPECT_LT(list->property("contentItem").value<QQuickItem*>()->childItems().size(), 30);
     wheel(list, -3);
     EXPECT_TRUE(waitFor([&] { return list->property("contentY").toDouble() > 50; }));
-    EXPECT_FALSE(find(bar, "text", QStringLiteral("Playlist 9")).isEmpty());
+    EXPECT_FALSE(find(bar, "text", "Playlist 9").isEmpty());
 }
 
 TEST_F(PickerSceneTest, ALongNameIsCutOffOrWrapsAndTellsAssistiveTechnologyAllOfIt) {
-    const QString name = QStringLiteral("Viaggi lunghi, finestrino abbassato, nessuna fretta di arrivare");
-    answer(scripts::playlistNames(), D::list({D::text(name), D::text(QStringLiteral("日曜日の午後"))}));
+    const QString name = "Viaggi lunghi, finestrino abbassato, nessuna fretta di arrivare";
+    answer(scripts::playlistNames(), D::list({D::text(name), D::text("日曜日の午後")}));
     QQuickItem* bar = showBar();
     for (const auto& entry : optionTable<PlaylistBackgroundOption>) {
         settings.setPlaylistBackgroundOption(entry.option);
         open(bar);
         const double one = std::ceil((entry.option == PlaylistBackgroundOption::IPod ? 18 : 16) * 1.21 + 16);
-        EXPECT_NEAR(row(bar, QStringLiteral("日曜日の午後"))->height(), one, 1) << "as high as in any script";
+        EXPECT_NEAR(row(bar, "日曜日の午後")->height(), one, 1) << "as high as in any script";
         EXPECT_EQ(row(bar, name)->height() > one + 10, entry.option == PlaylistBackgroundOption::IPod);
         EXPECT_EQ(QAccessible::queryAccessibleInterface(row(bar, name))->text(QAccessible::Name), name);
         press(Qt::Key_Escape);

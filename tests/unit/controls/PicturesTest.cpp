@@ -1,3 +1,5 @@
+#include "tests/fakes/Pictures.h"
+
 #include "controls/bar/Frost.h"
 #include "controls/picker/PickerColours.h"
 #include "controls/picker/PopoverPainter.h"
@@ -9,9 +11,8 @@ namespace tarnwick {
 namespace {
 
 Backdrop::Picture plain(const QColor& colour) {
-    auto picture = std::make_shared<QImage>(64, 64, QImage::Format_ARGB32_Premultiplied);
-    picture->fill(colour);
-    return [picture](int) { return picture; };
+    return [picture = std::make_shared<QImage>(plainPicture(
+                colour, {64, 64}, QImage::Format_ARGB32_Premultiplied))](int) { return picture; };
 }
 
 Backdrop darkWindow() {

@@ -35,42 +35,43 @@ TEST_F(PreferencesSceneTest, EveryTogglesClickIsStoredAndEveryStoredChangeIsSeen
 
 TEST_F(PreferencesSceneTest, PickersChooseAndTheRandomSwitchTakesTheBackgroundsAway) {
     QQuickItem* view = showPreferences();
-    click(one(view, "modelData", QStringLiteral("Shapes")));
+    click(one(view, "modelData", "Shapes"));
     EXPECT_EQ(settings.backgroundOption(), BackgroundOption::Shapes);
     QTest::keyClick(window.get(), Qt::Key_Right);
     settings.setRandomBackgroundEnabled(true);
-    click(one(view, "modelData", QStringLiteral("White")));
+    click(one(view, "modelData", "White"));
     EXPECT_EQ(settings.backgroundOption(), BackgroundOption::Random) << "disabled";
-    for (QQuickItem* segment : find(view, "modelData", QStringLiteral("White")))
+    for (QQuickItem* segment : find(view, "modelData", "White"))
         EXPECT_FALSE(segment->property("isChosen").toBool());
     settings.setRandomBackgroundEnabled(false);
-    click(one(view, "modelData", QStringLiteral("White")));
+    EXPECT_EQ(settings.backgroundOption(), BackgroundOption::Random) << "until another is chosen";
+    click(one(view, "modelData", "White"));
     EXPECT_EQ(settings.backgroundOption(), BackgroundOption::White);
-    EXPECT_EQ(find(view, "modelData", QStringLiteral("Dynamic")).size(), 2);
-    click(find(view, "modelData", QStringLiteral("Dynamic")).first());
+    EXPECT_EQ(find(view, "modelData", "Dynamic").size(), 2);
+    click(find(view, "modelData", "Dynamic").first());
     EXPECT_EQ(settings.playlistBackgroundOption(), PlaylistBackgroundOption::Dynamic);
 }
 
 TEST_F(PreferencesSceneTest, AFontsRemovalIsAskedForAndGoesToItsOwnList) {
     QQuickItem* view = showPreferences();
-    model.setImportedFonts(true, {QStringLiteral("Foo-Bold")});
-    model.setImportedFonts(false, {QStringLiteral("Foo-Bold")});
-    settings.setSelectedClockFont(QStringLiteral("Foo-Bold"));
-    QQuickItem* import = one(view, "text", QStringLiteral("Import Clock Font"));
-    QQuickItem* remove = one(view, "removeTip", QStringLiteral("Remove selected clock font"));
-    remove = one(remove, "objectName", QStringLiteral("remove"));
+    model.setImportedFonts(true, {"Foo-Bold"});
+    model.setImportedFonts(false, {"Foo-Bold"});
+    settings.setSelectedClockFont("Foo-Bold");
+    QQuickItem* import = one(view, "text", "Import Clock Font");
+    QQuickItem* remove = one(view, "removeTip", "Remove selected clock font");
+    remove = one(remove, "objectName", "remove");
     click(import);
     click(remove);
     EXPECT_THAT(called, IsEmpty()) << "disabled while the clock is off";
     EXPECT_FALSE(model.showRemoveAlert());
     settings.setShowDateAndTime(true);
     click(import);
-    EXPECT_THAT(called, ElementsAre(QStringLiteral("import clock")));
+    EXPECT_THAT(called, ElementsAre("import clock"));
     called.clear();
 
-    const auto alerts = [&] { return find(view, "title", QStringLiteral("Remove Font?")); };
+    const auto alerts = [&] { return find(view, "title", "Remove Font?"); };
     const std::function<void()> refusals[] = {
-        [&] { press(Qt::Key_Escape); }, [&] { click(one(view, "objectName", QStringLiteral("cancel"))); },
+        [&] { press(Qt::Key_Escape); }, [&] { click(one(view, "objectName", "cancel")); },
         [&] { press(Qt::Key_Space); }, // what is safe has the keyboard first
     };
     for (const auto& refuse : refusals) {
@@ -86,17 +87,16 @@ TEST_F(PreferencesSceneTest, AFontsRemovalIsAskedForAndGoesToItsOwnList) {
     }
     click(remove);
     press(Qt::Key_Tab);
-    EXPECT_EQ(spokenFocus(), QStringLiteral("Button Remove"));
+    EXPECT_EQ(spokenFocus(), "Button Remove");
     EXPECT_TRUE(showsRing());
     press(Qt::Key_Space);
-    EXPECT_THAT(called, ElementsAre(QStringLiteral("clock Foo-Bold")));
+    EXPECT_THAT(called, ElementsAre("clock Foo-Bold"));
     EXPECT_THAT(alerts(), IsEmpty());
 
     settings.setEnableTrackInfoFont(true);
-    click(one(one(view, "removeTip", QStringLiteral("Remove selected track info font")), "objectName",
-              QStringLiteral("remove")));
-    click(one(view, "objectName", QStringLiteral("confirm")));
-    EXPECT_EQ(called.last(), QStringLiteral("info System Font")) << "what is selected there, whatever it is";
+    click(one(one(view, "removeTip", "Remove selected track info font"), "objectName", "remove"));
+    click(one(view, "objectName", "confirm"));
+    EXPECT_EQ(called.last(), "info System Font") << "what is selected there, whatever it is";
 }
 
 TEST_F(PreferencesSceneTest, ASectionThatIsOffTakesItsFontsAwayAndChanceTakesThePicker) {
@@ -108,8 +108,8 @@ TEST_F(PreferencesSceneTest, ASectionThatIsOffTakesItsFontsAwayAndChanceTakesThe
     for (const auto& section : sections) {
         QQuickItem* import = one(view, "text", QString::fromLatin1(section.import));
         QQuickItem* random = one(view, "key", QString::fromLatin1(section.isRandom));
-        QQuickItem* remove = one(import->parentItem(), "objectName", QStringLiteral("remove"));
-        QQuickItem* picker = one(import->parentItem(), "storedText", QStringLiteral("System Font"));
+        QQuickItem* remove = one(import->parentItem(), "objectName", "remove");
+        QQuickItem* picker = one(import->parentItem(), "storedText", "System Font");
         for (const bool isOn : {false, true}) {
             settings.setProperty(section.isOn, isOn);
             for (const bool isRandom : {false, true}) {
@@ -125,7 +125,7 @@ TEST_F(PreferencesSceneTest, ASectionThatIsOffTakesItsFontsAwayAndChanceTakesThe
 TEST_F(PreferencesSceneTest, APopUpOffersItsListAndFollowsWhatIsStored) {
     QQuickItem* view = showPreferences();
     settings.setShowDateAndTime(true);
-    model.setImportedFonts(true, {QStringLiteral("Foo-Bold"), QStringLiteral("Bar")});
+    model.setImportedFonts(true, {"Foo-Bold", "Bar"});
     // The list makes its rows one by one.
     const auto open = [&](QQuickItem* picker, const char* row) {
         click(picker);
@@ -140,23 +140,23 @@ TEST_F(PreferencesSceneTest, APopUpOffersItsListAndFollowsWhatIsStored) {
     QQuickItem* records = one(view, "storedText", settings.defaultCDImageChoice());
     QQuickItem* list = open(records, "33 RPM 12\" Vinyl");
     EXPECT_EQ(list->property("count"), 25);
-    click(one(list, "text", QStringLiteral("33 RPM 12\" Vinyl")));
-    EXPECT_EQ(settings.defaultCDImageChoice(), QStringLiteral("33Vinyl"));
-    EXPECT_EQ(records->property("displayText"), QStringLiteral("33 RPM 12\" Vinyl"));
-    settings.setDefaultCDImageChoice(QStringLiteral("45Vinyl"));
-    EXPECT_EQ(records->property("displayText"), QStringLiteral("45 RPM 7\" Vinyl"));
-    settings.setDefaultCDImageChoice(QStringLiteral("Elsewhere"));
-    EXPECT_EQ(records->property("displayText"), QStringLiteral("Elsewhere"));
+    click(one(list, "text", "33 RPM 12\" Vinyl"));
+    EXPECT_EQ(settings.defaultCDImageChoice(), "33Vinyl");
+    EXPECT_EQ(records->property("displayText"), "33 RPM 12\" Vinyl");
+    settings.setDefaultCDImageChoice("45Vinyl");
+    EXPECT_EQ(records->property("displayText"), "45 RPM 7\" Vinyl");
+    settings.setDefaultCDImageChoice("Elsewhere");
+    EXPECT_EQ(records->property("displayText"), "Elsewhere");
 
-    QQuickItem* fonts = one(view, "storedText", QStringLiteral("System Font"));
+    QQuickItem* fonts = one(view, "storedText", "System Font");
     list = open(fonts, "Foo-Bold");
     EXPECT_EQ(list->property("count"), 3);
     press(Qt::Key_Down);
     press(Qt::Key_Return);
-    EXPECT_EQ(settings.selectedClockFont(), QStringLiteral("Foo-Bold"));
+    EXPECT_EQ(settings.selectedClockFont(), "Foo-Bold");
     open(fonts, "Foo-Bold");
     press(Qt::Key_Escape);
-    EXPECT_EQ(settings.selectedClockFont(), QStringLiteral("Foo-Bold"));
+    EXPECT_EQ(settings.selectedClockFont(), "Foo-Bold");
 }
 
 TEST_F(PreferencesSceneTest, TheKeyboardReachesEverythingAndEverythingHasANameAndARole) {
@@ -193,7 +193,7 @@ TEST_F(PreferencesSceneTest, ThePreferencesWindowExistsOnceUntilItIsClosed) {
     opener.open();
     QPointer<QQuickWindow> first = opener.window();
     ASSERT_TRUE(first);
-    EXPECT_EQ(first->title(), QStringLiteral("Preferences"));
+    EXPECT_EQ(first->title(), "Preferences");
     EXPECT_EQ(first->width(), 590) << "grown to its content";
     EXPECT_FALSE(first->flags() & (Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint));
     opener.open();

@@ -28,7 +28,7 @@ animation::VirtualAnimationDriver& animations() {
 
 SceneFixture::SceneFixture() {
     animations();
-    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine.addImportPath("qrc:/qt/qml");
 }
 
 SceneFixture::~SceneFixture() {
@@ -36,7 +36,7 @@ SceneFixture::~SceneFixture() {
 }
 
 QQuickItem* SceneFixture::show(const QString& file, const QVariantMap& properties, QSize size) {
-    QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Tarnwick/Controls/") + file));
+    QQmlComponent component(&engine, QUrl("qrc:/qt/qml/Tarnwick/Controls/" + file));
     auto* item = qobject_cast<QQuickItem*>(component.createWithInitialProperties(properties));
     if (!item) {
         ADD_FAILURE() << qPrintable(component.errorString());
@@ -54,18 +54,16 @@ QQuickItem* SceneFixture::show(const QString& file, const QVariantMap& propertie
 }
 
 QQuickItem* SceneFixture::showBar(QSize size) {
-    return show(QStringLiteral("TrackControlsView.qml"),
-                {{QStringLiteral("controls"), QVariant::fromValue(controls.get())},
-                 {QStringLiteral("settings"), QVariant::fromValue(&settings)},
-                 {QStringLiteral("backgroundManager"), QVariant::fromValue<QObject*>(&colours)}},
+    return show("TrackControlsView.qml",
+                {{"controls", QVariant::fromValue(controls.get())},
+                 {"settings", QVariant::fromValue(&settings)},
+                 {"backgroundManager", QVariant::fromValue<QObject*>(&colours)}},
                 size);
 }
 
 QQuickItem* SceneFixture::showPreferences(QSize size) {
-    return show(QStringLiteral("PreferencesView.qml"),
-                {{QStringLiteral("settings"), QVariant::fromValue(&settings)},
-                 {QStringLiteral("model"), QVariant::fromValue(&model)}},
-                size);
+    return show("PreferencesView.qml",
+                {{"settings", QVariant::fromValue(&settings)}, {"model", QVariant::fromValue(&model)}}, size);
 }
 
 QList<QQuickItem*> SceneFixture::find(QQuickItem* root, const char* property, const QVariant& value) {

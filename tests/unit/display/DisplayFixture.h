@@ -1,26 +1,12 @@
 #pragma once
 
 #include "display/state/TarnwickView.h"
-#include "music/Scripts.h"
 #include "platform/defaults/MemoryDefaults.h"
+#include "tests/fakes/CountingPower.h"
 #include "tests/fakes/FakeWindows.h"
 #include "tests/unit/music/MusicFixture.h"
 
 namespace tarnwick {
-
-/// Counts what is held; answers at once.
-class CountingPower : public power::PowerManager {
-public:
-    void preventUserIdleDisplaySleep(const QString& why, CreatedHandler created) override {
-        reason = why;
-        ++held;
-        created(1);
-    }
-    void release(Assertion) override { --held; }
-
-    int held = 0;
-    QString reason;
-};
 
 /// The display's state on virtual time, over a source whose scripts are answered by a table.
 class DisplayFixture : public MusicFixture {
@@ -30,27 +16,28 @@ protected:
         return nowPlaying({{1, text(title ? title : name)}, {3, text(name)}});
     }
 
-    /// Music plays this from now on, and the display has heard of it; no time passes.
-    void play(const D& reply) {
-        answer(scripts::nowPlaying(), reply);
-        source->fetchNowPlaying();
-        dispatcher.runUntilIdle();
+    /// Switches on every line of the panel that can be switched.
+    void showEveryLine() {
+        for (const auto show :
+             {&Settings::setShowGenre, &Settings::setShowBitRate, &Settings::setShowFileSize,
+              &Settings::setShowSampleRate, &Settings::setShowDateAndTime, &Settings::setShowTrackComments})
+            (settings.*show)(true);
     }
 
-    std::unique_ptr<TarnwickView> makeView() {
-        return std::make_unique<TarnwickView>(TarnwickView::Parts{
-            .dispatcher = dispatcher,
-            .musicSource = *source,
-            .settings = settings,
-            .backgroundManager = background,
-            .windows = windows,
-            .images = *store,
-            .power = &power,
-            .randomIndex = seededRandomIndex(1),
-            .wallClock = [this] {
-                return wallClock.addMSecs(
-                    std::chrono::duration_cast<std::chrono::milliseconds>(dispatcher.now()).count());
-            }});
+    /// What a view is made of, for a test to change.
+    TarnwickView::Parts parts() {
+        return {.dispatcher = dispatcher,
+                .musicSource = *source,
+                .settings = settings,
+                .backgroundManager = background,
+                .windows = windows,
+                .images = *store,
+                .power = &power,
+                .randomIndex = seededRandomIndex(1),
+                .wallClock = [this] {
+                    return wallClock.addMSecs(
+                        std::chrono::duration_cast<std::chrono::milliseconds>(dispatcher.now()).count());
+                }};
     }
 
     CountingPower power;
@@ -59,7 +46,7 @@ protected:
     Settings settings{{dispatcher, defaults, windows}};
     BackgroundManager background{dispatcher, seededRandomIndex(1)};
     QDateTime wallClock{QDate(2026, 11, 22), QTime(21, 47, 5), Qt::UTC};
-    std::unique_ptr<TarnwickView> view = makeView();
+    std::unique_ptr<TarnwickView> view = std::make_unique<TarnwickView>(parts());
 };
 
 } // namespace tarnwick

@@ -10,23 +10,22 @@ namespace {
 
 PanelFacts everything() {
     PanelFacts facts;
-    facts.elapsed = QStringLiteral("02:41");
-    facts.duration = QStringLiteral("05:18");
-    facts.labels = QStringLiteral("4.  cd2");
-    facts.title = QStringLiteral("Le luci lontane del porto");
-    facts.artist = QStringLiteral("NEVIA CORALLO");
-    facts.album = QStringLiteral("Lontano");
-    facts.group = QStringLiteral("Notturni per pianoforte e archi");
-    facts.year = QStringLiteral("(2019)");
-    facts.logo = QStringLiteral("alac-white");
-    facts.details = {QStringLiteral("Playlist: Sere di settembre"), QStringLiteral("Genre: Jazz"),
-                     QStringLiteral("Bit Rate: 1018 kbps"), QStringLiteral("File Size: 38.64 MB"),
-                     QStringLiteral("Sample Rate: 96 kHz")};
-    facts.clock = QStringLiteral("21:47");
-    facts.date = QStringLiteral("22 nov 2026");
-    facts.flags = {QStringLiteral("Italy"), QStringLiteral("Japan"), QStringLiteral("Germany")};
-    facts.comment = QStringLiteral("Italy, Japan, Germany. Registrato dal vivo a Trieste nel maggio 2019, "
-                                   "missaggio di Ada Ferri, pianoforte Bösendorfer.");
+    facts.elapsed = "02:41";
+    facts.duration = "05:18";
+    facts.labels = "4.  cd2";
+    facts.title = "Le luci lontane del porto";
+    facts.artist = "NEVIA CORALLO";
+    facts.album = "Lontano";
+    facts.group = "Notturni per pianoforte e archi";
+    facts.year = "(2019)";
+    facts.logo = "alac-white";
+    facts.details = {"Playlist: Sere di settembre", "Genre: Jazz", "Bit Rate: 1018 kbps",
+                     "File Size: 38.64 MB", "Sample Rate: 96 kHz"};
+    facts.clock = "21:47";
+    facts.date = "22 nov 2026";
+    facts.flags = {"Italy", "Japan", "Germany"};
+    facts.comment = "Italy, Japan, Germany. Registrato dal vivo a Trieste nel maggio 2019, "
+                    "missaggio di Ada Ferri, pianoforte Bösendorfer.";
     return facts;
 }
 
@@ -37,7 +36,7 @@ PanelFacts withTitle(const QString& title) {
     facts.album = title;
     facts.group = title;
     facts.comment = title + u' ' + title;
-    facts.details.append(QStringLiteral("Genre: ") + title);
+    facts.details.append("Genre: " + title);
     return facts;
 }
 
@@ -92,15 +91,15 @@ const std::vector<PanelFrame>& frames() {
 
 TEST(PanelLayout, NothingOverlapsOrLeavesTheWindow) {
     const std::vector<QString> titles{
-        QStringLiteral("Le luci"),
+        "Le luci",
         QString(80, u'W'),
         QStringLiteral("Ab ").repeated(134),
         QString(400, u'x'),
         QStringLiteral("遠い海へ、もう一度だけ手紙を書く夜に").repeated(4),
         QStringLiteral("ليلة على الميناء البعيد ").repeated(9),
         QStringLiteral("לילה ארוך ").repeated(9),
-        QStringLiteral("Été \U0001F3B7\U0001F469\u200D\U0001F469\u200D\U0001F467 "),
-        QStringLiteral("a") + QStringLiteral("\u0301\u0323").repeated(30),
+        "Été \U0001F3B7\U0001F469\u200D\U0001F469\u200D\U0001F467 ",
+        "a" + QStringLiteral("\u0301\u0323").repeated(30),
         QStringLiteral("กี้ที่ป้ำ ").repeated(12),
         QString(),
     };
@@ -138,7 +137,7 @@ TEST(PanelLayout, EndsTheInkOfEveryLineAtOneEdge) {
     for (const Row& row : rows) {
         const PanelLayout layout = laidOut(everything(), row.frame);
         for (const PanelLine& line : layout.lines) {
-            if (line.text == QStringLiteral("4.  cd2"))
+            if (line.text == "4.  cd2")
                 continue;
             EXPECT_NEAR(line.box.right(), row.edge, 0.001) << qPrintable(line.text);
         }
@@ -167,9 +166,8 @@ TEST(PanelLayout, StandsWhereItShouldAtTheUsualSize) {
 }
 
 TEST(PanelLayout, PutsTheLabelsOnTheFirstBaselineBesideTheWholeTitle) {
-    for (const QString& title :
-         {QStringLiteral("Uno"), QStringLiteral("Un titolo che prende più di una riga"),
-          QStringLiteral("雨の停車場 そして 遠い海へ、もう一度だけ手紙を書く夜に")}) {
+    for (const QString& title : QStringList{"Uno", "Un titolo che prende più di una riga",
+                                            "雨の停車場 そして 遠い海へ、もう一度だけ手紙を書く夜に"}) {
         PanelFacts facts = everything();
         facts.title = title;
         const PanelLayout layout = laidOut(facts, {.window = {600, 300}});
@@ -215,12 +213,12 @@ TEST(PanelLayout, LeavesOutFromBelowWhatDoesNotFit) {
         EXPECT_LE(layout.flags.empty() ? 0 : 1, layout.clock ? 1 : 0) << height;
     }
     const PanelLayout short_ = laidOut(everything(), {.window = {1200, 520}});
-    EXPECT_TRUE(linesOf(short_, PanelBlock::Comment).back()->text.endsWith(QStringLiteral(" …")));
+    EXPECT_TRUE(linesOf(short_, PanelBlock::Comment).back()->text.endsWith(" …"));
 }
 
 TEST(PanelLayout, ShowsOnlyWhatThereIs) {
     PanelFacts facts;
-    facts.album = QStringLiteral("Album sconosciuto");
+    facts.album = "Album sconosciuto";
     const PanelLayout layout = laidOut(facts, {.window = {1200, 600}});
     ASSERT_EQ(layout.lines.size(), 1U);
     EXPECT_NEAR(layout.lines[0].box.top(), 20, 0.001);
@@ -238,8 +236,7 @@ TEST(PanelLayout, GivesWayOnlyWhereTheBarComesNear) {
 }
 
 TEST(PanelLayout, HasTheSystemFont) {
-    EXPECT_EQ(QFontInfo(SystemPanelFonts().font(QStringLiteral("System Font"))).family(),
-              QStringLiteral("Inter"));
+    EXPECT_EQ(QFontInfo(SystemPanelFonts().font("System Font")).family(), "Inter");
 }
 
 } // namespace

@@ -1,9 +1,9 @@
 // The choice of the record's picture, and that every order of events ends in the right one.
 
+#include "tests/fakes/Files.h"
 #include "tests/unit/display/DisplayFixture.h"
 #include "visuals/GeneratedRecord.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <random>
@@ -20,12 +20,11 @@ protected:
     void lieIn(const QString& folder, const QStringList& files) {
         QDir(root.path()).mkpath(folder);
         for (const QString& name : files) {
-            const bool isBroken = name.startsWith(QLatin1Char('!'));
-            QFile file(path(folder) + name.mid(isBroken ? 1 : 0));
-            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-            file.write(isBroken ? QByteArray("no picture") : png(static_cast<int>(name.size())));
+            const bool isBroken = name.startsWith(u'!');
+            writeFile(path(folder) + name.mid(isBroken ? 1 : 0),
+                      isBroken ? QByteArray("no picture") : png(static_cast<int>(name.size())));
         }
-        answer(scripts::trackLocation(), D::text(path(folder) + QStringLiteral("song.flac")));
+        answer(scripts::trackLocation(), D::text(path(folder) + "song.flac"));
     }
 
     QString path(const QString& folder) const {
@@ -76,8 +75,8 @@ TEST_F(RecordChoiceTest, TheFirstFileThatIsThereIsTaken) {
 }
 
 TEST_F(RecordChoiceTest, ABrokenFileEndsTheSearch) {
-    lieIn(QStringLiteral("a"), {"!cd.png", "vinyl.png"});
-    settings.setDefaultCDImageChoice(QStringLiteral("33Vinyl"));
+    lieIn("a", {"!cd.png", "vinyl.png"});
+    settings.setDefaultCDImageChoice("33Vinyl");
     view->refreshRecordImage(true);
     dispatcher.runUntilIdle();
     EXPECT_TRUE(view->cdImage().isNull());
@@ -90,14 +89,14 @@ TEST_F(RecordChoiceTest, PreferencesChooseWhereNoFileDoes) {
     const auto printed = [&](const QString& tag) {
         return makeGeneratedRecord(Catalogue::shared(), cover, tag, {300, 30, 5}, [](const QString&) {});
     };
-    settings.setDefaultCDImageChoice(QStringLiteral("45Vinyl"));
+    settings.setDefaultCDImageChoice("45Vinyl");
     EXPECT_EQ(view->cdImage(), named("cddefault")) << "not before 0.2 s";
     dispatcher.advance(200ms);
     EXPECT_EQ(view->cdImage(), named("45Vinyl"));
     settings.setUseGeneratedCD(true);
-    EXPECT_EQ(view->cdImage(), printed(QStringLiteral("45Vinyl")));
+    EXPECT_EQ(view->cdImage(), printed("45Vinyl"));
     settings.setRandomRotationEnabled(true);
-    EXPECT_EQ(view->cdImage(), printed(QStringLiteral("45Vinyl"))) << "switching it on redraws nothing";
+    EXPECT_EQ(view->cdImage(), printed("45Vinyl")) << "switching it on redraws nothing";
     view->refreshRecordImage(true);
     const DiscImage drawn = view->currentRandomImage();
     EXPECT_EQ(view->cdImage(), printed(drawn.name()));
@@ -111,9 +110,9 @@ TEST_F(RecordChoiceTest, AnOvertakenLookIntoAFolderShowsNothingButIsStillForced)
     settings.setRandomRotationEnabled(true);
     view->refreshRecordImage(true);
     const DiscImage before = view->currentRandomImage();
-    lieIn(QStringLiteral("a"), {"cd.png"});
+    lieIn("a", {"cd.png"});
     view->refreshRecordImage(true);
-    lieIn(QStringLiteral("b"), {});
+    lieIn("b", {});
     view->refreshRecordImage(false);
     dispatcher.runUntilIdle();
     EXPECT_EQ(view->cdImage(), view->currentRandomImage());
@@ -126,8 +125,8 @@ class Interleaving : public RecordChoiceTest, public testing::WithParamInterface
 TEST_P(Interleaving, EndsInTheRightState) {
     std::mt19937 random(GetParam());
     const auto below = [&](int bound) { return static_cast<int>(random() % static_cast<unsigned>(bound)); };
-    lieIn(QStringLiteral("with"), {"cd.png", "cd2.png"});
-    lieIn(QStringLiteral("tape"), {"cassette.png"});
+    lieIn("with", {"cd.png", "cd2.png"});
+    lieIn("tape", {"cassette.png"});
     const char* const albums[] = {"Uno", "Due", "Tre"};
     const char* const folders[] = {"with", "tape", ""};
     int playing = -1, disc = 1;
@@ -144,7 +143,7 @@ TEST_P(Interleaving, EndsInTheRightState) {
                 answer(scripts::trackLocation(), text(""));
             else
                 answer(scripts::trackLocation(),
-                       D::text(path(QLatin1String(folders[playing])) + QStringLiteral("song.flac")));
+                       D::text(path(QLatin1String(folders[playing])) + "song.flac"));
             answer(scripts::discNumber(), D::integer(disc));
             const auto track = [&](const D& cover) {
                 return nowPlaying({{1, text(title.constData())},
@@ -170,8 +169,7 @@ TEST_P(Interleaving, EndsInTheRightState) {
             settings.setUseGeneratedCD(!settings.useGeneratedCD());
             break;
         case 5:
-            settings.setDefaultCDImageChoice(below(2) ? QStringLiteral("33Vinyl")
-                                                      : QStringLiteral("45Vinyl"));
+            settings.setDefaultCDImageChoice(below(2) ? "33Vinyl" : "45Vinyl");
             settings.setEnableCDAnimation(below(3) != 0);
             break;
         default:

@@ -10,21 +10,6 @@ namespace {
 
 class TracklistModelTest : public DisplayFixture {
 protected:
-    using Titles = std::initializer_list<const char*>;
-
-    static D discOf(int number, Titles titles) {
-        D::List tracks;
-        for (const char* title : titles)
-            tracks.push_back(D::list({D::integer(static_cast<int>(tracks.size()) + 1), text(title)}));
-        return D::list({D::integer(number), D::list(std::move(tracks))});
-    }
-
-    void list(D::List discs) {
-        answer(scripts::tracksByDisc(), D::list(std::move(discs)));
-        source->fetchTracksByDisc();
-        dispatcher.runUntilIdle();
-    }
-
     /// What the rows say, from the second on: the first is the cover's.
     QStringList rows() const {
         QStringList result;
@@ -55,7 +40,7 @@ TEST_F(TracklistModelTest, RowsStandByDiscWithTheirDurationsAndMarks) {
                      {5, D::integer(2)},
                      {6, D::integer(2)},
                      {16, D::list({D::real(65.9), D::integer(3725), D::real(0)})}}));
-    list({discOf(1, {"Uno", "Stesso"}), discOf(2, {"Tre", "Stesso"})});
+    list(discs({{"Uno", "Stesso"}, {"Tre", "Stesso"}}));
     model.setView(view.get());
     EXPECT_THAT(rows(), ElementsAre("Disc 1", "Uno 01:05", "Stesso 62:05", "Disc 2", "Tre 00:00",
                                     "Stesso N/A current"));
@@ -74,29 +59,28 @@ TEST_F(TracklistModelTest, RowsStandByDiscWithTheirDurationsAndMarks) {
 
 TEST_F(TracklistModelTest, ASingleDiscHasNoHeaderAndATapPlaysItsRow) {
     play(album("Lontano"));
-    list({discOf(1, {"Uno", "Due"})});
+    list(discs({{"Uno", "Due"}}));
     model.setView(view.get());
     EXPECT_THAT(rows(), ElementsAre("Uno 04:05", "Due 03:00"));
     sent.clear();
     model.play(0); // the cover
     model.play(2);
     dispatcher.runUntilIdle();
-    EXPECT_THAT(sent,
-                testing::Contains(scripts::playTitle(QStringLiteral("Due"), QStringLiteral("Lontano"))));
-    EXPECT_EQ(sent.filter(QStringLiteral("Uno")).size(), 0);
+    EXPECT_THAT(sent, testing::Contains(scripts::playTitle("Due", "Lontano")));
+    EXPECT_EQ(sent.filter("Uno").size(), 0);
 }
 
 TEST_F(TracklistModelTest, TheListOfAnotherAlbumIsNotShown) {
     play(album("Lontano"));
     EXPECT_TRUE(model.isEmpty());
-    list({discOf(1, {"Uno"})});
+    list(discs({{"Uno"}}));
     model.setView(view.get());
     EXPECT_FALSE(model.isEmpty());
     model.hover(1, true);
     play(album("Vicino"));
     EXPECT_THAT(rows(), ElementsAre());
     EXPECT_FALSE(model.isEmpty()) << "it is not known yet, which is not the same as empty";
-    list({discOf(1, {"Altro"})});
+    list(discs({{"Altro"}}));
     EXPECT_THAT(rows(), ElementsAre("Altro 04:05"));
 }
 

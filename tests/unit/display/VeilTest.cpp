@@ -1,5 +1,6 @@
 #include "display/panel/Legibility.h"
 #include "display/veil/Veils.h"
+#include "tests/fakes/Pictures.h"
 
 #include <gmock/gmock.h>
 
@@ -35,23 +36,22 @@ VeilScene scene() {
     return scene;
 }
 
-images::Image plain(const QColor& colour) {
-    QImage picture(64, 64, QImage::Format_ARGB32);
-    picture.fill(colour);
-    return images::Image::fromPixels(picture);
-}
-
 TEST(Veils, AreLeftOutWhereTheContrastIsThere) {
     const Veils veils = makeVeils(scene());
     EXPECT_TRUE(veils.background.picture.isNull());
     EXPECT_TRUE(veils.record.picture.isNull());
     EXPECT_TRUE(veils.cover.picture.isNull());
-    EXPECT_EQ(makeVeils({}).rowAlpha, 0);
+    VeilScene listed = scene();
+    listed.list = {0, 0, 600, 600};
+    EXPECT_GT(makeVeils(listed).rowAlpha, 0.2) << "black on grey needs it";
+    listed.text = colours::white;
+    listed.background = {colours::black, colours::black};
+    EXPECT_EQ(makeVeils(listed).rowAlpha, 0);
 }
 
 TEST(Veils, AreClippedToTheOutlineOfTheirSurface) {
     VeilScene black = scene();
-    black.record = DiscImage::of(plain(Qt::black));
+    black.record = DiscImage::of(plainCover(Qt::black));
     black.recordCentre = {600, 300};
     black.recordDiameter = 600;
     const VeilPicture veil = makeVeils(black).record;
@@ -72,26 +72,15 @@ TEST(Veils, AreClippedToTheOutlineOfTheirSurface) {
 
 TEST(Veils, LookAtTheCoverAndAtACassette) {
     VeilScene covered = scene();
-    covered.cover = plain(Qt::black);
+    covered.cover = plainCover(Qt::black);
     covered.coverPlace = {400, 0, 600, 600};
-    covered.cassette = plain(Qt::darkBlue);
+    covered.cassette = plainCover(Qt::darkBlue);
     covered.cassettePlace = {300, 100, 600, 400};
     covered.pixelRatio = 2;
     const Veils veils = makeVeils(covered);
     EXPECT_GT(veils.cover.strongest, 0.3);
     EXPECT_NEAR(veils.cover.picture.width(), 2 * 600 * veils.cover.place.width(), 2);
     EXPECT_GT(veils.record.strongest, 0.3);
-}
-
-TEST(Veils, GiveTheRowsOfTheListTheirGround) {
-    VeilScene listed = scene();
-    listed.list = {0, 0, 600, 600};
-    const double alpha = makeVeils(listed).rowAlpha;
-    EXPECT_GT(alpha, 0.2);
-    EXPECT_LE(alpha, 1);
-    listed.text = colours::white;
-    listed.background = {colours::black, colours::black};
-    EXPECT_EQ(makeVeils(listed).rowAlpha, 0);
 }
 
 TEST(Veils, PaintTheBackgroundFromTopToBottom) {

@@ -1,9 +1,10 @@
 #pragma once
 
 #include "music/MusicSource.h"
+#include "music/Scripts.h"
 #include "platform/dispatch/VirtualDispatcher.h"
+#include "tests/fakes/Pictures.h"
 
-#include <QBuffer>
 #include <QMap>
 #include <QStringList>
 #include <gmock/gmock.h>
@@ -55,19 +56,43 @@ protected:
         return D::list(std::move(items));
     }
 
+    using Titles = std::vector<const char*>;
+
+    /// A reply with the titles of each disc, both numbered from 1.
+    static D discs(const std::vector<Titles>& titles) {
+        const auto numbered = [](D::List& list, const D& item) {
+            list.push_back(D::list({D::integer(static_cast<int>(list.size()) + 1), item}));
+        };
+        D::List all;
+        for (const Titles& disc : titles) {
+            D::List tracks;
+            for (const char* title : disc)
+                numbered(tracks, text(title));
+            numbered(all, D::list(std::move(tracks)));
+        }
+        return D::list(std::move(all));
+    }
+
     static QByteArray png(int width) {
-        QImage picture(width, 8, QImage::Format_RGB32);
-        picture.fill(Qt::darkCyan);
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::WriteOnly);
-        picture.save(&buffer, "PNG");
-        return bytes;
+        return encoded(plainPicture(Qt::darkCyan, {width, 8}, QImage::Format_RGB32));
     }
 
     void answer(const QString& script, Answer how) { answers[script] = std::move(how); }
     void answer(const QString& script, const D& value) {
         answers[script] = [value] { return reply(value); };
+    }
+
+    /// Music plays this from now on, and the source has heard of it; no time passes.
+    void play(const D& reply) {
+        answer(scripts::nowPlaying(), reply);
+        source->fetchNowPlaying();
+        dispatcher.runUntilIdle();
+    }
+    /// The album has these titles from now on, and the source has heard of it.
+    void list(const D& reply) {
+        answer(scripts::tracksByDisc(), reply);
+        source->fetchTracksByDisc();
+        dispatcher.runUntilIdle();
     }
 
     script::Outcome execute(const QString& script) {

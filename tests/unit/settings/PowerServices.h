@@ -47,22 +47,37 @@ private:
     uint m_last = 40;
 };
 
+/// An object that a bus knows by a name as long as it lives.
+class Service : public QObject, protected QDBusContext {
+    Q_OBJECT
+
+protected:
+    Service(const QDBusConnection& bus, const QString& name, const QString& path)
+        : m_bus(bus), m_name(name), m_path(path) {
+        m_bus.registerObject(path, this, QDBusConnection::ExportAllSlots);
+        m_bus.registerService(name);
+    }
+    ~Service() override {
+        m_bus.unregisterService(m_name);
+        m_bus.unregisterObject(m_path);
+    }
+
+    QDBusConnection m_bus;
+
+private:
+    const QString m_name;
+    const QString m_path;
+};
+
 /// Stands in for the screen saver.
-class ScreenSaverService : public QObject, protected QDBusContext {
+class ScreenSaverService : public Service {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.ScreenSaver")
 
 public:
-    explicit ScreenSaverService(QDBusConnection bus, bool hangs = false)
-        : inhibitions(bus), m_bus(bus), m_hangs(hangs) {
-        bus.registerObject(QStringLiteral("/org/freedesktop/ScreenSaver"), this,
-                           QDBusConnection::ExportAllSlots);
-        bus.registerService(QStringLiteral("org.freedesktop.ScreenSaver"));
-    }
-    ~ScreenSaverService() override {
-        m_bus.unregisterService(QStringLiteral("org.freedesktop.ScreenSaver"));
-        m_bus.unregisterObject(QStringLiteral("/org/freedesktop/ScreenSaver"));
-    }
+    explicit ScreenSaverService(const QDBusConnection& bus, bool hangs = false)
+        : Service(bus, "org.freedesktop.ScreenSaver", "/org/freedesktop/ScreenSaver"), inhibitions(bus),
+          m_hangs(hangs) {}
 
     Inhibitions inhibitions;
 
@@ -76,7 +91,6 @@ public Q_SLOTS:
     void UnInhibit(uint cookie) { inhibitions.remove(cookie); }
 
 private:
-    QDBusConnection m_bus;
     const bool m_hangs;
 };
 
@@ -97,20 +111,14 @@ private:
 };
 
 /// Stands in for the portal; knows only the idle flag.
-class PortalService : public QObject, protected QDBusContext {
+class PortalService : public Service {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Inhibit")
 
 public:
-    explicit PortalService(QDBusConnection bus) : inhibitions(bus), m_bus(bus) {
-        bus.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), this,
-                           QDBusConnection::ExportAllSlots);
-        bus.registerService(QStringLiteral("org.freedesktop.portal.Desktop"));
-    }
-    ~PortalService() override {
-        m_bus.unregisterService(QStringLiteral("org.freedesktop.portal.Desktop"));
-        m_bus.unregisterObject(QStringLiteral("/org/freedesktop/portal/desktop"));
-    }
+    explicit PortalService(const QDBusConnection& bus)
+        : Service(bus, "org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop"),
+          inhibitions(bus) {}
 
     Inhibitions inhibitions;
 
@@ -118,8 +126,7 @@ public Q_SLOTS:
     QDBusObjectPath Inhibit(const QString& window, uint flags, const QVariantMap& options) {
         Q_UNUSED(window)
         const uint cookie =
-            inhibitions.add(message().service(), flags == 8 ? options[QStringLiteral("reason")].toString()
-                                                            : QStringLiteral("not idle"));
+            inhibitions.add(message().service(), flags == 8 ? options["reason"].toString() : "not idle");
         const auto path = QStringLiteral("/org/freedesktop/portal/desktop/request/%1").arg(cookie);
         m_requests.push_back(std::make_unique<PortalRequest>(inhibitions, cookie));
         m_bus.registerObject(path, m_requests.back().get(), QDBusConnection::ExportAllSlots);
@@ -127,24 +134,17 @@ public Q_SLOTS:
     }
 
 private:
-    QDBusConnection m_bus;
     std::vector<std::unique_ptr<PortalRequest>> m_requests;
 };
 
 /// Stands in for logind: an inhibition ends when the last copy of its descriptor is closed.
-class LogindService : public QObject {
+class LogindService : public Service {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.login1.Manager")
 
 public:
-    explicit LogindService(QDBusConnection bus) : m_bus(bus) {
-        bus.registerObject(QStringLiteral("/org/freedesktop/login1"), this, QDBusConnection::ExportAllSlots);
-        bus.registerService(QStringLiteral("org.freedesktop.login1"));
-    }
-    ~LogindService() override {
-        m_bus.unregisterService(QStringLiteral("org.freedesktop.login1"));
-        m_bus.unregisterObject(QStringLiteral("/org/freedesktop/login1"));
-    }
+    explicit LogindService(const QDBusConnection& bus)
+        : Service(bus, "org.freedesktop.login1", "/org/freedesktop/login1") {}
 
     QString reason;
     int count = 0;
@@ -152,7 +152,7 @@ public:
 public Q_SLOTS:
     QDBusUnixFileDescriptor Inhibit(const QString& what, const QString&, const QString& why,
                                     const QString& mode) {
-        reason = what == QStringLiteral("idle") && mode == QStringLiteral("block") ? why : what + mode;
+        reason = what == "idle" && mode == "block" ? why : what + mode;
         int ends[2] = {-1, -1};
         if (::pipe(ends) != 0)
             return {};
@@ -167,9 +167,6 @@ public Q_SLOTS:
         descriptor.giveFileDescriptor(ends[1]);
         return descriptor;
     }
-
-private:
-    QDBusConnection m_bus;
 };
 
 } // namespace tarnwick::power

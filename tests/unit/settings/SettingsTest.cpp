@@ -2,8 +2,11 @@
 
 #include "platform/defaults/MemoryDefaults.h"
 #include "platform/dispatch/VirtualDispatcher.h"
+#include "tests/fakes/CountingPower.h"
+#include "tests/fakes/FakeLaunchctl.h"
 #include "tests/fakes/FakeWindows.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <QMetaProperty>
 #include <QSignalSpy>
@@ -15,33 +18,6 @@ using testing::IsEmpty;
 
 namespace tarnwick {
 namespace {
-
-/// Counts what is held; answers at once.
-class FakePower : public power::PowerManager {
-public:
-    void preventUserIdleDisplaySleep(const QString&, CreatedHandler created) override {
-        ++held;
-        created(++m_last);
-    }
-    void release(Assertion) override { --held; }
-
-    int held = 0;
-
-private:
-    Assertion m_last = 0;
-};
-
-class FakeLaunchctl : public launchctl::Launchctl {
-public:
-    QString run(const QStringList& arguments) override {
-        calls.append(arguments.join(u' '));
-        return error;
-    }
-    void forget(const QString& file) override { calls.append(QStringLiteral("forget ") + file); }
-
-    QStringList calls;
-    QString error;
-};
 
 class SettingsTest : public testing::Test {
 protected:
@@ -57,10 +33,9 @@ protected:
     dispatch::VirtualDispatcher dispatcher;
     defaults::MemoryDefaults defaults;
     windows::FakeWindows windows;
-    FakePower power;
+    CountingPower power;
     FakeLaunchctl launchctl;
-    LaunchAgentManager agent{{folder.filePath(QStringLiteral("Library/LaunchAgents")),
-                              QStringLiteral("org.example.Player"), QStringLiteral("/a b/<player>"),
+    LaunchAgentManager agent{{folder.filePath("Library/LaunchAgents"), "org.example.Player", "/a b/<player>",
                               launchctl, nullptr, [this](const QString& line) { log.append(line); }}};
     QImage applicationImage;
 };
@@ -71,20 +46,18 @@ TEST_F(SettingsTest, NothingStoredGivesTheDefaultsOfTheTable) {
     for (const auto& preference : preferences()) {
         const QVariant value = settings->property(preference.key.toLatin1().constData());
         const bool isOn =
-            QStringList{QStringLiteral("enableCDAnimation"), QStringLiteral("showFileFormatLogo"),
-                        QStringLiteral("enableFlip"), QStringLiteral("showTrackYear")}
-                .contains(preference.key);
+            QStringList{"enableCDAnimation", "showFileFormatLogo", "enableFlip", "showTrackYear"}.contains(
+                preference.key);
         if (value.metaType().id() == QMetaType::Bool) {
             EXPECT_EQ(value.toBool(), isOn) << qPrintable(preference.key);
         } else if (value.metaType().id() == QMetaType::QString) {
-            EXPECT_EQ(value.toString(), preference.key == u"defaultCDImageChoice"
-                                            ? QStringLiteral("cddefault")
-                                            : QStringLiteral("System Font"));
+            EXPECT_EQ(value.toString(),
+                      preference.key == u"defaultCDImageChoice" ? "cddefault" : "System Font");
         } else {
             EXPECT_EQ(value.toInt(), 0) << qPrintable(preference.key); // black, standard
         }
     }
-    EXPECT_EQ(defaults.value(QStringLiteral("enableFlip")), std::nullopt) << "reading stores nothing";
+    EXPECT_EQ(defaults.value("enableFlip"), std::nullopt) << "reading stores nothing";
 }
 
 TEST_F(SettingsTest, EachFieldIsPublishedStoredUnderItsNameAndReadBack) {
@@ -101,7 +74,7 @@ TEST_F(SettingsTest, EachFieldIsPublishedStoredUnderItsNameAndReadBack) {
             changed = !property.read(settings.get()).toBool();
             stored = changed.toBool();
         } else if (property.metaType().id() == QMetaType::QString) {
-            changed = QStringLiteral("Some Other");
+            changed = "Some Other";
             stored = changed.toString();
         } else {
             changed = 2;
@@ -121,17 +94,17 @@ TEST_F(SettingsTest, EachFieldIsPublishedStoredUnderItsNameAndReadBack) {
 }
 
 TEST_F(SettingsTest, WhatDoesNotFitIsTheDefault) {
-    defaults.set(QStringLiteral("preventSleep"), QStringLiteral("true"));
-    defaults.set(QStringLiteral("enableFlip"), 0.0);
-    defaults.set(QStringLiteral("backgroundOption"), QStringLiteral("plaid"));
-    defaults.set(QStringLiteral("tracklistStyle"), QStringLiteral("ipod"));
-    defaults.set(QStringLiteral("selectedClockFont"), QStringList{QStringLiteral("A")});
+    defaults.set("preventSleep", "true");
+    defaults.set("enableFlip", 0.0);
+    defaults.set("backgroundOption", "plaid");
+    defaults.set("tracklistStyle", "ipod");
+    defaults.set("selectedClockFont", QStringList{"A"});
     const auto settings = make();
     EXPECT_FALSE(settings->preventSleep());
     EXPECT_TRUE(settings->enableFlip());
     EXPECT_EQ(settings->backgroundOption(), BackgroundOption::Black);
     EXPECT_EQ(settings->tracklistStyle(), TracklistStyle::Standard);
-    EXPECT_EQ(settings->selectedClockFont(), QStringLiteral("System Font"));
+    EXPECT_EQ(settings->selectedClockFont(), "System Font");
     for (const auto& preference : preferences())
         EXPECT_EQ(preference.value(defaults), preference.defaultValue) << qPrintable(preference.key);
 }
@@ -147,15 +120,6 @@ TEST_F(SettingsTest, KeepsTheDisplayAwakeAsToldAndFromTheStart) {
     settings.reset();
     settings = make();
     EXPECT_EQ(power.held, 1);
-}
-
-TEST_F(SettingsTest, TheRandomSwitchChoosesTheRandomBackgroundAndLeavesItThere) {
-    const auto settings = make();
-    settings->setRandomBackgroundEnabled(true);
-    EXPECT_EQ(settings->backgroundOption(), BackgroundOption::Random);
-    EXPECT_EQ(defaults.get<QString>(QStringLiteral("backgroundOption")), QStringLiteral("random"));
-    settings->setRandomBackgroundEnabled(false);
-    EXPECT_EQ(settings->backgroundOption(), BackgroundOption::Random);
 }
 
 TEST_F(SettingsTest, TheLevelGoesToTheFirstWindowAtTheStartAndAtEachChange) {
@@ -174,10 +138,10 @@ TEST_F(SettingsTest, TheLevelGoesToTheFirstWindowAtTheStartAndAtEachChange) {
 
 TEST_F(SettingsTest, OnlyTheFirstRunAsksForFullScreen) {
     auto& window = windows.addWindow();
-    defaults.set(QStringLiteral("launchInFullscreen"), true);
+    defaults.set("launchInFullscreen", true);
     make();
     EXPECT_TRUE(window.isFullScreen());
-    EXPECT_EQ(defaults.get<bool>(QStringLiteral("hasLaunchedBefore")), true);
+    EXPECT_EQ(defaults.get<bool>("hasLaunchedBefore"), true);
     make();
     EXPECT_TRUE(window.isFullScreen()) << "toggled once";
 }
@@ -198,14 +162,14 @@ TEST_F(SettingsTest, TheIconIsPutBackOrToBeBuiltAnew) {
 TEST_F(SettingsTest, FollowsAnotherProcessSideEffectsIncluded) {
     const auto settings = make();
     QSignalSpy published(settings.get(), &Settings::preventSleepChanged);
-    defaults.changeElsewhere(QStringLiteral("preventSleep"), true);
+    defaults.changeElsewhere("preventSleep", true);
     EXPECT_TRUE(settings->preventSleep());
     EXPECT_EQ(published.count(), 1);
     EXPECT_EQ(power.held, 1);
-    defaults.changeElsewhere(QStringLiteral("preventSleep"), QStringLiteral("nonsense"));
+    defaults.changeElsewhere("preventSleep", "nonsense");
     EXPECT_FALSE(settings->preventSleep()) << "the default";
     EXPECT_EQ(power.held, 0);
-    defaults.changeElsewhere(QStringLiteral("unknown"), true);
+    defaults.changeElsewhere("unknown", true);
 }
 
 TEST_F(SettingsTest, StartingAtLoginInstallsAndRemovesTheAgentOncePerChange) {
@@ -220,62 +184,45 @@ TEST_F(SettingsTest, StartingAtLoginInstallsAndRemovesTheAgentOncePerChange) {
     EXPECT_FALSE(QFile::exists(file));
     agent.removeLaunchAgent();
     agent.deactivateLaunchAgent();
-    EXPECT_THAT(launchctl.calls,
-                ElementsAre(QStringLiteral("bootstrap gui/%1 ").arg(::getuid()) + file,
-                            QStringLiteral("unload ") + file, QStringLiteral("unload ") + file,
-                            QStringLiteral("forget ") + file));
+    EXPECT_THAT(launchctl.calls, ElementsAre(QStringLiteral("bootstrap gui/%1 ").arg(::getuid()) + file,
+                                             "unload " + file, "unload " + file, "forget " + file));
     EXPECT_THAT(log, IsEmpty());
 }
 
 TEST_F(SettingsTest, TheAgentsFailuresArePrintedAndLeaveTheFileAsItIs) {
-    launchctl.error = QStringLiteral("no such command");
+    launchctl.error = "no such command";
     agent.installLaunchAgent();
     EXPECT_TRUE(agent.isInstalled()) << "written, not registered";
     agent.deactivateLaunchAgent();
     agent.removeLaunchAgent();
     EXPECT_TRUE(agent.isInstalled());
-    LaunchAgentManager nowhere({QStringLiteral("/proc/self/agents"), QStringLiteral("id"), QString(),
-                                launchctl, nullptr, [this](const QString& line) { log.append(line); }});
+    LaunchAgentManager nowhere({"/proc/self/agents", "id", QString(), launchctl, nullptr,
+                                [this](const QString& line) { log.append(line); }});
     nowhere.installLaunchAgent();
     ASSERT_EQ(log.size(), 4);
-    EXPECT_EQ(log[0], QStringLiteral("❌ Errore nell'installazione del Launch Agent: no such command"));
-    EXPECT_EQ(log[1], QStringLiteral("❌ Errore nella disattivazione del Launch Agent: no such command"));
-    EXPECT_EQ(log[2], QStringLiteral("❌ Errore nella rimozione del Launch Agent: no such command"));
-    EXPECT_TRUE(log[3].startsWith(QStringLiteral("❌ Errore nell'installazione del Launch Agent: ")));
+    EXPECT_EQ(log[0], "❌ Errore nell'installazione del Launch Agent: no such command");
+    EXPECT_EQ(log[1], "❌ Errore nella disattivazione del Launch Agent: no such command");
+    EXPECT_EQ(log[2], "❌ Errore nella rimozione del Launch Agent: no such command");
+    EXPECT_TRUE(log[3].startsWith("❌ Errore nell'installazione del Launch Agent: "));
 }
 
-TEST_F(SettingsTest, TheAgentsDocumentIsFixed) {
-    EXPECT_EQ(agent.document().toStdString(), R"(<?xml version="1.0" encoding="UTF-8"?>
-<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
-<plist version="1.0">
-    <dict>
-        <key>Label</key>
-        <string>org.example.Player</string>
-        <key>ProgramArguments</key>
-        <array>
-            <string>/a b/&lt;player&gt;</string>
-            <string>--launched-at-login</string> <!-- 🔹 Aggiunto flag per riconoscere l'avvio automatico -->
-        </array>
-        <key>RunAtLoad</key>
-        <true/>
-        <key>LimitLoadToSessionType</key>
-        <string>Aqua</string> <!-- Impedisce il caricamento nei processi di sistema -->
-    </dict>
-</plist>
-)");
+TEST_F(SettingsTest, TheAgentsDocumentIsWrittenToTheLetter) {
+    const QByteArray bytes = agent.document();
+    EXPECT_THAT(bytes.toStdString(), testing::HasSubstr("<string>/a b/&lt;player&gt;</string>"));
+    EXPECT_EQ(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex().left(16),
+              "a906939239facbc2");
 }
 
 TEST_F(SettingsTest, ParsesOnlyWhatIsPossible) {
-    const auto* flip = findPreference(QStringLiteral("enableFlip"));
-    EXPECT_EQ(flip->parse(QStringLiteral("false")), defaults::Value(false));
-    EXPECT_EQ(flip->parse(QStringLiteral("False")), std::nullopt);
-    EXPECT_EQ(flip->possibleValues(), QStringLiteral("\"true\" or \"false\""));
-    const auto* style = findPreference(QStringLiteral("tracklistStyle"));
-    EXPECT_EQ(style->parse(QStringLiteral("iPod")), defaults::Value(QStringLiteral("iPod")));
-    EXPECT_EQ(style->parse(QStringLiteral("ipod")), std::nullopt);
-    EXPECT_EQ(findPreference(QStringLiteral("selectedClockFont"))->parse(QString()),
-              defaults::Value(QString()));
-    EXPECT_EQ(findPreference(QStringLiteral("hasLaunchedBefore")), nullptr);
+    const auto* flip = findPreference("enableFlip");
+    EXPECT_EQ(flip->parse("false"), defaults::Value(false));
+    EXPECT_EQ(flip->parse("False"), std::nullopt);
+    EXPECT_EQ(flip->possibleValues(), "\"true\" or \"false\"");
+    const auto* style = findPreference("tracklistStyle");
+    EXPECT_EQ(style->parse("iPod"), defaults::Value("iPod"));
+    EXPECT_EQ(style->parse("ipod"), std::nullopt);
+    EXPECT_EQ(findPreference("selectedClockFont")->parse(QString()), defaults::Value(QString()));
+    EXPECT_EQ(findPreference("hasLaunchedBefore"), nullptr);
 }
 
 } // namespace

@@ -15,21 +15,26 @@ namespace {
 
 using power::DBusPowerManager;
 
-const auto reason = QStringLiteral("TarnwickView preventing screen sleep");
+const auto reason = "TarnwickView preventing screen sleep";
 
 class SleepPreventionOnARealBus : public testing::Test {
 protected:
     SleepPreventionOnARealBus() {
-        for (const auto& [name, address] : {std::pair(QStringLiteral("session"), session.address()),
-                                            std::pair(QStringLiteral("system"), system.address())})
+        for (const auto& [name, address] :
+             {std::pair("session", session.address()), std::pair("system", system.address())})
             QDBusConnection::connectToBus(address, name);
     }
     ~SleepPreventionOnARealBus() override {
-        QDBusConnection::disconnectFromBus(QStringLiteral("session"));
-        QDBusConnection::disconnectFromBus(QStringLiteral("system"));
+        QDBusConnection::disconnectFromBus("session");
+        QDBusConnection::disconnectFromBus("system");
     }
 
     static QDBusConnection bus(const char* name) { return QDBusConnection(QLatin1String(name)); }
+
+    void preventSleep() {
+        manager.preventSleep();
+        ASSERT_TRUE(waitFor([&] { return manager.activity().has_value(); }));
+    }
 
     static bool waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 10'000); }
 
@@ -44,8 +49,7 @@ TEST_F(SleepPreventionOnARealBus, AsksTheScreenSaverFirst) {
     power::ScreenSaverService screenSaver(bus("session"));
     power::PortalService portal(bus("session"));
     power::LogindService logind(bus("system"));
-    manager.preventSleep();
-    ASSERT_TRUE(waitFor([&] { return manager.activity().has_value(); }));
+    preventSleep();
     EXPECT_EQ(screenSaver.inhibitions.firstReason(), reason);
     manager.preventSleep();
     manager.allowSleep();
@@ -57,15 +61,13 @@ TEST_F(SleepPreventionOnARealBus, AsksTheScreenSaverFirst) {
 TEST_F(SleepPreventionOnARealBus, AsksThePortalNextAndLogindLast) {
     {
         power::PortalService portal(bus("session"));
-        manager.preventSleep();
-        ASSERT_TRUE(waitFor([&] { return manager.activity().has_value(); }));
+        preventSleep();
         EXPECT_EQ(portal.inhibitions.firstReason(), reason);
         manager.allowSleep();
         EXPECT_TRUE(waitFor([&] { return portal.inhibitions.count() == 0; }));
     }
     power::LogindService logind(bus("system"));
-    manager.preventSleep();
-    ASSERT_TRUE(waitFor([&] { return manager.activity().has_value(); }));
+    preventSleep();
     EXPECT_EQ(logind.reason, reason);
     EXPECT_EQ(logind.count, 1);
     manager.allowSleep();
@@ -73,8 +75,7 @@ TEST_F(SleepPreventionOnARealBus, AsksThePortalNextAndLogindLast) {
 }
 
 TEST_F(SleepPreventionOnARealBus, NoServiceAndNoBusMeanNoAssertionAndNoFuss) {
-    DBusPowerManager nowhere(
-        dispatcher, {QStringLiteral("unix:path=/nonexistent"), QStringLiteral("unix:path=/nonexistent")});
+    DBusPowerManager nowhere(dispatcher, {"unix:path=/nonexistent", "unix:path=/nonexistent"});
     for (power::PowerManager* each :
          {static_cast<power::PowerManager*>(&power), static_cast<power::PowerManager*>(&nowhere)}) {
         std::optional<std::optional<power::PowerManager::Assertion>> answer;
@@ -98,8 +99,7 @@ TEST_F(SleepPreventionOnARealBus, AScreenSaverThatHangsBlocksNobodyAndHoldsNothi
         sinceTick.restart();
     });
     ticks.start(5);
-    manager.preventSleep();
-    ASSERT_TRUE(waitFor([&] { return manager.activity().has_value(); }));
+    preventSleep();
     EXPECT_LT(longest, std::chrono::milliseconds(500)) << "the main loop went on";
     EXPECT_EQ(portal.inhibitions.count(), 1);
     EXPECT_TRUE(waitFor([&] { return screenSaver.inhibitions.count() == 0; }))
