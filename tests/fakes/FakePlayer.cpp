@@ -15,9 +15,9 @@ namespace tarnwick {
 
 namespace {
 
-const QString objectPath = QStringLiteral("/org/mpris/MediaPlayer2");
-const QString rootInterface = QStringLiteral("org.mpris.MediaPlayer2");
-const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString objectPath = "/org/mpris/MediaPlayer2";
+const QString rootInterface = "org.mpris.MediaPlayer2";
+const QString propertiesInterface = "org.freedesktop.DBus.Properties";
 
 QString connectionName() {
     static std::atomic<int> last = 0;
@@ -82,13 +82,11 @@ FakePlayer::FakePlayer(const QString& busAddress, const QString& name)
         m_bus.reset();
     });
     ready.get_future().wait();
-    put({{QStringLiteral("Identity"), name},
-         {QStringLiteral("SupportedUriSchemes"), QStringList{QStringLiteral("file")}}},
-        QString());
+    put({{"Identity", name}, {"SupportedUriSchemes", QStringList{"file"}}}, QString());
 }
 
 FakePlayer::~FakePlayer() {
-    onThread([this] { m_context->setObjectName(QStringLiteral("ended")); });
+    onThread([this] { m_context->setObjectName("ended"); });
     m_thread.join();
 }
 
@@ -118,7 +116,7 @@ void FakePlayer::signal(const QVariantMap& properties, const QString& interface)
 
 void FakePlayer::signalRaw(const QVariant& changed, const QStringList& invalidated,
                            const QString& interface) {
-    emitSignal(propertiesInterface, QStringLiteral("PropertiesChanged"), {interface, changed, invalidated});
+    emitSignal(propertiesInterface, "PropertiesChanged", {interface, changed, invalidated});
 }
 
 void FakePlayer::emitSignal(const QString& interface, const QString& name, const QVariantList& arguments) {
@@ -130,7 +128,7 @@ void FakePlayer::emitSignal(const QString& interface, const QString& name, const
 }
 
 void FakePlayer::seeked(qlonglong microseconds) {
-    emitSignal(rootInterface + QStringLiteral(".Player"), QStringLiteral("Seeked"), {microseconds});
+    emitSignal(rootInterface + ".Player", "Seeked", {microseconds});
 }
 
 void FakePlayer::answer(const QString& method, Answer answer) {
@@ -183,51 +181,53 @@ std::optional<QDBusMessage> FakePlayer::reply(const QDBusMessage& call) {
     QStringList record{call.member()};
     for (const QVariant& argument : arguments)
         record.append(shortInterface(written(argument)));
-    record.removeAll(QStringLiteral(".Player"));
-    if (call.member() == QLatin1String("GetAll"))
+    record.removeAll(".Player");
+    if (call.member() == "GetAll")
         record.append(shortInterface(arguments.value(0).toString()));
     m_calls.append(record.join(u' ').trimmed());
     if (m_hangs)
         return std::nullopt;
     if (const auto special = m_answers.find(call.member()); special != m_answers.end())
         return special->second(call);
-    if (call.member() == QLatin1String("GetAll"))
+    if (call.member() == "GetAll")
         return call.createReply(m_properties[shortInterface(arguments.value(0).toString())]);
-    if (call.member() == QLatin1String("Set") && arguments.size() == 3) {
+    if (call.member() == "Set" && arguments.size() == 3) {
         m_properties[shortInterface(arguments[0].toString())].insert(
             arguments[1].toString(), arguments[2].value<QDBusVariant>().variant());
         return call.createReply();
     }
     if (call.interface() == propertiesInterface)
-        return call.createErrorReply(QDBusError::UnknownProperty, QStringLiteral("no such property"));
+        return call.createErrorReply(QDBusError::UnknownProperty, "no such property");
     return call.createReply();
+}
+
+QVariantMap with(QVariantMap map, const QVariantMap& more) {
+    map.insert(more);
+    return map;
 }
 
 QVariantMap metadata(const QString& title, const QString& artist, const QString& album,
                      const QVariantMap& more) {
-    QVariantMap map{{QStringLiteral("mpris:trackid"),
-                     QVariant::fromValue(QDBusObjectPath(QStringLiteral("/org/tarnwick/track/1")))},
-                    {QStringLiteral("mpris:length"), qlonglong{180000000}},
-                    {QStringLiteral("xesam:title"), title},
-                    {QStringLiteral("xesam:artist"), QStringList{artist}},
-                    {QStringLiteral("xesam:album"), album}};
-    for (auto entry = more.begin(); entry != more.end(); ++entry)
-        map.insert(entry.key(), entry.value());
-    return map;
+    return with({{"mpris:trackid", QVariant::fromValue(QDBusObjectPath("/org/tarnwick/track/1"))},
+                 {"mpris:length", qlonglong{180000000}},
+                 {"xesam:title", title},
+                 {"xesam:artist", QStringList{artist}},
+                 {"xesam:album", album}},
+                more);
 }
 
 QVariantMap playing(const QVariantMap& metadata, double position) {
-    return {{QStringLiteral("PlaybackStatus"), QStringLiteral("Playing")},
-            {QStringLiteral("Metadata"), metadata},
-            {QStringLiteral("Position"), static_cast<qlonglong>(position * 1e6)},
-            {QStringLiteral("Rate"), 1.0},
-            {QStringLiteral("Volume"), 0.5},
-            {QStringLiteral("Shuffle"), false},
-            {QStringLiteral("CanControl"), true},
-            {QStringLiteral("CanPlay"), true},
-            {QStringLiteral("CanPause"), true},
-            {QStringLiteral("CanGoNext"), true},
-            {QStringLiteral("CanGoPrevious"), true}};
+    return {{"PlaybackStatus", "Playing"},
+            {"Metadata", metadata},
+            {"Position", static_cast<qlonglong>(position * 1e6)},
+            {"Rate", 1.0},
+            {"Volume", 0.5},
+            {"Shuffle", false},
+            {"CanControl", true},
+            {"CanPlay", true},
+            {"CanPause", true},
+            {"CanGoNext", true},
+            {"CanGoPrevious", true}};
 }
 
 } // namespace tarnwick

@@ -35,12 +35,12 @@ public:
 
     /// What GetAll of `interface` (the part behind "org.mpris.MediaPlayer2", "" for the root) says from now
     /// on; an invalid value takes the property away.
-    void put(const QVariantMap& properties, const QString& interface = QStringLiteral(".Player"));
+    void put(const QVariantMap& properties, const QString& interface = ".Player");
     /// The same, and a PropertiesChanged about them.
-    void signal(const QVariantMap& properties, const QString& interface = QStringLiteral(".Player"));
+    void signal(const QVariantMap& properties, const QString& interface = ".Player");
     /// A PropertiesChanged about something else than GetAll says; `changed` may be any value.
     void signalRaw(const QVariant& changed, const QStringList& invalidated = {},
-                   const QString& interface = QStringLiteral("org.mpris.MediaPlayer2.Player"));
+                   const QString& interface = "org.mpris.MediaPlayer2.Player");
     void emitSignal(const QString& interface, const QString& name, const QVariantList& arguments);
     void seeked(qlonglong microseconds);
 
@@ -77,6 +77,9 @@ private:
     QObject* m_context = nullptr;
     std::thread m_thread;
 };
+
+/// `map` with what `more` says instead, or besides.
+QVariantMap with(QVariantMap map, const QVariantMap& more);
 
 /// Metadata as a well-behaved player gives them.
 QVariantMap metadata(const QString& title, const QString& artist, const QString& album,

@@ -6,7 +6,6 @@
 #include "tests/fakes/WirePlaylist.h"
 
 #include <QCoreApplication>
-#include <QDBusMetaType>
 #include <QTimer>
 
 #include <cstdio>
@@ -18,9 +17,7 @@ namespace {
 class Program {
 public:
     explicit Program(const QStringList& arguments) : m_player(arguments.value(1)) {
-        qDBusRegisterMetaType<WirePlaylist>();
-        qDBusRegisterMetaType<QList<WirePlaylist>>();
-        qDBusRegisterMetaType<WireActive>();
+        registerWirePlaylists();
         for (const QString& name : arguments.mid(2))
             m_lists.append({QDBusObjectPath(QStringLiteral("/list/%1").arg(m_lists.size())), name, {}});
         m_fake.put({{"DesktopEntry", m_player}, {"Identity", m_player.section('.', -1)}}, {});

@@ -106,6 +106,14 @@ public:
     script::ObjectPointer playlist(script::Term kind) {
         return application()->elements({.elementClass = kind, .from = 1, .to = 1}).front();
     }
+    /// The first of the library's tracks, or of the playlists, that is called so; it must be there.
+    script::Value named(script::Term kind, const QString& name) {
+        const script::Filter filter{.op = script::Filter::Operator::Equal,
+                                    .property = script::terms::Name,
+                                    .value = script::Value::text(name)};
+        return script::Value::object(
+            application()->elements({.elementClass = kind, .filter = &filter, .from = 1, .to = 1}).at(0));
+    }
     QStringList playlists() {
         QStringList result;
         for (const auto& each : application()->elements({.elementClass = musicapp::terms::UserPlaylist}))

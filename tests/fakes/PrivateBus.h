@@ -10,7 +10,7 @@ namespace tarnwick {
 class PrivateBus {
 public:
     PrivateBus() {
-        QFile config(m_folder.filePath(QStringLiteral("bus.conf")));
+        QFile config(m_folder.filePath("bus.conf"));
         if (!config.open(QIODevice::WriteOnly))
             return;
         config.write("<busconfig><type>session</type><auth>EXTERNAL</auth><listen>unix:tmpdir=/tmp</listen>"
@@ -18,9 +18,7 @@ public:
                      "<allow eavesdrop=\"true\"/><allow own=\"*\"/></policy></busconfig>");
         config.close();
         m_daemon.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_daemon.start(QStringLiteral("dbus-daemon"),
-                       {QStringLiteral("--config-file=") + config.fileName(), QStringLiteral("--nofork"),
-                        QStringLiteral("--print-address")});
+        m_daemon.start("dbus-daemon", {"--config-file=" + config.fileName(), "--nofork", "--print-address"});
         while (!m_daemon.canReadLine() && m_daemon.waitForReadyRead()) {
         }
         m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();

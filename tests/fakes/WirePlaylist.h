@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusArgument>
+#include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QString>
 
@@ -45,6 +46,13 @@ inline const QDBusArgument& operator>>(const QDBusArgument& argument, WireActive
     argument >> active.isValid >> active.playlist;
     argument.endStructure();
     return argument;
+}
+
+/// To be called before either is sent.
+inline void registerWirePlaylists() {
+    qDBusRegisterMetaType<WirePlaylist>();
+    qDBusRegisterMetaType<QList<WirePlaylist>>();
+    qDBusRegisterMetaType<WireActive>();
 }
 
 } // namespace tarnwick

@@ -6,9 +6,7 @@ namespace {
 namespace terms = musicapp::terms;
 
 QVariantMap paused(const QVariantMap& metadata) {
-    QVariantMap properties = playing(metadata);
-    properties.insert("PlaybackStatus", "Paused");
-    return properties;
+    return with(playing(metadata), {{"PlaybackStatus", "Paused"}});
 }
 
 using ChoiceTest = MprisFixture;
@@ -20,12 +18,12 @@ TEST_F(ChoiceTest, TheOneThatPlaysCountsAndStaysWhileItDoes) {
     EXPECT_EQ(music->playerName(), "second");
     first->signal({{"PlaybackStatus", "Playing"}});
     second->signal({{"Volume", 0.9}});
-    ASSERT_TRUE(probe->eventually([&] { return probe->volume() == 90; }));
+    ASSERT_TRUE(eventually([&] { return probe->volume() == 90; }));
     EXPECT_EQ(music->playerName(), "second");
     second->signal({{"PlaybackStatus", "Paused"}});
     EXPECT_TRUE(titleBecomes("Uno"));
     first->signal({{"PlaybackStatus", "Paused"}});
-    EXPECT_TRUE(probe->eventually([&] { return probe->state() == "paused"; }));
+    EXPECT_TRUE(stateBecomes("paused"));
     EXPECT_EQ(music->playerName(), "first") << "the one that played last";
 }
 
@@ -44,7 +42,7 @@ TEST_F(ChoiceTest, AnEchoOfTheSameSongIsNotFollowed) {
     start();
     const auto bridge = makePlayer("bridge", playing(metadata("Uno", "A", "A")));
     browser->signal({{"PlaybackStatus", "Paused"}});
-    EXPECT_TRUE(probe->eventually([&] { return probe->state() == "paused"; }));
+    EXPECT_TRUE(stateBecomes("paused"));
     EXPECT_EQ(music->playerName(), "browser");
 }
 

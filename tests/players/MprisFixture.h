@@ -4,14 +4,11 @@
 #include "platform/images/ImageStore.h"
 #include "platform/musicapp/mpris/MprisMusic.h"
 #include "tests/fakes/FakePlayer.h"
+#include "tests/fakes/Files.h"
 #include "tests/fakes/MusicProbe.h"
+#include "tests/fakes/Pictures.h"
 #include "tests/fakes/PrivateBus.h"
 
-#include <QBuffer>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QImage>
 #include <QTemporaryDir>
 #include <gmock/gmock.h>
 
@@ -19,14 +16,11 @@ namespace tarnwick {
 
 using namespace std::chrono_literals;
 
+inline const QVariantMap alba = metadata("Alba", "Nevia", "Lontano");
+
 /// A picture of one colour as PNG, other bytes for every size and colour.
-inline QByteArray picture(QRgb colour, int size = 32) {
-    QImage image(size, size, QImage::Format_RGB32);
-    image.fill(colour);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    image.save(&buffer, "PNG");
-    return bytes;
+inline QByteArray picture(QRgb colour, int size = 32, int quality = -1) {
+    return encoded(plainPicture(colour, {size, size}, QImage::Format_RGB32), "PNG", quality);
 }
 
 /// A bus of its own, a folder, and the MPRIS source looking at both.
@@ -37,6 +31,7 @@ struct MprisFixture : testing::Test {
     images::ImageStore images{dispatcher};
     std::unique_ptr<musicapp::MprisMusic> music;
     std::unique_ptr<MusicProbe> probe;
+    std::unique_ptr<FakePlayer> player; ///< the one that `startWith` has made
 
     void start(musicapp::MprisMusic::Options options = {}) {
         options.busAddress = bus.address();
@@ -45,31 +40,42 @@ struct MprisFixture : testing::Test {
         ASSERT_TRUE(music->waitUntilReady(5s));
     }
 
+    /// The same, with a player that is there already.
+    void startWith(const QVariantMap& metadata) {
+        player = makePlayer("fake", playing(metadata));
+        start();
+    }
+
     void TearDown() override {
         probe.reset();
         const auto begin = std::chrono::steady_clock::now();
         music.reset();
         EXPECT_LT(std::chrono::steady_clock::now() - begin, 800ms) << "leaving must not wait for a player";
+        player.reset(); // what it answers may look at what a test has
     }
 
     std::unique_ptr<FakePlayer> makePlayer(const QString& name, const QVariantMap& properties) {
-        auto player = std::make_unique<FakePlayer>(bus.address(), name);
-        player->put(properties);
-        player->appear();
-        return player;
+        auto made = std::make_unique<FakePlayer>(bus.address(), name);
+        made->put(properties);
+        made->appear();
+        return made;
     }
 
     QString write(const QString& name, const QByteArray& bytes) const {
-        const QString path = folder.filePath(name);
-        EXPECT_TRUE(QDir().mkpath(QFileInfo(path).path()));
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-        return path;
+        return writeFile(folder.filePath(name), bytes);
     }
 
-    bool titleBecomes(const QString& title) {
-        return probe->eventually([&] { return probe->title() == title; });
+    bool eventually(const std::function<bool()>& condition, std::chrono::milliseconds timeout = 3s) const {
+        return probe->eventually(condition, timeout);
+    }
+    bool titleBecomes(const QString& title) const {
+        return eventually([&] { return probe->title() == title; });
+    }
+    bool stateBecomes(const QString& state, std::chrono::milliseconds timeout = 3s) const {
+        return eventually([&] { return probe->state() == state; }, timeout);
+    }
+    bool coverBecomes(const QByteArray& bytes) const {
+        return eventually([&] { return probe->cover() == bytes; });
     }
 };
 

@@ -26,16 +26,14 @@ TEST_F(MprisMusicTest, WithoutAPlayerMusicDoesNotRun) {
 
 TEST_F(MprisMusicTest, TellsWhatPlays) {
     const QByteArray cover = picture(qRgb(200, 30, 30));
-    FakePlayer player(bus.address(), QStringLiteral("fake"));
-    player.put(playing(metadata("Alba", "Nevia", "Lontano",
-                                {{"xesam:comment", QStringList{"Italy"}},
-                                 {"xesam:genre", QStringList{"Jazz", "Folk"}},
-                                 {"xesam:trackNumber", 4},
-                                 {"xesam:discNumber", 2},
-                                 {"xesam:contentCreated", "2019-05-03T00:00:00"},
-                                 {"mpris:artUrl", "file://" + write("art", cover)}}),
-                       42));
-    player.appear();
+    player = makePlayer("fake", playing(metadata("Alba", "Nevia", "Lontano",
+                                                 {{"xesam:comment", QStringList{"Italy"}},
+                                                  {"xesam:genre", QStringList{"Jazz", "Folk"}},
+                                                  {"xesam:trackNumber", 4},
+                                                  {"xesam:discNumber", 2},
+                                                  {"xesam:contentCreated", "2019-05-03T00:00:00"},
+                                                  {"mpris:artUrl", "file://" + write("art", cover)}}),
+                                        42));
     start();
     EXPECT_EQ(music->playerName(), "fake");
     EXPECT_EQ(probe->state(), "playing");
@@ -58,50 +56,44 @@ TEST_F(MprisMusicTest, TellsWhatPlays) {
 }
 
 TEST_F(MprisMusicTest, FollowsEveryChange) {
-    FakePlayer player(bus.address(), QStringLiteral("fake"));
-    player.put(playing(metadata("Alba", "Nevia", "Lontano")));
-    player.appear();
-    start();
+    startWith(alba);
     probe->takeChanges();
 
-    player.signal({{"Metadata", metadata("Notturno", "Nevia", "Lontano")}, {"Position", qlonglong{0}}});
-    EXPECT_TRUE(probe->eventually([&] { return probe->title() == "Notturno"; }, 600ms));
+    player->signal({{"Metadata", metadata("Notturno", "Nevia", "Lontano")}, {"Position", qlonglong{0}}});
+    EXPECT_TRUE(eventually([&] { return probe->title() == "Notturno"; }, 600ms));
     EXPECT_TRUE(probe->takeChanges().testFlag(Change::Track));
 
-    player.signal({{"Volume", 0.41999998}});
-    EXPECT_TRUE(probe->eventually([&] { return probe->volume() == 42; }));
+    player->signal({{"Volume", 0.41999998}});
+    EXPECT_TRUE(eventually([&] { return probe->volume() == 42; }));
     EXPECT_TRUE(probe->takeChanges().testFlag(Change::Volume));
 
-    player.signal({{"Shuffle", true}});
-    EXPECT_TRUE(probe->eventually([&] { return probe->setting(terms::ShuffleEnabled).asBoolean(); }));
+    player->signal({{"Shuffle", true}});
+    EXPECT_TRUE(eventually([&] { return probe->setting(terms::ShuffleEnabled).asBoolean(); }));
 
-    player.put({{"Position", qlonglong{90000000}}});
-    player.seeked(90000000);
-    EXPECT_TRUE(probe->eventually([&] { return probe->position() >= 90; }));
+    player->put({{"Position", qlonglong{90000000}}});
+    player->seeked(90000000);
+    EXPECT_TRUE(eventually([&] { return probe->position() >= 90; }));
     EXPECT_TRUE(probe->takeChanges().testFlag(Change::Position));
 
-    player.signal({{"PlaybackStatus", "Paused"}});
-    EXPECT_TRUE(probe->eventually([&] { return probe->state() == "paused"; }));
-    player.signal({{"PlaybackStatus", "Stopped"}});
-    EXPECT_TRUE(probe->eventually([&] { return probe->state() == "stopped"; }));
+    player->signal({{"PlaybackStatus", "Paused"}});
+    EXPECT_TRUE(stateBecomes("paused"));
+    player->signal({{"PlaybackStatus", "Stopped"}});
+    EXPECT_TRUE(stateBecomes("stopped"));
     EXPECT_TRUE(probe->isRunning());
     EXPECT_EQ(probe->title(), "");
 }
 
 TEST_F(MprisMusicTest, CommandsReachThePlayer) {
-    FakePlayer player(bus.address(), QStringLiteral("fake"));
-    player.put(playing(metadata("Alba", "Nevia", "Lontano")));
-    player.appear();
-    start();
+    startWith(alba);
     probe->perform(terms::NextTrack);
     probe->perform(terms::PreviousTrack);
     probe->perform(terms::Pause);
     EXPECT_EQ(music->finishCommands(1s), std::nullopt);
-    EXPECT_EQ(player.calls("Next").size(), 1);
-    EXPECT_EQ(player.calls("Previous").size(), 1);
-    EXPECT_EQ(player.calls("Pause").size(), 1);
+    EXPECT_EQ(player->calls("Next").size(), 1);
+    EXPECT_EQ(player->calls("Previous").size(), 1);
+    EXPECT_EQ(player->calls("Pause").size(), 1);
 
-    player.answer("Next", [](const QDBusMessage& call) {
+    player->answer("Next", [](const QDBusMessage& call) {
         return call.createErrorReply("org.example.Refused", QString(5000, 'x'));
     });
     probe->perform(terms::NextTrack);
@@ -110,10 +102,7 @@ TEST_F(MprisMusicTest, CommandsReachThePlayer) {
 }
 
 TEST_F(MprisMusicTest, AVolumeStandsAtOnceAndIsSentSparingly) {
-    FakePlayer player(bus.address(), QStringLiteral("fake"));
-    player.put(playing(metadata("Alba", "Nevia", "Lontano")));
-    player.appear();
-    start();
+    startWith(alba);
     const auto begin = std::chrono::steady_clock::now();
     for (int volume = 0; volume <= 90; ++volume) {
         probe->application()->setProperty(terms::SoundVolume, script::Value::integer(volume));
@@ -121,32 +110,26 @@ TEST_F(MprisMusicTest, AVolumeStandsAtOnceAndIsSentSparingly) {
     }
     EXPECT_EQ(music->finishCommands(1s), std::nullopt);
     const auto passed = std::chrono::steady_clock::now() - begin;
-    const QStringList sent = player.calls("Set Volume");
+    const QStringList sent = player->calls("Set Volume");
     EXPECT_LE(sent.size(), passed / 50ms + 2);
     EXPECT_EQ(sent.last(), "Set Volume 0.9");
     EXPECT_EQ(probe->volume(), 90);
 }
 
 TEST_F(MprisMusicTest, AValueThatThePlayerSwallowsIsTakenBack) {
-    FakePlayer player(bus.address(), QStringLiteral("fake"));
-    player.put(playing(metadata("Alba", "Nevia", "Lontano")));
-    player.answer("Set", [](const QDBusMessage& call) { return call.createReply(); });
-    player.appear();
-    start();
+    startWith(alba);
+    player->answer("Set", [](const QDBusMessage& call) { return call.createReply(); });
     EXPECT_TRUE(music->capabilities().canShuffle);
     probe->application()->setProperty(terms::ShuffleEnabled, script::Value::boolean(true));
     EXPECT_TRUE(probe->setting(terms::ShuffleEnabled).asBoolean());
-    EXPECT_TRUE(probe->eventually([&] { return !probe->setting(terms::ShuffleEnabled).asBoolean(); }));
+    EXPECT_TRUE(eventually([&] { return !probe->setting(terms::ShuffleEnabled).asBoolean(); }));
     EXPECT_TRUE(probe->takeChanges().testFlag(Change::Shuffle));
     EXPECT_FALSE(music->capabilities().canShuffle);
 }
 
 TEST_F(MprisMusicTest, APlayerThatHangsBlocksNobodyAndIsRightAgainSoon) {
-    FakePlayer player(bus.address(), QStringLiteral("fake"));
-    player.put(playing(metadata("Alba", "Nevia", "Lontano")));
-    player.appear();
-    start();
-    player.hang(true);
+    startWith(alba);
+    player->hang(true);
     const auto begin = std::chrono::steady_clock::now();
     probe->perform(terms::NextTrack);
     probe->application()->setProperty(terms::SoundVolume, script::Value::integer(10));
@@ -154,62 +137,51 @@ TEST_F(MprisMusicTest, APlayerThatHangsBlocksNobodyAndIsRightAgainSoon) {
     EXPECT_LT(std::chrono::steady_clock::now() - begin, 100ms);
     EXPECT_EQ(music->finishCommands(2s).value_or(""), "fake does not answer");
 
-    player.put({{"Metadata", metadata("Notturno", "Nevia", "Lontano")}});
-    player.hang(false);
-    EXPECT_TRUE(probe->eventually([&] { return probe->title() == "Notturno"; }, 1500ms));
+    player->put({{"Metadata", metadata("Notturno", "Nevia", "Lontano")}});
+    player->hang(false);
+    EXPECT_TRUE(eventually([&] { return probe->title() == "Notturno"; }, 1500ms));
 }
 
 TEST_F(MprisMusicTest, OneThatNeverAnswersHidesNoOther) {
-    FakePlayer mute(bus.address(), QStringLiteral("aaa"));
+    FakePlayer mute(bus.address(), "aaa");
     mute.hang(true);
     mute.appear();
-    FakePlayer player(bus.address(), QStringLiteral("fake"));
-    player.put(playing(metadata("Alba", "Nevia", "Lontano")));
-    player.appear();
-    start();
+    startWith(alba);
     EXPECT_EQ(probe->title(), "Alba");
 }
 
 TEST_F(MprisMusicTest, OneThatTakesItsNameBeforeItCanAnswerIsAskedAgain) {
-    FakePlayer player(bus.address(), QStringLiteral("early"));
-    player.answer(QStringLiteral("GetAll"), [](const QDBusMessage& call) -> std::optional<QDBusMessage> {
+    FakePlayer early(bus.address(), "early");
+    early.answer("GetAll", [](const QDBusMessage& call) -> std::optional<QDBusMessage> {
         static QStringList asked;
         const QString interface = call.arguments().value(0).toString();
         if (!asked.contains(interface)) {
             asked.append(interface);
-            return call.createErrorReply(QDBusError::UnknownObject, QStringLiteral("not yet"));
+            return call.createErrorReply(QDBusError::UnknownObject, "not yet");
         }
-        if (interface != QLatin1String("org.mpris.MediaPlayer2"))
-            return call.createReply(playing(metadata("Alba", "Nevia", "Lontano")));
+        if (interface != "org.mpris.MediaPlayer2")
+            return call.createReply(playing(alba));
         return call.createReply(QVariantMap{{"Identity", "Early Bird"}});
     });
-    player.appear();
+    early.appear();
     start();
-    EXPECT_TRUE(probe->eventually(
-        [&] { return probe->title() == "Alba" && music->playerName() == "Early Bird"; }, 2s));
+    EXPECT_TRUE(
+        eventually([&] { return probe->title() == "Alba" && music->playerName() == "Early Bird"; }, 2s));
 }
 
 TEST_F(MprisMusicTest, APlayerThatDiesIsGoneAndMayComeBack) {
-    auto player = std::make_unique<FakePlayer>(bus.address(), QStringLiteral("fake"));
-    player->put(playing(metadata("Alba", "Nevia", "Lontano")));
-    player->appear();
-    start();
+    startWith(alba);
     player.reset();
-    EXPECT_TRUE(probe->eventually([&] { return !probe->isRunning(); }));
-    FakePlayer again(bus.address(), QStringLiteral("fake"));
-    again.put(playing(metadata("Notturno", "Nevia", "Lontano")));
-    again.appear();
-    EXPECT_TRUE(probe->eventually([&] { return probe->title() == "Notturno"; }));
+    EXPECT_TRUE(eventually([&] { return !probe->isRunning(); }));
+    player = makePlayer("fake", playing(metadata("Notturno", "Nevia", "Lontano")));
+    EXPECT_TRUE(titleBecomes("Notturno"));
 }
 
 TEST_F(MprisMusicTest, AFloodOfSignalsEndsWithTheLastState) {
-    FakePlayer player(bus.address(), QStringLiteral("fake"));
-    player.put(playing(metadata("0", "Nevia", "Lontano")));
-    player.appear();
-    start();
+    startWith(metadata("0", "Nevia", "Lontano"));
     for (int i = 1; i <= 2000; ++i)
-        player.signal({{"Metadata", metadata(QString::number(i), "Nevia", "Lontano")}});
-    EXPECT_TRUE(probe->eventually([&] { return probe->title() == "2000"; }));
+        player->signal({{"Metadata", metadata(QString::number(i), "Nevia", "Lontano")}});
+    EXPECT_TRUE(eventually([&] { return probe->title() == "2000"; }, 5s));
     EXPECT_LT(probe->announcements(), 60) << "bursts are passed on as one";
 }
 

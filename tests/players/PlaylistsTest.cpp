@@ -1,10 +1,7 @@
 #include "tests/fakes/WirePlaylist.h"
 #include "tests/players/MprisFixture.h"
 
-#include <QDBusMetaType>
-
 namespace tarnwick {
-
 namespace {
 
 namespace terms = musicapp::terms;
@@ -13,12 +10,10 @@ struct PlaylistsTest : MprisFixture {
     QList<WirePlaylist> lists{{QDBusObjectPath("/list/2"), "musica", ""},
                               {QDBusObjectPath("/list/1"), "Caffè \"del\" mattino", ""},
                               {QDBusObjectPath("/list/3"), "Åska", ""}};
-    std::unique_ptr<FakePlayer> player = std::make_unique<FakePlayer>(bus.address(), "fake");
 
     PlaylistsTest() {
-        qDBusRegisterMetaType<WirePlaylist>();
-        qDBusRegisterMetaType<QList<WirePlaylist>>();
-        qDBusRegisterMetaType<WireActive>();
+        registerWirePlaylists();
+        player = std::make_unique<FakePlayer>(bus.address(), "fake");
         player->put(playing(metadata("Uno", "A", "A"), 30));
         player->put({{"Orderings", QStringList{"Alphabetical", "UserDefined"}},
                      {"PlaylistCount", 3U},
@@ -30,14 +25,6 @@ struct PlaylistsTest : MprisFixture {
         player->appear();
     }
 
-    script::ObjectPointer named(const QString& name) {
-        const script::Filter filter{.op = script::Filter::Operator::Equal,
-                                    .property = script::terms::Name,
-                                    .value = script::Value::text(name)};
-        return probe->application()
-            ->elements({.elementClass = terms::UserPlaylist, .filter = &filter, .from = 1, .to = 1})
-            .front();
-    }
     QString current() {
         const script::Value container = probe->fact(terms::Container);
         return container.is(script::Kind::Object)
@@ -49,14 +36,14 @@ struct PlaylistsTest : MprisFixture {
 TEST_F(PlaylistsTest, ComeInThePlayersOrderAndSpelling) {
     start();
     const QStringList expected{"musica", "Caffè \"del\" mattino", "Åska"};
-    EXPECT_TRUE(probe->eventually([&] { return probe->playlists() == expected; }));
+    EXPECT_TRUE(eventually([&] { return probe->playlists() == expected; }));
     EXPECT_EQ(player->calls("GetPlaylists").first(), "GetPlaylists 0 5000 UserDefined false");
     EXPECT_EQ(current(), "musica");
     EXPECT_TRUE(music->capabilities().hasPlaylists);
 
     // Players forget to say that there are new ones; whoever looks is served a little later.
     lists.append({QDBusObjectPath("/list/4"), "Nuova", ""});
-    EXPECT_TRUE(probe->eventually([&] { return probe->playlists().contains("Nuova"); }));
+    EXPECT_TRUE(eventually([&] { return probe->playlists().contains("Nuova"); }, 5s));
 }
 
 TEST_F(PlaylistsTest, AreWaitedForAndStayWhileThePlayerHangs) {
@@ -70,31 +57,30 @@ TEST_F(PlaylistsTest, AreWaitedForAndStayWhileThePlayerHangs) {
     player->hang(true);
     player->signalRaw(QVariantMap{{"PlaylistCount", 4U}}, {}, "org.mpris.MediaPlayer2.Playlists");
     lists.append({QDBusObjectPath("/list/4"), "Nuova", ""});
-    EXPECT_FALSE(probe->eventually([&] { return !music->capabilities().hasPlaylists; }, 1300ms));
+    EXPECT_FALSE(eventually([&] { return !music->capabilities().hasPlaylists; }, 1300ms));
     probe->takeChanges();
     player->hang(false);
-    EXPECT_TRUE(
-        probe->eventually([&] { return probe->takeChanges().testFlag(musicapp::Change::Playlist); }, 2s));
+    EXPECT_TRUE(eventually([&] { return probe->takeChanges().testFlag(musicapp::Change::Playlist); }, 2s));
     EXPECT_EQ(probe->playlists().size(), 4);
 }
 
 TEST_F(PlaylistsTest, OneIsStarted) {
     start();
-    ASSERT_TRUE(probe->eventually([&] { return probe->playlists().size() == 3; }));
-    probe->perform(terms::Play, script::Value::object(named("ÅSKA")));
+    ASSERT_TRUE(eventually([&] { return probe->playlists().size() == 3; }));
+    probe->perform(terms::Play, probe->named(terms::UserPlaylist, "ÅSKA"));
     player->put({{"ActivePlaylist", QVariant::fromValue(WireActive{true, lists[2]})}}, ".Playlists");
     player->signal({{"Metadata", metadata("Due", "B", "B")}, {"Position", qlonglong{0}}});
     EXPECT_EQ(music->finishCommands(1s), std::nullopt);
     EXPECT_EQ(player->calls("ActivatePlaylist"), QStringList{"ActivatePlaylist /list/3"});
     EXPECT_TRUE(titleBecomes("Due"));
-    EXPECT_TRUE(probe->eventually([&] { return current() == "Åska"; })) << "though it was not signalled";
+    EXPECT_TRUE(eventually([&] { return current() == "Åska"; })) << "though it was not signalled";
     EXPECT_TRUE(player->calls("Stop").isEmpty());
 }
 
 TEST_F(PlaylistsTest, APlayerThatPlaysOnIsStoppedFirst) {
     start();
-    ASSERT_TRUE(probe->eventually([&] { return probe->playlists().size() == 3; }));
-    probe->perform(terms::Play, script::Value::object(named("Åska")));
+    ASSERT_TRUE(eventually([&] { return probe->playlists().size() == 3; }));
+    probe->perform(terms::Play, probe->named(terms::UserPlaylist, "Åska"));
     EXPECT_EQ(music->finishCommands(1s), std::nullopt);
     EXPECT_EQ(player->calls("ActivatePlaylist").size(), 2) << "the program may end after a command";
     EXPECT_EQ(player->calls("Stop").size(), 1);

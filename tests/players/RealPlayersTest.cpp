@@ -1,37 +1,23 @@
 // Real programs, each on a bus of its own: what they say, what the files add, and what they obey.
 
-#include "platform/dispatch/SystemDispatcher.h"
-#include "platform/images/ImageStore.h"
-#include "platform/musicapp/mpris/MprisMusic.h"
-#include "tests/fakes/MusicProbe.h"
-#include "tests/fakes/PrivateBus.h"
 #include "tests/fakes/RealPlayer.h"
+#include "tests/players/MprisFixture.h"
 
-#include <QBuffer>
 #include <QElapsedTimer>
-#include <QImage>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <gmock/gmock.h>
 
 namespace tarnwick {
 namespace {
 
 namespace terms = musicapp::terms;
-using namespace std::chrono_literals;
 
 const QString oddTitle = QStringLiteral("Alba \"sul\" C\\arso, perché no?");
 
-struct RealPlayersTest : testing::Test {
-    PrivateBus bus;
-    QTemporaryDir folder;
-    RealPlayer player{bus.address()};
-    dispatch::SystemDispatcher dispatcher;
-    images::ImageStore images{dispatcher};
-    std::unique_ptr<musicapp::MprisMusic> music;
-    std::unique_ptr<MusicProbe> probe;
+struct RealPlayersTest : MprisFixture {
+    RealPlayer real{bus.address()};
     QStringList files;
-    QByteArray cover;
+    const QByteArray cover = picture(qRgb(20, 120, 200), 64);
 
     /// An album of two discs in two folders.
     void SetUp() override {
@@ -51,28 +37,14 @@ struct RealPlayersTest : testing::Test {
         ASSERT_TRUE(makeSound(files[0], tags(oddTitle, 1, 1)));
         ASSERT_TRUE(makeSound(files[1], tags("Tre finestre", 2, 1)));
         ASSERT_TRUE(makeSound(files[2], tags("Barcola", 1, 2)));
-        QImage image(64, 64, QImage::Format_RGB32);
-        image.fill(qRgb(20, 120, 200));
-        QBuffer buffer(&cover);
-        image.save(&buffer, "PNG");
-        for (const char* disc : {"CD1", "CD2"}) {
-            QFile file(folder.filePath("Lontano, è/" + QString(disc) + "/cover.png"));
-            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-            file.write(cover);
-        }
-    }
-
-    void follow() {
-        music = std::make_unique<musicapp::MprisMusic>(musicapp::MprisMusic::Options{bus.address()},
-                                                       dispatcher, images);
-        probe = std::make_unique<MusicProbe>(*music);
+        for (const char* disc : {"CD1", "CD2"})
+            write("Lontano, è/" + QString(disc) + "/cover.png", cover);
     }
 
     void TearDown() override {
-        probe.reset();
-        music.reset();
+        MprisFixture::TearDown();
         if (HasFailure())
-            std::fprintf(stderr, "%s\n", player.output().constData());
+            std::fprintf(stderr, "%s\n", real.output().constData());
     }
 
     /// The facts that every player, helped by the file, has to show.
@@ -100,31 +72,17 @@ struct RealPlayersTest : testing::Test {
         EXPECT_EQ(probe->library(terms::DiscNumber), (QStringList{"1", "1", "2"}));
     }
 
-    bool comesTo(const QString& state) {
-        return probe->eventually([&] { return probe->state() == state; });
-    }
-
-    /// Tries for some seconds.
-    static bool probeUntil(const std::function<bool()>& attempt) {
-        const auto end = std::chrono::steady_clock::now() + 5s;
-        while (!attempt()) {
-            if (std::chrono::steady_clock::now() > end)
-                return false;
-        }
-        return true;
-    }
-
-    bool startMpv(const QStringList& more = {}) {
+    bool startMpv() {
         const QString plugin = "/usr/lib/mpv-mpris/mpris.so";
-        return player.start("mpv", QStringList{"--no-config", "--ao=null", "--no-video", "--volume=50",
-                                               "--script=" + plugin, "--load-scripts=no", "--idle=yes"} +
-                                       more + files);
+        return real.start("mpv", QStringList{"--no-config", "--ao=null", "--no-video", "--volume=50",
+                                             "--script=" + plugin, "--load-scripts=no", "--idle=yes"} +
+                                     files);
     }
 };
 
 TEST_F(RealPlayersTest, MpvIsFollowedAndCommanded) {
     ASSERT_TRUE(startMpv());
-    follow();
+    start();
     expectFacts(oddTitle, 1, 1);
     EXPECT_EQ(probe->state(), "playing");
     EXPECT_EQ(music->playerName(), "mpv");
@@ -135,63 +93,57 @@ TEST_F(RealPlayersTest, MpvIsFollowedAndCommanded) {
     EXPECT_TRUE(probe->eventually([&] { return probe->position() > before + 0.2; }));
 
     probe->perform(terms::Pause);
-    EXPECT_TRUE(comesTo("paused"));
+    EXPECT_TRUE(stateBecomes("paused", 5s));
     const double held = probe->position();
     probe->application()->setProperty(terms::SoundVolume, script::Value::integer(30));
     EXPECT_EQ(probe->volume(), 30);
     EXPECT_EQ(music->finishCommands(1s), std::nullopt);
-    EXPECT_TRUE(probe->eventually([&] { return player.run("playerctl", {"volume"}).startsWith("0.3"); }));
+    EXPECT_TRUE(probe->eventually([&] { return real.run("playerctl", {"volume"}).startsWith("0.3"); }));
     EXPECT_NEAR(probe->position(), held, 0.3);
     probe->perform(terms::Play);
-    EXPECT_TRUE(comesTo("playing"));
+    EXPECT_TRUE(stateBecomes("playing", 5s));
 
     // The title with quotes and a backslash, found by its name and opened as a file.
-    const script::Filter named{.op = script::Filter::Operator::Equal,
-                               .property = script::terms::Name,
-                               .value = script::Value::text(oddTitle)};
-    const auto tracks = probe->playlist(terms::LibraryPlaylist)
-                            ->elements({.elementClass = terms::Track, .filter = &named, .from = 1, .to = 1});
-    ASSERT_EQ(tracks.size(), 1U);
-    probe->perform(terms::Play, script::Value::object(tracks.front()));
+    probe->perform(terms::Play, probe->named(terms::Track, oddTitle));
     EXPECT_EQ(music->finishCommands(1s), std::nullopt);
     expectFacts(oddTitle, 1, 1);
 }
 
 TEST_F(RealPlayersTest, MpvThatIsStoppedShortBlocksNobody) {
     ASSERT_TRUE(startMpv());
-    follow();
+    start();
     ASSERT_TRUE(probe->eventually([&] { return probe->title() == oddTitle; }, 10s));
-    player.suspend();
+    real.suspend();
     const auto begin = std::chrono::steady_clock::now();
     probe->perform(terms::NextTrack);
     EXPECT_EQ(probe->title(), oddTitle);
     EXPECT_LT(std::chrono::steady_clock::now() - begin, 100ms);
     EXPECT_NE(music->finishCommands(2s), std::nullopt);
-    player.resume();
+    real.resume();
     // The command was only delayed, so the player does it now.
     EXPECT_TRUE(probe->eventually([&] { return probe->title() == "Tre finestre"; }, 2s));
-    player.kill();
+    real.kill();
     EXPECT_TRUE(probe->eventually([&] { return !probe->isRunning(); }));
 }
 
 TEST_F(RealPlayersTest, IdleMpvIsStoppedWhateverItSays) {
     files.clear();
     ASSERT_TRUE(startMpv());
-    follow();
+    start();
     ASSERT_TRUE(probe->eventually([&] { return probe->isRunning(); }, 10s));
     EXPECT_EQ(probe->state(), "stopped");
 }
 
 TEST_F(RealPlayersTest, AudaciousIsCompletedFromTheFiles) {
-    player.setVariable("SDL_AUDIODRIVER", "dummy");
-    ASSERT_TRUE(player.start("audacious", QStringList{"-H"} + files));
-    follow();
+    real.setVariable("SDL_AUDIODRIVER", "dummy");
+    ASSERT_TRUE(real.start("audacious", QStringList{"-H"} + files));
+    start();
     ASSERT_TRUE(probe->eventually([&] { return probe->isRunning(); }, 10s));
     // Without a sound card it may wait to be told.
     EXPECT_TRUE(probe->eventually(
         [&] {
             if (probe->state() != "playing")
-                player.run("playerctl", {"play"});
+                real.run("playerctl", {"play"});
             return probe->state() == "playing";
         },
         10s));
@@ -202,7 +154,7 @@ TEST_F(RealPlayersTest, AudaciousIsCompletedFromTheFiles) {
     probe->perform(terms::NextTrack);
     expectFacts("Tre finestre", 2, 1);
     probe->perform(terms::Pause);
-    EXPECT_TRUE(comesTo("paused"));
+    EXPECT_TRUE(stateBecomes("paused", 5s));
 }
 
 TEST_F(RealPlayersTest, MpdIsFollowedThroughItsBridge) {
@@ -211,24 +163,25 @@ TEST_F(RealPlayersTest, MpdIsFollowedThroughItsBridge) {
     const QByteArray port = QByteArray::number(freePort.serverPort());
     freePort.close();
     const QByteArray musicFolder = folder.path().toUtf8();
-    const QByteArray home = player.home().toUtf8();
-    player.writeFile("mpd.conf", "music_directory \"" + musicFolder + "\"\ndb_file \"" + home +
-                                     "/db\"\nbind_to_address \"127.0.0.1\"\nport \"" + port +
-                                     "\"\naudio_output {\ntype \"null\"\nname \"none\"\nmixer_type "
-                                     "\"software\"\n}\n");
-    player.writeFile("mpDris2.conf", "[Connection]\nhost = 127.0.0.1\nport = " + port +
-                                         "\nmusic_dir = " + musicFolder + "\n[Bling]\nnotify = False\n");
-    ASSERT_TRUE(player.start("mpd", {"--no-daemon", player.home() + "/mpd.conf"}));
+    const QByteArray home = real.home().toUtf8();
+    real.writeFile("mpd.conf", "music_directory \"" + musicFolder + "\"\ndb_file \"" + home +
+                                   "/db\"\nbind_to_address \"127.0.0.1\"\nport \"" + port +
+                                   "\"\naudio_output {\ntype \"null\"\nname \"none\"\nmixer_type "
+                                   "\"software\"\n}\n");
+    real.writeFile("mpDris2.conf", "[Connection]\nhost = 127.0.0.1\nport = " + port +
+                                       "\nmusic_dir = " + musicFolder + "\n[Bling]\nnotify = False\n");
+    ASSERT_TRUE(real.start("mpd", {"--no-daemon", real.home() + "/mpd.conf"}));
     QTcpSocket wire;
-    ASSERT_TRUE(probeUntil([&] {
+    start();
+    const auto answers = [&] {
         wire.connectToHost(QHostAddress::LocalHost, port.toUShort());
         return wire.waitForConnected(200) && wire.waitForReadyRead(1000);
-    }));
+    };
+    ASSERT_TRUE(eventually(answers, 5s));
     wire.write("update\nadd \"Lontano, è/CD1\"\nplay\n");
     wire.waitForBytesWritten();
     RealPlayer bridge{bus.address()};
-    ASSERT_TRUE(bridge.start("mpDris2", {"--config=" + player.home() + "/mpDris2.conf"}));
-    follow();
+    ASSERT_TRUE(bridge.start("mpDris2", {"--config=" + real.home() + "/mpDris2.conf"}));
     QElapsedTimer asked;
     asked.start();
     ASSERT_TRUE(probe->eventually(
@@ -248,10 +201,10 @@ TEST_F(RealPlayersTest, MpdIsFollowedThroughItsBridge) {
     const double before = probe->position();
     EXPECT_TRUE(probe->eventually([&] { return probe->position() > before + 0.5; }));
     probe->perform(terms::Pause);
-    EXPECT_TRUE(comesTo("paused"));
+    EXPECT_TRUE(stateBecomes("paused", 5s));
     probe->application()->setProperty(terms::ShuffleEnabled, script::Value::boolean(true));
     EXPECT_EQ(music->finishCommands(1s), std::nullopt);
-    EXPECT_TRUE(player.run("playerctl", {"shuffle"}).startsWith("On"));
+    EXPECT_TRUE(real.run("playerctl", {"shuffle"}).startsWith("On"));
 }
 
 } // namespace

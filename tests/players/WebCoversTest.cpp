@@ -6,14 +6,12 @@ namespace {
 
 struct WebCoversTest : MprisFixture {
     WebServer web;
-    std::unique_ptr<FakePlayer> player = makePlayer("fake", playing(metadata("0", "N", "0")));
+
+    WebCoversTest() { player = makePlayer("fake", playing(metadata("0", "N", "0"))); }
 
     void play(const QString& title, const QString& album, const QString& artUrl) {
         player->signal({{"Metadata", metadata(title, "N", album, {{"mpris:artUrl", artUrl}})}});
         ASSERT_TRUE(titleBecomes(title));
-    }
-    bool coverBecomes(const QByteArray& bytes) {
-        return probe->eventually([&] { return probe->cover() == bytes; });
     }
 };
 

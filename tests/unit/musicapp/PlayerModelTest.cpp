@@ -50,20 +50,6 @@ struct PlayerModelTest : testing::Test {
     double position() { return model.belief().position.valueAt(now); }
 };
 
-TEST_F(PlayerModelTest, AStoppedPlayerWhosePositionMovesPlays) {
-    const auto begin = now;
-    player = [&] { return properties("Stopped", "Alba", 0); };
-    start();
-    EXPECT_EQ(model.belief().state, PlayerState::Stopped);
-    player = [&] {
-        return properties("Stopped", "Notte", std::chrono::duration<double>(now - begin).count());
-    };
-    model.change({{"Metadata", metadata("Notte")}}, {}, now);
-    pass(600ms);
-    EXPECT_EQ(model.belief().state, PlayerState::Playing);
-    EXPECT_EQ(model.belief().metadata.track.name, "Notte");
-}
-
 TEST_F(PlayerModelTest, ABurstEndsAfterAHundredQuietMillisecondsButLastsNoLongerThanFourHundred) {
     start();
     for (int i = 1; i <= 60; ++i) {
