@@ -1,9 +1,9 @@
 #include "tests/fuzz/ScriptFuzz.h"
 
-#include "platform/script/Host.h"
 #include "platform/script/Interpreter.h"
 #include "platform/script/Printer.h"
 #include "tests/fakes/FakeMusic.h"
+#include "tests/fakes/QuietHost.h"
 
 #include <cstdlib>
 
@@ -11,14 +11,6 @@ using namespace tarnwick;
 using namespace tarnwick::script;
 
 namespace {
-
-class DeafHost final : public Host {
-public:
-    void log(const QString&) override {}
-    void displayDialog(const QString&) override {}
-    void delay(std::chrono::nanoseconds) override {}
-    quint32 random(quint32) override { return 0; }
-};
 
 std::shared_ptr<fakes::FakeLibrary> makeLibrary() {
     auto library = std::make_shared<fakes::FakeLibrary>();
@@ -39,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     fakes::FakeProvider provider(makeLibrary());
     Interpreter interpreter(provider);
-    DeafHost host;
+    fakes::QuietHost host;
     Limits limits;
     limits.memoryBytes = 8 << 20;
     limits.listLength = 50'000;

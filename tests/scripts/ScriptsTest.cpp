@@ -1,12 +1,12 @@
 // Runs every text under tests/scripts and compares what happens with the expectations in its comments:
 //
-//   -- expect: TEXT         the next thing to happen: a text that is logged; `dialog: TEXT`, `delay:
-//   SECONDS`; what is
-//                           done to the application: `play track 2`, `set sound volume to 42`
+//   -- expect: TEXT         the next thing to happen: a text that is logged; `dialog: TEXT`;
+//                           `delay: SECONDS`; what is done to the application: `play current track`,
+//                           `set sound volume to 42`
 //   -- expect reply: TEXT   how the script ends, as a script writes it
 //   -- expect error: TEXT   the script ends with this error, on this line; `at COLUMN: TEXT` names the column
 //   too
-//   -- given: WORDS         before: `stopped`, `paused`, `not running`, `no facts`, `no artwork`, `no track`
+//   -- given: WORDS         before: `stopped`, `paused`, `not running`, `no facts`, `no track`
 //   -- next script          another script in the same file
 //
 // A folder is named after the source file that is to blame when something in it fails. The texts that the
@@ -83,38 +83,33 @@ Expectations expectationsOf(const QString& source) {
 
 std::shared_ptr<fakes::FakeLibrary> libraryFor(const QString& source) {
     auto library = std::make_shared<fakes::FakeLibrary>();
-    const QString band = QStringLiteral("Aria");
-    library->tracks = {
-        {QStringLiteral("Due"), band, QStringLiteral("Prima"), 2, 1, false, 200.0},
-        {QStringLiteral("Uno"), band, QStringLiteral("Prima"), 1, 1, false, 245.5},
-        {QStringLiteral("Zero"), QStringLiteral("Altri"), QStringLiteral("Prima"), 3, 1, false, 10.0},
-        {QStringLiteral("Fine"), band, QStringLiteral("PRIMA"), 1, 2, false, 12345.0},
-        {QStringLiteral("Say \"x\" \\ y"), band, QStringLiteral("L'altra \"volta\""), 1, 1, true, 1.0},
+    library->tracks = {{"Due", "Aria", "Prima", 2, 1, false, 200.0},
+                       {"Uno", "Aria", "Prima", 1, 1, false, 245.5},
+                       {"Zero", "Altri", "Prima", 3, 1, false, 10.0},
+                       {"Fine", "Aria", "PRIMA", 1, 2, false, 12345.0},
+                       {R"(Say "x" \ y)", "Aria", R"(L'altra "volta")", 1, 1, true, 1.0}};
+    const auto isGiven = [&](const char* words) {
+        return source.contains(QLatin1String("-- given: ") + QLatin1String(words));
     };
-    const auto text = [](const char* value) { return Value::text(QString::fromUtf8(value)); };
-    if (!source.contains(QLatin1String("-- given: no facts")))
-        library->tracks[1].facts = {{QStringLiteral("year"), Value::integer(2001)},
-                                    {QStringLiteral("disc count"), Value::integer(2)},
-                                    {QStringLiteral("grouping"), text("Gruppo")},
-                                    {QStringLiteral("kind"), text("Apple Lossless audio file")},
-                                    {QStringLiteral("comment"), Value::missing()},
-                                    {QStringLiteral("data"), Value::missing()},
-                                    {QStringLiteral("genre"), text("Pop")},
-                                    {QStringLiteral("bit rate"), Value::integer(1024)},
-                                    {QStringLiteral("size"), Value::integer(30'000'000'000)},
-                                    {QStringLiteral("sample rate"), Value::integer(44100)}};
-    if (source.contains(QLatin1String("-- given: no artwork")))
-        library->tracks[1].facts.remove(QStringLiteral("data"));
-    library->current = source.contains(QLatin1String("-- given: no track")) ? 1000 : 1;
-    for (const char* state : {"stopped", "paused"}) {
-        if (source.contains(QStringLiteral("-- given: %1").arg(QLatin1String(state))))
-            library->state = QString::fromLatin1(state);
+    if (!isGiven("no facts")) {
+        musicapp::Track& known = library->tracks[1].facts;
+        known.genre = "Pop";
+        known.comment = "Italy";
+        known.grouping = "Gruppo";
+        known.kind = "Apple Lossless audio file";
+        known.year = 2001;
+        known.discCount = 2;
+        known.bitRate = 1024;
+        known.sampleRate = 44100;
+        known.size = 30'000'000'000;
+        library->artwork = "cover";
     }
-    if (source.contains(QLatin1String("-- given: not running"))) {
-        library->running = false;
-        library->state = QStringLiteral("stopped");
-    }
-    library->playlists = {QStringLiteral("Musica"), QStringLiteral("Jazz \"live\"")};
+    library->current = isGiven("no track") ? 1000 : 1;
+    library->running = !isGiven("not running");
+    library->state = isGiven("stopped") || !library->running ? musicapp::PlayerState::Stopped
+                     : isGiven("paused")                     ? musicapp::PlayerState::Paused
+                                                             : musicapp::PlayerState::Playing;
+    library->playlists = {"Musica", R"(Jazz "live")"};
     library->makeIndex();
     return library;
 }
@@ -186,7 +181,7 @@ INSTANTIATE_TEST_SUITE_P(Scripts, ScriptTest, testing::ValuesIn(scriptFiles()), 
 
 TEST(MusicTexts, DoWhatTheyAreFor) {
     const QString facts = QStringLiteral(
-        R"(-- expect reply: {"Uno", "Aria", "Prima", 2001, 1, 1, 2, "Gruppo", "Apple Lossless audio file", missing value, «data tdta636F766572», "%1", 245.5, 12.5, {"Due", "Uno", "Zero", "Fine"}, {200.0, 245.5, 10.0, 1.2345E+4}, "Pop", 1024, 30000000000, 44100})");
+        R"(-- expect reply: {"Uno", "Aria", "Prima", 2001, 1, 1, 2, "Gruppo", "Apple Lossless audio file", "Italy", «data tdta636F766572», "%1", 245.5, 12.5, {"Due", "Uno", "Zero", "Fine"}, {200.0, 245.5, 10.0, 1.2345E+4}, "Pop", 1024, 30000000000, 44100})");
     const auto title = [](const char* name, const char* album = "Prima") {
         return scripts::playTitle(QString::fromUtf8(name), QString::fromUtf8(album));
     };
@@ -205,7 +200,7 @@ TEST(MusicTexts, DoWhatTheyAreFor) {
         {scripts::tracksByDisc(), R"(-- expect reply: {{1, {{1, "Uno"}, {2, "Due"}}}, {2, {{1, "Fine"}}}})"},
         {scripts::tracksByDisc(),
          "-- given: stopped\n-- expect reply: \"Nessuna traccia in riproduzione o pausa.\""},
-        {scripts::currentPlaylist(), "-- expect reply: \"Library\""},
+        {scripts::currentPlaylist(), "-- expect reply: \"Musica\""},
         {scripts::currentPlaylist(), "-- given: stopped\n-- expect reply: \"\""},
         {scripts::trackLocation(), "-- expect reply: \"/music/Uno.flac\""},
         {scripts::trackLocation(), "-- given: stopped\n-- expect reply: \"\""},
@@ -219,18 +214,18 @@ TEST(MusicTexts, DoWhatTheyAreFor) {
         {scripts::nextTrack(), "-- expect: next track"},
         {scripts::previousTrack(), "-- given: paused\n-- expect: previous track"},
         {scripts::nextTrack(), "-- given: stopped"},
-        {scripts::startupPlaylist(), "-- expect: play playlist \"Musica\""},
-        {scripts::startupPlaylist(), "-- given: not running\n-- expect: launch\n-- expect: delay: 2\n-- "
-                                     "expect: play playlist \"Musica\""},
+        {scripts::startupPlaylist(), "-- expect: play user playlist \"Musica\""},
+        {scripts::startupPlaylist(), "-- given: not running\n-- expect: launch\n-- expect: delay: 2\n"
+                                     "-- expect: play user playlist \"Musica\""},
         {scripts::getVolume(), "-- expect reply: 30"},
         {scripts::setVolume(0.42), "-- expect: set sound volume to 42\n-- expect reply: 42"},
         {scripts::getShuffle(), "-- expect reply: false"},
         {scripts::toggleShuffle(), "-- expect: set shuffle enabled to true\n-- expect reply: true"},
-        {scripts::playPlaylist("Jazz \"live\""), "-- expect: play playlist \"Jazz \"live\"\""},
+        {scripts::playPlaylist("Jazz \"live\""), R"(-- expect: play user playlist "Jazz \"live\"")"},
         {scripts::playPlaylist("Manca"),
          R"(-- expect reply: "Music got an error: Can’t get playlist \"Manca\".")"},
-        {title("Fine"), "-- expect: play track 4"},
-        {title(R"(Say "x" \ y)", R"(L'altra "volta")"), "-- expect: play track 5"},
+        {title("Fine"), "-- expect: play track 4 of library playlist 1"},
+        {title(R"(Say "x" \ y)", R"(L'altra "volta")"), "-- expect: play track 5 of library playlist 1"},
         {title("Manca"),
          R"(-- expect: dialog: Errore: Il brano 'Manca' non è disponibile nell'album 'Prima'.
             -- expect: Errore AppleScript: Music got an error: Can’t get first track of library playlist 1 whose name is "Manca" and album is "Prima".)"},

@@ -7,6 +7,8 @@ tell application "Music"
     log {count tracks of library playlist 1, count of (every track of library playlist 1), number of tracks of library playlist 1} -- expect: {5, 5, 5}
     log count (every track of library playlist 1 whose album is "prima") -- expect: 4
     log name of every track of library playlist 1 whose album is "Prima" and artist is not "Aria" -- expect: {"Zero"}
+    log name of every track of library playlist 1 whose album is "PRIMA" and disc number is 2 -- expect: {"Fine"}
+    log name of every track of library playlist 1 whose album is "none" or name is "zero" -- expect: {"Zero"}
     log name of every track of library playlist 1 whose track number > 1 or disc number = 2 -- expect: {"Due", "Zero", "Fine"}
     log name of (tracks of library playlist 1 where its name starts with "u" or name contains "ERO") -- expect: {"Uno", "Zero"}
     log name of every track of library playlist 1 whose compilation -- expect: {"Say \"x\" \\ y"}
@@ -18,17 +20,17 @@ tell application "Music"
     log name of second track of library playlist 1 whose album is album of current track -- expect: Uno
     log name of every track of library playlist 1 whose album is "none" -- expect: {}
     log {exists playlist "Musica", exists playlist "None", current track exists} -- expect: {true, false, true}
-    log {name of container of current track, current track's artist, track 1 of library playlist 1 = track 1 of library playlist 1} -- expect: {"Library", "Aria", true}
-    log every user playlist -- expect: {playlist "Musica", playlist "Jazz "live""}
+    log {name of container of current track, current track's artist, track 1 of library playlist 1 = track 1 of library playlist 1, container of current track is container of current track} -- expect: {"Musica", "Aria", true, true}
+    log every user playlist -- expect: {user playlist "Musica", user playlist "Jazz \"live\""}
     tell current track
         log {name, its album, artist of it} -- expect: {"Uno", "Prima", "Aria"}
     end tell
-    play current track once true -- expect: play track 2 once true
+    play current track once true -- expect: play current track once true
     set sound volume to 3 + 4 -- expect: set sound volume to 7
     set x to every track of library playlist 1 whose disc number is 2
     repeat with t in x
         log name of t & "!" -- expect: Fine!
-        play t -- expect: play track 4
+        play t -- expect: play track 4 of library playlist 1
     end repeat
     considering case
         log name of every track of library playlist 1 whose album is "PRIMA" -- expect: {"Fine"}
@@ -55,8 +57,8 @@ tell application "Music" -- given: no track
 end tell
 -- next script
 tell application "Music"
-    -- expect: set player position to 5
-    set player position to 5 -- expect error at 9: Music got an error: Can’t set player position. (-10006)
+    -- expect: set current track to 5
+    set current track to 5 -- expect error at 9: Music got an error: Can’t set current track. (-10006)
 end tell
 -- next script
 tell application "Music"

@@ -2,9 +2,9 @@
 
 #include "platform/dispatch/VirtualDispatcher.h"
 #include "platform/images/ImageStore.h"
-#include "platform/script/Host.h"
 #include "platform/script/Interpreter.h"
 #include "tests/fakes/MusicProbe.h"
+#include "tests/fakes/QuietHost.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -14,13 +14,6 @@ namespace tarnwick::musicapp {
 namespace {
 
 using namespace std::chrono_literals;
-
-class SilentHost : public script::Host {
-public:
-    void log(const QString&) override {}
-    void displayDialog(const QString&) override {}
-    void delay(std::chrono::nanoseconds) override {}
-};
 
 struct DemoMusicTest : testing::Test {
     dispatch::VirtualDispatcher dispatcher;
@@ -37,7 +30,7 @@ struct DemoMusicTest : testing::Test {
     /// The reply as text, or the error.
     QString run(const QString& body) {
         script::Interpreter interpreter(music->scripting());
-        SilentHost host;
+        fakes::QuietHost host;
         const auto outcome = interpreter.run("tell application \"Music\"\n" + body + "\nend tell", host);
         dispatcher.runUntilIdle();
         if (outcome.error)
@@ -103,22 +96,12 @@ TEST_F(DemoMusicTest, ObeysScripts) {
     run("previous track");
     EXPECT_EQ(run("set sound volume to 42\nreturn sound volume"), "42");
     EXPECT_EQ(run("set shuffle enabled to not shuffle enabled\nreturn shuffle enabled"), "true");
-    EXPECT_EQ(run("return count (every track of library playlist 1 whose album is \"LONTANO\")"), "13");
-    EXPECT_EQ(run("return count (every track of library playlist 1 whose album is \"Strade d’Europa\" and "
-                  "artist is \"Los Faroles\")"),
-              "1");
-    EXPECT_EQ(
-        run("return compilation of (first track of library playlist 1 whose album is \"Strade d’Europa\")"),
-        "true");
     run("play (first track of library playlist 1 whose name is \"Diagonale \\\"lenta\\\"\" and album is "
         "\"quadri\")");
     EXPECT_EQ(run("return name of current track"), "Diagonale \"lenta\"");
     run("play playlist \"musica\"");
     EXPECT_EQ(run("return name of container of current track"), "Musica");
     EXPECT_EQ(run("play playlist \"there is none\""), "-1728");
-    EXPECT_EQ(run("return name of every user playlist"), "6");
-    EXPECT_EQ(run("return size of current track is greater than 1000000"), "true");
-    EXPECT_EQ(run("return container of current track is container of current track"), "true");
     EXPECT_EQ(run("set name of current track to \"x\""), "-10006");
     run("stop");
     EXPECT_EQ(run("return player position"), "0.0");
