@@ -1,13 +1,15 @@
 // The program as a person runs it: its commands against the demo and against a real player.
 
 #include "music/Scripts.h"
-#include "tests/fakes/PrivateBus.h"
+#include "tests/fakes/Pictures.h"
+#include "tests/fakes/RealPlayer.h"
+#include "tests/players/ProgramFixture.h"
 
 #include <QElapsedTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <gmock/gmock.h>
+#include <QTest>
 
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -15,51 +17,18 @@ using testing::IsEmpty;
 namespace tarnwick {
 namespace {
 
-struct Result {
-    int code = -1;
-    QString out;
-    std::string err;
-
-    QJsonValue json() const { return QJsonDocument::fromJson("[" + out.toUtf8() + "]").array().at(0); }
-};
-
-class ProgramTest : public testing::Test {
+class ProgramTest : public ProgramFixture {
 protected:
-    ProgramTest() {
-        environment = QProcessEnvironment::systemEnvironment();
-        for (const char* name :
-             {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR", "HOME"})
-            environment.insert(name, home.path());
-        environment.remove("DBUS_SESSION_BUS_ADDRESS");
-        environment.remove("DISPLAY");
+    static QJsonValue json(const Result& result) {
+        return QJsonDocument::fromJson("[" + result.out.toUtf8() + "]").array().at(0);
     }
-
-    Result run(const QStringList& arguments, const QByteArray& input = {}) {
-        QProcess process;
-        process.setProcessEnvironment(environment);
-        process.start(TARNWICK_PROGRAM, arguments);
-        process.write(input);
-        process.closeWriteChannel();
-        if (!process.waitForFinished(60'000))
-            process.kill();
-        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-                QString::fromUtf8(process.readAllStandardOutput()),
-                process.readAllStandardError().toStdString()};
-    }
-
-    Result script(const QString& text, const QStringList& options) {
-        return run(QStringList{"script", "-", "--json"} + options, text.toUtf8());
-    }
-
-    QTemporaryDir home;
-    QProcessEnvironment environment;
 };
 
 TEST_F(ProgramTest, StatusOfTheDemoNamesEveryField) {
     const Result result = run({"status", "--json", "--source", "demo"});
     EXPECT_EQ(result.code, 0);
     EXPECT_THAT(result.err, IsEmpty());
-    const QJsonObject status = result.json().toObject();
+    const QJsonObject status = json(result).toObject();
     EXPECT_EQ(status.size(), 29) << "28 fields and the player";
     EXPECT_EQ(status["currentAlbumName"].toString(), "Lontano");
     EXPECT_TRUE(status["isPlaying"].toBool());
@@ -77,6 +46,8 @@ TEST_F(ProgramTest, ExitCodesMeanSomething) {
         {{"--help"}, 0, ""},
         {{"--version"}, 0, ""},
         {{"do", "volume", "0.3", "--source", "demo"}, 0, ""},
+        {{"do", "shuffle", "--source", "demo"}, 0, ""},
+        {{"do", "playlist", "musica", "--source", "demo"}, 0, ""},
         {{"do", "volume", "1.01", "--source", "demo"}, 2, "from 0 to 1"},
         {{"do", "volume", "loud", "--source", "demo"}, 2, "from 0 to 1"},
         {{"do", "dance", "--source", "demo"}, 2, "unknown command"},
@@ -85,7 +56,16 @@ TEST_F(ProgramTest, ExitCodesMeanSomething) {
         {{"do", "next", "--source", "mpris"}, 1, "no player is running"},
         {{"script", "/nowhere/at/all", "--source", "demo"}, 1, "/nowhere/at/all"},
         {{"script", "-", "--limit", "never"}, 2, "--limit"},
-        {{"status", "--source", "radio"}, 2, "--source"},
+        {{"status", "--source", "radio"}, 2, "--source is auto, mpris or demo"},
+        {{"stauts"}, 2, "unknown command 'stauts'"},
+        {{"--sourec", "demo"}, 2, "unknown option --sourec"},
+        {{"status", "--source"}, 2, "needs a value"},
+        {{"status", "--json=1"}, 2, "takes no value"},
+        {{"status", "now"}, 2, "usage: tarnwick status"},
+        {{"do"}, 2, "usage: tarnwick do"},
+        {{"do", "title", "a", "b"}, 2, "usage: tarnwick do"},
+        {{"--json"}, 2, "--json does not go with display"},
+        {{"status", "--limit", "2"}, 2, "--limit does not go with status"},
     };
     for (const auto& row : rows) {
         const Result result = run(row.arguments);
@@ -94,32 +74,6 @@ TEST_F(ProgramTest, ExitCodesMeanSomething) {
         EXPECT_THAT(result.err, HasSubstr(row.says)) << line;
         EXPECT_LE(std::count(result.err.begin(), result.err.end(), '\n'), 1) << line << ": " << result.err;
         EXPECT_EQ(result.out.isEmpty(), row.code != 0 || row.arguments.front() == "do") << line;
-    }
-}
-
-TEST_F(ProgramTest, EveryTextRunsOnTheDemo) {
-    const QStringList demo{"--source", "demo"};
-    const auto isPlaying = [&](const QString& text) {
-        // Each run begins stopped, so the transport is started in the same script.
-        return QStringLiteral("tell application \"Music\" to play\n") + text;
-    };
-    const Result facts = script(isPlaying(scripts::nowPlaying()), demo);
-    EXPECT_EQ(facts.code, 0) << facts.err;
-    EXPECT_EQ(facts.json().toArray().size(), 20);
-    EXPECT_EQ(facts.json().toArray()[11].toString(), "playing");
-    EXPECT_EQ(script(scripts::nowPlaying(), demo).json().toArray()[11].toString(), "stopped");
-    EXPECT_GE(script(isPlaying(scripts::tracksByDisc()), demo).json().toArray().size(), 1);
-    EXPECT_EQ(script(scripts::getVolume(), demo).json().toInt(), 60);
-    EXPECT_EQ(script(scripts::setVolume(0.425) + "\n" + scripts::getVolume(), demo).json().toInt(), 42);
-    EXPECT_TRUE(script(scripts::toggleShuffle(), demo).json().toBool());
-    EXPECT_FALSE(script(scripts::getShuffle(), demo).json().toBool(true));
-    EXPECT_TRUE(script(scripts::playlistNames(), demo).json().toArray().contains("Musica"));
-    EXPECT_TRUE(script(isPlaying(scripts::discNumber()), demo).json().isDouble());
-    for (const QString& text :
-         {scripts::playPause(), scripts::nextTrack(), scripts::previousTrack(), scripts::currentPlaylist(),
-          scripts::trackLocation(), scripts::playPlaylist("Musica"), scripts::startupPlaylist()}) {
-        const Result result = script(text, demo);
-        EXPECT_EQ(result.code, 0) << text.toStdString() << result.err;
     }
 }
 
@@ -154,50 +108,34 @@ protected:
 
     void SetUp() override {
         environment.insert("DBUS_SESSION_BUS_ADDRESS", bus.address());
-        makeTrack("01.flac", title, 1, 220);
-        makeTrack("02.flac", "Seconda", 2, 330);
-        makeCover();
-        player.setProcessEnvironment(environment);
-        player.start("mpv", {"--no-config", "--ao=null", "--no-video", "--really-quiet", "--volume=80",
-                             "--script=/usr/lib/mpv-mpris/mpris.so", home.filePath("01.flac"),
-                             home.filePath("02.flac")});
-        ASSERT_TRUE(player.waitForStarted());
+        const auto make = [this](const QString& file, const QString& name, int number) {
+            return makeSound(home.filePath(file),
+                             {{"title", name},
+                              {"artist", "Ada Ferri"},
+                              {"album", "Prove d'autore"},
+                              {"track", QString::number(number)},
+                              {"date", "2021"}},
+                             240);
+        };
+        ASSERT_TRUE(make("01.flac", title, 1) && make("02.flac", "Seconda", 2));
+        writeFile(home.filePath("cover.png"), encoded(plainPicture(Qt::darkCyan, {600, 600})));
+        ASSERT_TRUE(player.start("mpv", {"--no-config", "--ao=null", "--no-video", "--really-quiet",
+                                         "--volume=80", "--script=/usr/lib/mpv-mpris/mpris.so",
+                                         home.filePath("01.flac"), home.filePath("02.flac")}));
         ASSERT_TRUE(waitForTitle(title));
     }
-    void TearDown() override {
-        player.kill();
-        player.waitForFinished();
-    }
 
-    void makeTrack(const QString& file, const QString& name, int number, int tone) {
-        ffmpeg({"-f", "lavfi", "-i", QStringLiteral("sine=frequency=%1:duration=240").arg(tone), "-metadata",
-                "title=" + name, "-metadata", "artist=Ada Ferri", "-metadata", "album=Prove d'autore",
-                "-metadata", QStringLiteral("track=%1").arg(number), "-metadata", "date=2021",
-                home.filePath(file)});
-    }
-    void makeCover() {
-        ffmpeg({"-f", "lavfi", "-i", "color=c=teal:s=600x600", "-frames:v", "1", home.filePath("cover.png")});
-    }
-    static void ffmpeg(const QStringList& arguments) {
-        ASSERT_EQ(QProcess::execute("ffmpeg", QStringList{"-loglevel", "error", "-y"} + arguments), 0);
-    }
-
-    QJsonObject status() { return run({"status", "--json"}).json().toObject(); }
+    QJsonObject status() { return json(run({"status", "--json"})).toObject(); }
 
     bool waitForStatus(const std::function<bool(const QJsonObject&)>& wanted) {
-        QElapsedTimer timer;
-        timer.start();
-        while (timer.elapsed() < 20'000)
-            if (wanted(status()))
-                return true;
-        return false;
+        return QTest::qWaitFor([&] { return wanted(status()); }, 20'000);
     }
     bool waitForTitle(const QString& name) {
         return waitForStatus([&](const QJsonObject& now) { return now["currentTrackTitle"] == name; });
     }
 
     PrivateBus bus;
-    QProcess player;
+    RealPlayer player{bus.address()};
 };
 
 TEST_F(RealPlayerTest, IsShownAndDriven) {
@@ -225,25 +163,24 @@ TEST_F(RealPlayerTest, IsShownAndDriven) {
     EXPECT_TRUE(waitForTitle(title));
 
     const Result facts = run({"script", "-", "--json"}, scripts::nowPlaying().toUtf8());
-    EXPECT_EQ(facts.json().toArray()[0].toString(), title);
-    EXPECT_EQ(facts.json().toArray()[14].toArray().size(), 2) << "a script sees the whole album";
-    EXPECT_EQ(facts.json().toArray().size(), 20);
+    EXPECT_EQ(json(facts).toArray()[0].toString(), title);
+    EXPECT_EQ(json(facts).toArray()[14].toArray().size(), 2) << "a script sees the whole album";
+    EXPECT_EQ(json(facts).toArray().size(), 20);
 }
 
 TEST_F(RealPlayerTest, ThatHangsBlocksNobody) {
-    ASSERT_EQ(QProcess::execute("kill", {"-STOP", QString::number(player.processId())}), 0);
+    player.suspend();
     QElapsedTimer timer;
     timer.start();
     run({"status"});
     EXPECT_EQ(run({"do", "next"}).code, 1);
     EXPECT_LT(timer.elapsed(), 15'000);
-    ASSERT_EQ(QProcess::execute("kill", {"-CONT", QString::number(player.processId())}), 0);
+    player.resume();
     EXPECT_TRUE(waitForTitle(title));
 }
 
 TEST_F(RealPlayerTest, ThatIsGoneIsSaidToBe) {
     player.kill();
-    player.waitForFinished();
     EXPECT_TRUE(waitForStatus([](const QJsonObject& now) { return now["player"].isNull(); }));
     const Result result = run({"do", "next"});
     EXPECT_EQ(result.code, 1);
