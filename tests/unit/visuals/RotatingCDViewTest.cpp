@@ -2,9 +2,8 @@
 #include "platform/dispatch/VirtualDispatcher.h"
 #include "visuals/RotatingCDLayerView.h"
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QQuickWindow>
+#include <QTest>
 #include <gtest/gtest.h>
 
 #include <numbers>
@@ -16,14 +15,6 @@ using namespace std::chrono_literals;
 namespace {
 
 DiscImage disc(const char* name) { return DiscImage::named(Catalogue::shared(), QLatin1String(name)); }
-
-template <typename Condition>
-bool waitFor(Condition condition) {
-    const QDeadlineTimer deadline(5000);
-    while (!condition() && !deadline.hasExpired())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
-    return condition();
-}
 
 class RotatingCDViewTest : public testing::Test {
 protected:
@@ -40,9 +31,7 @@ protected:
     int framesIn(std::chrono::milliseconds span) {
         QCoreApplication::processEvents();
         frames = 0;
-        const QDeadlineTimer end(span);
-        while (!end.hasExpired())
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
+        QTest::qWait(static_cast<int>(span.count()));
         return frames;
     }
 
@@ -64,8 +53,13 @@ TEST_F(RotatingCDViewTest, TurnsWhilePlayingAndStopsWhereItIs) {
     EXPECT_TRUE(view.view()->isRotating());
     clock.advance(325ms);
     EXPECT_NEAR(layer().rotation(), 90, 1e-6);
+    clock.advance(1300ms * 1'000'000);
+    EXPECT_NEAR(layer().rotation(), 90, 1e-6) << "a million turns later";
     view.setIsPlaying(false);
     clock.advance(10s);
+    view.setRotateCDDuringPlayback(false); // stops it once more
+    clock.advance(10s);
+    view.setRotateCDDuringPlayback(true);
     EXPECT_NEAR(view.view()->angle(), -std::numbers::pi / 2, 1e-9);
     EXPECT_NEAR(layer().rotation(), 90, 1e-6);
     view.setIsPlaying(true);
@@ -104,12 +98,12 @@ TEST_F(RotatingCDViewTest, DrawsFramesOnlyWhileItTurns) {
     view.setClock(nullptr);
     QObject::connect(&window, &QQuickWindow::frameSwapped, &window, [&] { ++frames; });
     window.show();
-    ASSERT_TRUE(waitFor([&] { return frames > 0; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return frames > 0; }));
     view.setRotateCDDuringPlayback(true);
     view.setIsPlaying(true);
     const auto* picture = layer().picture().get();
     frames = 0;
-    ASSERT_TRUE(waitFor([&] { return frames > 5; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return frames > 5; }));
     EXPECT_EQ(layer().picture().get(), picture);
 
     view.setIsPlaying(false);
@@ -131,7 +125,7 @@ TEST(RotatingCDView, TurnsInAWindowThatIsShownLater) {
     int frames = 0;
     QObject::connect(&window, &QQuickWindow::frameSwapped, &window, [&] { ++frames; });
     window.show();
-    EXPECT_TRUE(waitFor([&] { return frames > 5; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return frames > 5; }));
 }
 
 } // namespace tarnwick

@@ -30,48 +30,38 @@ struct Place {
     QRect expected;
 };
 
-class BroughtOntoScreen : public testing::TestWithParam<Place> {};
-
-TEST_P(BroughtOntoScreen, LeavesWhatCanBeReachedAndMovesTheRest) {
-    const Place& place = GetParam();
-    EXPECT_EQ(broughtOntoScreen(place.stored, place.screens), place.expected) << place.what;
+TEST(Frames, WhatCanBeReachedIsLeftAndTheRestBroughtOntoAScreen) {
+    const Place places[] = {
+        {"in its place", {100, 100, 1200, 600}, {screen}, {100, 100, 1200, 600}},
+        {"half outside is where the user put it", {1400, 100, 1200, 600}, {screen}, {1400, 100, 1200, 600}},
+        {"its screen is gone", {2000, 300, 1200, 600}, {screen}, {720, 300, 1200, 600}},
+        {"its screen is there", {2000, 300, 1200, 600}, {screen, right}, {2000, 300, 1200, 600}},
+        {"a sliver is left", {1900, 100, 1200, 600}, {screen}, {720, 100, 1200, 600}},
+        {"above everything", {100, -590, 1200, 600}, {screen}, {100, 0, 1200, 600}},
+        {"larger than any screen", {0, 0, 3840, 1920}, {screen}, {0, 0, 1920, 960}},
+        {"no screen at all", {5, 5, 10, 10}, {}, {5, 5, 10, 10}},
+    };
+    for (const Place& place : places)
+        EXPECT_EQ(broughtOntoScreen(place.stored, place.screens), place.expected) << place.what;
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Places, BroughtOntoScreen,
-    testing::Values(
-        Place{"in its place", {100, 100, 1200, 600}, {screen}, {100, 100, 1200, 600}},
-        Place{"half outside is where the user put it",
-              {1400, 100, 1200, 600},
-              {screen},
-              {1400, 100, 1200, 600}},
-        Place{"its screen is gone", {2000, 300, 1200, 600}, {screen}, {720, 300, 1200, 600}},
-        Place{"its screen is there", {2000, 300, 1200, 600}, {screen, right}, {2000, 300, 1200, 600}},
-        Place{"a sliver is left", {1900, 100, 1200, 600}, {screen}, {720, 100, 1200, 600}},
-        Place{"above everything", {100, -590, 1200, 600}, {screen}, {100, 0, 1200, 600}},
-        Place{"larger than any screen", {0, 0, 3840, 1920}, {screen}, {0, 0, 1920, 960}},
-        Place{"no screen at all", {5, 5, 10, 10}, {}, {5, 5, 10, 10}}));
 
 struct Resize {
     const char* what;
     QSize now, before, expected;
 };
 
-class InProportion : public testing::TestWithParam<Resize> {};
-
-TEST_P(InProportion, FollowsTheSideThatTheUserMoved) {
-    const Resize& resize = GetParam();
-    EXPECT_EQ(inProportion(resize.now, resize.before, QSize(2, 1), screen.size()), resize.expected)
-        << resize.what;
+TEST(Frames, AProportionFollowsTheSideThatTheUserMoved) {
+    const Resize resizes[] = {
+        {"wider", {1400, 600}, {1200, 600}, {1400, 700}},
+        {"narrower", {800, 600}, {1200, 600}, {800, 400}},
+        {"higher", {1200, 700}, {1200, 600}, {1400, 700}},
+        {"a corner, mostly down", {1210, 800}, {1200, 600}, {1600, 800}},
+        {"higher than the screen is wide", {1200, 1000}, {1200, 600}, {1920, 960}},
+    };
+    for (const Resize& resize : resizes)
+        EXPECT_EQ(inProportion(resize.now, resize.before, QSize(2, 1), screen.size()), resize.expected)
+            << resize.what;
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Resizes, InProportion,
-    testing::Values(Resize{"wider", {1400, 600}, {1200, 600}, {1400, 700}},
-                    Resize{"narrower", {800, 600}, {1200, 600}, {800, 400}},
-                    Resize{"higher", {1200, 700}, {1200, 600}, {1400, 700}},
-                    Resize{"a corner, mostly down", {1210, 800}, {1200, 600}, {1600, 800}},
-                    Resize{"higher than the screen is wide", {1200, 1000}, {1200, 600}, {1920, 960}}));
 
 TEST(Frames, FirstPlaceIsTheMiddle) {
     EXPECT_EQ(centred(QSize(1200, 600), screen), QRect(360, 240, 1200, 600));
