@@ -218,7 +218,7 @@ TEST(MusicTexts, DoWhatTheyAreFor) {
         {scripts::startupPlaylist(), "-- given: not running\n-- expect: launch\n-- expect: delay: 2\n"
                                      "-- expect: play user playlist \"Musica\""},
         {scripts::getVolume(), "-- expect reply: 30"},
-        {scripts::setVolume(0.42), "-- expect: set sound volume to 42\n-- expect reply: 42"},
+        {scripts::setVolume(0.999), "-- expect: set sound volume to 99\n-- expect reply: 99"},
         {scripts::getShuffle(), "-- expect reply: false"},
         {scripts::toggleShuffle(), "-- expect: set shuffle enabled to true\n-- expect reply: true"},
         {scripts::playPlaylist("Jazz \"live\""), R"(-- expect: play user playlist "Jazz \"live\"")"},
