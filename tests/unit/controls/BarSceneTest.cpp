@@ -58,8 +58,9 @@ TEST_F(BarSceneTest, ThePointerShowsTheBarAndAButtonSaysWhatItDoesOnceItHasReste
         EXPECT_TRUE(waitFor(shown)) << tip;
         EXPECT_EQ(item->opacity(), 1) << tip;
         EXPECT_TRUE(controls->showTrackControls() && controls->isHovered());
+        EXPECT_EQ(controls->hoveredButton(), button);
         QTest::mouseMove(window.get(), QPoint(20, 20));
-        EXPECT_TRUE(waitFor([&] { return !shown() && !controls->isHovered(); })) << tip;
+        EXPECT_TRUE(waitFor([&] { return !shown() && controls->hoveredButton().isEmpty(); })) << tip;
     }
 }
 

@@ -1,4 +1,5 @@
 #include "platform/dispatch/VirtualDispatcher.h"
+#include "platform/windows/KeyCodes.h"
 #include "platform/windows/QtWindowSystem.h"
 
 #include <QGuiApplication>
@@ -152,6 +153,14 @@ TEST_F(QtWindowTest, FloatsAndSinksAgain) {
     EXPECT_TRUE(qWindow->flags().testFlag(Qt::WindowStaysOnTopHint));
     window.setLevel(Level::Normal);
     EXPECT_FALSE(qWindow->flags().testFlag(Qt::WindowStaysOnTopHint));
+}
+
+TEST(KeyCodes, KnownKeysHaveTheirHardwareCode) {
+    EXPECT_EQ(hardwareKeyCode(Qt::Key_Return), 36);
+    EXPECT_EQ(hardwareKeyCode(Qt::Key_Escape), 53);
+    EXPECT_EQ(hardwareKeyCode(Qt::Key_Down), 125);
+    EXPECT_EQ(hardwareKeyCode(Qt::Key_Up), 126);
+    EXPECT_EQ(hardwareKeyCode(Qt::Key_Q), std::nullopt);
 }
 
 } // namespace
