@@ -6,6 +6,7 @@
 #include <QProcessEnvironment>
 #include <QString>
 #include <QTemporaryDir>
+#include <sys/wait.h>
 
 #include <csignal>
 #include <utility>
@@ -63,8 +64,13 @@ public:
     }
     QByteArray output() { return m_process.readAll(); }
 
-    /// Stops answering, as a program that hangs does.
-    void suspend() { ::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP); }
+    /// Stops answering, as a program that hangs does; on a busy machine its threads may take a moment.
+    void suspend() {
+        const auto id = static_cast<id_t>(m_process.processId());
+        ::kill(static_cast<pid_t>(id), SIGSTOP);
+        siginfo_t stopped{};
+        EXPECT_EQ(::waitid(P_PID, id, &stopped, WSTOPPED | WNOWAIT | __WALL), 0);
+    }
     void resume() {
         if (m_process.processId() > 0)
             ::kill(static_cast<pid_t>(m_process.processId()), SIGCONT);

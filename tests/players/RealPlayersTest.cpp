@@ -72,6 +72,16 @@ struct RealPlayersTest : MprisFixture {
         EXPECT_EQ(probe->library(terms::DiscNumber), (QStringList{"1", "1", "2"}));
     }
 
+    /// Tries for some seconds.
+    static bool probeUntil(const std::function<bool()>& attempt) {
+        const auto end = std::chrono::steady_clock::now() + 5s;
+        while (!attempt()) {
+            if (std::chrono::steady_clock::now() > end)
+                return false;
+        }
+        return true;
+    }
+
     bool startMpv() {
         const QString plugin = "/usr/lib/mpv-mpris/mpris.so";
         return real.start("mpv", QStringList{"--no-config", "--ao=null", "--no-video", "--volume=50",
@@ -172,16 +182,15 @@ TEST_F(RealPlayersTest, MpdIsFollowedThroughItsBridge) {
                                        "\nmusic_dir = " + musicFolder + "\n[Bling]\nnotify = False\n");
     ASSERT_TRUE(real.start("mpd", {"--no-daemon", real.home() + "/mpd.conf"}));
     QTcpSocket wire;
-    start();
-    const auto answers = [&] {
+    ASSERT_TRUE(probeUntil([&] {
         wire.connectToHost(QHostAddress::LocalHost, port.toUShort());
         return wire.waitForConnected(200) && wire.waitForReadyRead(1000);
-    };
-    ASSERT_TRUE(eventually(answers, 5s));
+    }));
     wire.write("update\nadd \"Lontano, è/CD1\"\nplay\n");
     wire.waitForBytesWritten();
     RealPlayer bridge{bus.address()};
     ASSERT_TRUE(bridge.start("mpDris2", {"--config=" + real.home() + "/mpDris2.conf"}));
+    start();
     QElapsedTimer asked;
     asked.start();
     ASSERT_TRUE(probe->eventually(
