@@ -49,7 +49,7 @@ TEST_F(WebCoversTest, FollowAFewRedirections) {
 TEST_F(WebCoversTest, ThatDoNotComeOrAreNoneLeaveTheTrackWithout) {
     web.serve("/text", "no picture");
     web.serveRaw("/gone", "HTTP/1.1 404 Not Found\r\nConnection: close\r\nContent-Length: 0\r\n\r\n");
-    web.serve("/huge", QByteArray(21 * 1024 * 1024, 'x'));
+    web.serve("/huge", picture(qRgb(1, 2, 3)) + QByteArray(21 * 1024 * 1024, 'x'));
     start();
     int number = 0;
     for (const QString& address : {web.url("/text"), web.url("/gone"), web.url("/huge"), web.url("/never"),

@@ -75,7 +75,9 @@ std::vector<Track> readAlbum(const Track& current, const Track& inFile, TagCache
     for (const QString& folder : foldersOf(current.path)) {
         const QDir directory(folder);
         const int disc = discOfFolder(directory.dirName());
-        for (const QString& name : filesIn(folder)) {
+        const QStringList names = filesIn(folder);
+        tracks.reserve(tracks.size() + static_cast<std::size_t>(std::min(names.size(), maximumFiles)));
+        for (const QString& name : names) {
             if (isUnwanted() || ++files > maximumFiles)
                 break;
             const QString path = folder + u'/' + name;

@@ -28,7 +28,6 @@
 
 #include <algorithm>
 #include <array>
-#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -103,19 +102,27 @@ QString textOf(const TagLib::String& text) {
         .trimmed();
 }
 
+/// Whether a text of TagLib's is `key`.
+bool isKey(const TagLib::String& text, std::string_view key) {
+    return text.size() == key.size() &&
+           std::equal(key.begin(), key.end(), text.begin(),
+                      [](char a, wchar_t b) { return static_cast<wchar_t>(a) == b; });
+}
+
 /// The tag's entries. Looking one up in TagLib's own map folds letter case anew each time.
 class Entries {
 public:
     explicit Entries(const TagLib::PropertyMap& properties) {
+        m_entries.reserve(properties.size());
         for (const auto& [key, values] : properties)
-            m_entries.emplace_back(key.to8Bit(), &values);
+            m_entries.emplace_back(&key, &values);
     }
 
     /// The values of the first of `keys` that there is, with ", " between them.
     QString text(std::initializer_list<std::string_view> keys) const {
         for (const std::string_view key : keys) {
             const auto entry = std::find_if(m_entries.begin(), m_entries.end(),
-                                            [&](const auto& known) { return known.first == key; });
+                                            [&](const auto& known) { return isKey(*known.first, key); });
             if (entry == m_entries.end())
                 continue;
             QStringList texts;
@@ -133,7 +140,7 @@ public:
     }
 
 private:
-    std::vector<std::pair<std::string, const TagLib::StringList*>> m_entries;
+    std::vector<std::pair<const TagLib::String*, const TagLib::StringList*>> m_entries;
 };
 
 /// The number that a text begins with; 0 without one.
