@@ -92,6 +92,9 @@ public:
     /// Makes `source` the shared instance until it is destroyed.
     static void setShared(MusicSource* source);
 
+    /// Whether something plays of which there is no cover, or none yet.
+    bool isWithoutCover() const { return m_isPlayerActive && m_currentAlbumArtwork == m_parts.noCover; }
+
     /// Refreshes whenever `music` announces a change, until the source is destroyed.
     void follow(musicapp::MusicApplication& music);
 

@@ -110,6 +110,11 @@ void BackgroundManager::publishNext() {
 }
 
 void BackgroundManager::publish(BackgroundOption style, const BackgroundColours& found) {
+    assignColours(style, found);
+    Q_EMIT published();
+}
+
+void BackgroundManager::assignColours(BackgroundOption style, const BackgroundColours& found) {
     const bool plain = style == BackgroundOption::Black || style == BackgroundOption::White;
     if (plain || found == fallbackColours()) {
         setGradient(found.gradient, found.text);

@@ -50,6 +50,9 @@ public:
     /// The colours to paint behind everything, top to bottom, while `option` is the preference.
     std::vector<Colour> paintedColors(BackgroundOption option) const;
 
+    /// Whether everything that was asked for is published, the text colour apart.
+    bool isSettled() const { return m_requests.empty(); }
+
     /// The style that `random` stands for; none until one is drawn. Setting it to none makes the next
     /// call draw anew.
     std::optional<BackgroundOption> lastRandomChoice;
@@ -65,6 +68,8 @@ Q_SIGNALS:
     void gradientColorsChanged();
     void dynamicTextColorChanged();
     void darkGradientColorsChanged();
+    /// What was asked for is published, whether or not it is another than before.
+    void published();
 
 private:
     /// A cover and a style.
@@ -80,6 +85,7 @@ private:
     Found coloursOf(BackgroundOption style, const std::optional<images::Image>& cover);
     void publishNext();
     void publish(BackgroundOption style, const BackgroundColours& colours);
+    void assignColours(BackgroundOption style, const BackgroundColours& colours);
     void setGradient(const std::vector<Colour>& colours, const Colour& textColor);
     void assignGradient(const std::vector<Colour>& colours, bool always);
     void assignDarkPair(const std::vector<Colour>& colours);

@@ -17,6 +17,7 @@ constexpr auto slideDuration = 700ms;
 constexpr auto albumWriteBackDelay = 500ms;
 constexpr auto hoverDuration = 200ms;
 constexpr auto discChoiceDelay = 200ms;
+constexpr auto coverPatience = 3s; // in which a cover comes, from the web too
 constexpr double fullTurn = 360;
 constexpr double coverRadius = 8;
 
@@ -94,8 +95,8 @@ void TarnwickView::watchTheModel() {
 
 void TarnwickView::watchTheSettings() {
     connect(&m_parts.settings, &Settings::backgroundOptionChanged, this, [this] {
+        m_hasCoversColours = false; // whose colours shall not stay
         applyBackground();
-        Q_EMIT paintedColorsChanged();
     });
     const Settings* settings = &m_parts.settings;
     connect(settings, &Settings::rotateCDDuringPlaybackChanged, this, [this, settings] {
@@ -111,10 +112,8 @@ void TarnwickView::watchTheSettings() {
     connect(settings, &Settings::useGeneratedCDChanged, this, [this] { refreshRecordImage(false); });
     connect(&m_rotatingCDManager, &RotatingCDManager::cdImageChanged, this, &TarnwickView::recordChanged);
     connect(&m_parts.windows, &windows::WindowSystem::updateAppIcon, this, [this] { applyDockIcon(); });
-    connect(&m_parts.backgroundManager, &BackgroundManager::gradientColorsChanged, this,
-            &TarnwickView::paintedColorsChanged);
-    connect(&m_parts.backgroundManager, &BackgroundManager::darkGradientColorsChanged, this,
-            &TarnwickView::paintedColorsChanged);
+    connect(&m_parts.backgroundManager, &BackgroundManager::published, this, &TarnwickView::takeColours);
+    takeColours();
 }
 
 void TarnwickView::trackChanged() {
@@ -127,6 +126,8 @@ void TarnwickView::trackChanged() {
     drawRandomFonts();
     if (previous != album)
         albumChanged();
+    else if (m_recordAlbum != album) // there and back before what was shown had been written down
+        refreshRecordImage(true);
     later(albumWriteBackDelay, [this, name = source.currentAlbumName()] {
         m_transaction.withoutAnimation([&] { m_parts.musicSource.setPreviousAlbumTitle(name); });
     });
@@ -165,8 +166,25 @@ void TarnwickView::slideRecordAwayAndBack() {
 }
 
 void TarnwickView::applyBackground() {
-    m_parts.backgroundManager.applyBackground(m_parts.settings.backgroundOption(),
-                                              m_parts.musicSource.currentAlbumArtwork());
+    if (awaitsCover())
+        return;
+    const auto& cover = m_parts.musicSource.currentAlbumArtwork();
+    m_hasCoversColours = cover.has_value();
+    m_parts.backgroundManager.applyBackground(m_parts.settings.backgroundOption(), cover);
+}
+
+/// Whether the cover may still come, so that the colours of the one before stay.
+bool TarnwickView::awaitsCover() {
+    if (!m_parts.musicSource.isWithoutCover()) {
+        m_withoutCoverSince.reset();
+        return false;
+    }
+    const dispatch::Instant now = m_parts.dispatcher.now();
+    if (!m_withoutCoverSince) {
+        m_withoutCoverSince = now;
+        later(coverPatience, [this] { applyBackground(); });
+    }
+    return m_hasCoversColours && now - *m_withoutCoverSince < coverPatience;
 }
 
 void TarnwickView::drawRandomFonts() {
@@ -311,11 +329,16 @@ void TarnwickView::setReducedMotion(bool reduced) {
     assign(m_reducedMotion, reduced, &TarnwickView::reducedMotionChanged);
 }
 
-QList<QColor> TarnwickView::paintedColors() const {
+/// Colours that are still being looked for leave those before them, and so does the end of the music, until
+/// the logo has come.
+void TarnwickView::takeColours() {
+    const bool isHeld = !m_parts.musicSource.isPlayerActive() && !m_paintedColors.isEmpty();
+    if (isHeld || !m_parts.backgroundManager.isSettled())
+        return;
     QList<QColor> colors;
     for (const Colour& colour : m_parts.backgroundManager.paintedColors(m_parts.settings.backgroundOption()))
         colors.append(colour.toQColor());
-    return colors;
+    assign(m_paintedColors, colors, &TarnwickView::paintedColorsChanged);
 }
 
 void TarnwickView::setFlipped(bool flipped) {

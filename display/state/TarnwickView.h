@@ -169,7 +169,8 @@ public:
     Picture cassetteImage() const { return m_cassetteImage; }
     const DiscImage& cdImage() const { return m_cdImage; }
     const DiscImage& currentRandomImage() const { return m_currentRandomImage; }
-    QList<QColor> paintedColors() const;
+    /// To be painted behind everything, from top to bottom.
+    const QList<QColor>& paintedColors() const { return m_paintedColors; }
     bool isFullscreen() const { return m_isFullscreen; }
     bool showTrackControls() const { return m_controls.showTrackControls(); }
     bool isHovered() const { return m_controls.isHovered(); }
@@ -227,6 +228,8 @@ private:
     void slideRecordAwayAndBack();
     void drawRandomFonts();
     void applyBackground();
+    bool awaitsCover();
+    void takeColours();
     void applyDockIcon();
     void takeFolderPicture(const FolderPicture& found);
     void chooseRecord(const RecordRequest& request);
@@ -261,8 +264,12 @@ private:
     DiscImage m_cdImage;
     DiscImage m_currentRandomImage;
     std::optional<images::Image> m_cassetteImage;
+    QString m_recordAlbum;         // whose record was asked for last
     quint64 m_recordOrder = 0;     // of the choice that was asked for last
     bool m_recordIsForced = false; // by a choice that was overtaken
+    QList<QColor> m_paintedColors;
+    bool m_hasCoversColours = false;                      // those of a cover, and not of none
+    std::optional<dispatch::Instant> m_withoutCoverSince; // by the dispatcher's clock
     bool m_isFullscreen = false;
     double m_rotationAngle = 0;
     bool m_isFlipped = false;

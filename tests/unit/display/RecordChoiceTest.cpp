@@ -119,6 +119,21 @@ TEST_F(RecordChoiceTest, AnOvertakenLookIntoAFolderShowsNothingButIsStillForced)
     EXPECT_NE(view->currentRandomImage(), before) << "with this seed another disc is drawn";
 }
 
+TEST_F(RecordChoiceTest, AnAlbumThatIsLeftAndFoundAgainAtOnceHasItsOwnRecord) {
+    lieIn("a", {"cd.png"});
+    play(album("Lontano", "Uno"));
+    dispatcher.advance(2s);
+    EXPECT_EQ(view->cdImage(), DiscImage::of(*pictureOf("cd.png")));
+    lieIn("b", {"cassette.png"});
+    play(album("Vicino", "Due"));
+    dispatcher.advance(300ms); // before the album is written down
+    lieIn("a", {});
+    play(album("Lontano", "Tre"));
+    dispatcher.advance(6s);
+    EXPECT_EQ(view->cdImage(), DiscImage::of(*pictureOf("cd.png")));
+    EXPECT_EQ(view->cassetteImage(), Picture());
+}
+
 /// What happens to a display in a few seconds, and what it must show when all has come to rest.
 class Interleaving : public RecordChoiceTest, public testing::WithParamInterface<unsigned> {};
 
