@@ -169,7 +169,7 @@ void TarnwickView::applyBackground() {
     if (awaitsCover())
         return;
     const auto& cover = m_parts.musicSource.currentAlbumArtwork();
-    m_hasCoversColours = cover.has_value();
+    m_hasCoversColours = cover.has_value() && !m_parts.musicSource.isWithoutCover();
     m_parts.backgroundManager.applyBackground(m_parts.settings.backgroundOption(), cover);
 }
 
