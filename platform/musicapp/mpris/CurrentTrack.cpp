@@ -22,7 +22,9 @@ void CurrentTrack::follow(PlayerLink* player) {
     m_player = player;
     m_serial = 0;
     m_isLoading = false;
+    m_isFileKnown = false;
     m_isLoadingAlbum = false;
+    ++m_albumSerial;
     m_loader.cancel();
     m_details = {};
     m_patience.stop();
@@ -39,8 +41,9 @@ void CurrentTrack::beliefChanged() {
 
 void CurrentTrack::trackListChanged(PlayerLink& link) {
     link.trackList().invalidate();
-    if (&link == m_player && !m_details.file && m_serial > 0)
-        albumFromTrackList();
+    // While the file is still being sought, the album is loaded in any case as soon as that is done.
+    if (&link == m_player && m_isFileKnown && !m_details.file)
+        loadAlbum();
 }
 
 void CurrentTrack::loadDetails() {
@@ -60,14 +63,16 @@ void CurrentTrack::loadDetails() {
         m_player->playlists().refresh();
     }
     m_isLoading = true;
+    m_isFileKnown = false;
     m_isLoadingAlbum = true;
+    ++m_albumSerial;
     m_loader.load(belief.metadata, [this](const TrackDetails& details, bool isComplete) {
         detailsLoaded(details, isComplete);
     });
 }
 
 void CurrentTrack::detailsLoaded(const TrackDetails& details, bool isComplete) {
-    const bool isFirst = m_isLoading && m_isLoadingAlbum;
+    const bool isFirst = !std::exchange(m_isFileKnown, true);
     m_isLoading = !isComplete;
     const auto before = m_details.artwork;
     m_details = details;
@@ -83,21 +88,24 @@ void CurrentTrack::detailsLoaded(const TrackDetails& details, bool isComplete) {
 }
 
 void CurrentTrack::loadAlbum() {
+    m_isLoadingAlbum = true;
+    const int serial = ++m_albumSerial;
     if (!m_details.file) {
-        albumFromTrackList();
+        albumFromTrackList(serial);
         return;
     }
-    const Track current = described();
-    m_loader.loadAlbum(current, m_details.file,
-                       [this](const std::shared_ptr<const Library>& album) { albumLoaded(album); });
+    m_loader.loadAlbum(described(), m_details.file,
+                       [this, serial](const std::shared_ptr<const Library>& album) {
+                           if (serial == m_albumSerial)
+                               albumLoaded(album);
+                       });
 }
 
 /// The tracks of the current album in the player's own list, where no files can be looked at.
-void CurrentTrack::albumFromTrackList() {
-    const int serial = m_serial;
+void CurrentTrack::albumFromTrackList(int serial) {
     PlayerLink* link = m_player;
     link->trackList().refresh([this, link, serial] {
-        if (link != m_player || serial != m_serial)
+        if (serial != m_albumSerial)
             return;
         const Track& current = link->belief().metadata.track;
         std::vector<Track> tracks;

@@ -48,7 +48,7 @@ private:
     void loadDetails();
     void detailsLoaded(const TrackDetails& details, bool isComplete);
     void loadAlbum();
-    void albumFromTrackList();
+    void albumFromTrackList(int serial);
     void albumLoaded(const std::shared_ptr<const Library>& album);
 
     const std::function<void()> m_changed;
@@ -58,7 +58,9 @@ private:
     Metadata m_detailed; ///< of the same
     TrackDetails m_details;
     bool m_isLoading = false;
+    bool m_isFileKnown = false; ///< whether there is one has been found out
     bool m_isLoadingAlbum = false;
+    int m_albumSerial = 0; ///< of the album that is wanted; what comes of others is dropped
     std::shared_ptr<const Library> m_album = Library::empty();
     QTimer m_patience; ///< runs while a new album waits for its cover
 };

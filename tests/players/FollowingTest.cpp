@@ -1,0 +1,111 @@
+// Which player is followed, and what its track's album is, when players and the bus are slow, silent or late.
+
+#include "tests/fakes/RealPlayer.h"
+#include "tests/players/MprisFixture.h"
+
+#include <QDBusObjectPath>
+#include <QUrl>
+
+#include <future>
+
+namespace tarnwick {
+namespace {
+
+namespace terms = musicapp::terms;
+
+struct FollowingTest : MprisFixture {
+    bool stateBecomes(const QString& state) {
+        return probe->eventually([&] { return probe->state() == state; });
+    }
+    bool follows(const QString& name) {
+        return probe->eventually([&] { return music->playerName() == name; });
+    }
+    /// Whether `condition` holds all the time that a player would take to be believed.
+    bool stays(const std::function<bool()>& condition) {
+        return !probe->eventually([&] { return !condition(); }, 900ms);
+    }
+};
+
+// The album of the track
+
+/// Keeps what is to be done in the background from starting.
+class HeldBackground {
+public:
+    explicit HeldBackground(dispatch::Dispatcher& dispatcher) {
+        // More than there are threads, whatever the machine.
+        for (int i = 0; i < 64; ++i)
+            dispatcher.globalQueue(dispatch::QualityOfService::Background).async([end = m_end] {
+                end.wait();
+            });
+    }
+    HeldBackground(const HeldBackground&) = delete;
+    HeldBackground& operator=(const HeldBackground&) = delete;
+    ~HeldBackground() { release(); }
+
+    void release() {
+        if (!std::exchange(m_isReleased, true))
+            m_promise.set_value();
+    }
+
+private:
+    std::promise<void> m_promise;
+    const std::shared_future<void> m_end{m_promise.get_future()};
+    bool m_isReleased = false;
+};
+
+struct AlbumTest : FollowingTest {
+    const QStringList names{"Alba", "Mattina", "Sera", "Notte"};
+
+    /// The album's files, each named like its title.
+    void SetUp() override {
+        for (int i = 0; i < names.size(); ++i)
+            ASSERT_TRUE(makeSound(pathOf(names[i]),
+                                  {{"title", names[i]},
+                                   {"artist", "Nevia"},
+                                   {"album", "Lontano"},
+                                   {"track", QString::number(i + 1)}},
+                                  1));
+    }
+    QString pathOf(const QString& title) const { return folder.filePath(title + ".flac"); }
+    QVariantMap inFolder(const QString& title, const QString& artist, const QString& album) const {
+        return metadata(
+            title, artist, album,
+            {{"xesam:url", QString::fromLatin1(QUrl::fromLocalFile(pathOf("Alba")).toEncoded())}});
+    }
+    bool libraryBecomes(const QStringList& expected) {
+        return probe->eventually([&] { return probe->library() == expected; });
+    }
+    /// A list of two of the album's titles, which the player says nothing more about.
+    static void giveTrackList(FakePlayer& player) {
+        QList<QDBusObjectPath> ids{QDBusObjectPath("/track/1"), QDBusObjectPath("/track/2")};
+        player.put({{"Tracks", QVariant::fromValue(ids)}}, ".TrackList");
+        player.answer("GetTracksMetadata", [](const QDBusMessage& call) {
+            return call.createReply(QVariant::fromValue(QList<QVariantMap>{
+                metadata("Alba", "Nevia", "Lontano"), metadata("Mattina", "Nevia", "Lontano")}));
+        });
+    }
+};
+
+struct AlbumTestWithDelay : AlbumTest, testing::WithParamInterface<std::chrono::milliseconds> {};
+
+TEST_P(AlbumTestWithDelay, AListThatChangesWhileTheFileIsReadDoesNotReplaceTheFolder) {
+    const auto player = makePlayer("first", playing(metadata("Prima", "Altri", "Altro")));
+    start();
+    giveTrackList(*player);
+    ASSERT_TRUE(music->waitUntilComplete(3s));
+    HeldBackground held(dispatcher);
+    player->signal({{"Metadata", inFolder("Alba", "Nevia", "Lontano")}});
+    ASSERT_TRUE(titleBecomes("Alba"));
+    player->setDelay(GetParam());
+    player->emitSignal("org.mpris.MediaPlayer2.TrackList", "TrackAdded",
+                       {metadata("Alba", "Nevia", "Lontano"), QVariant::fromValue(QDBusObjectPath("/"))});
+    EXPECT_TRUE(stays([&] { return probe->library() != names; })) << "nothing of the folder is known yet";
+    held.release();
+    EXPECT_TRUE(libraryBecomes(names));
+    EXPECT_TRUE(stays([&] { return probe->library() == names; }));
+}
+
+INSTANTIATE_TEST_SUITE_P(Lists, AlbumTestWithDelay, testing::Values(0ms, 600ms));
+
+} // namespace
+} // namespace tarnwick
