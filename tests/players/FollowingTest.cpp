@@ -107,5 +107,18 @@ TEST_P(AlbumTestWithDelay, AListThatChangesWhileTheFileIsReadDoesNotReplaceTheFo
 
 INSTANTIATE_TEST_SUITE_P(Lists, AlbumTestWithDelay, testing::Values(0ms, 600ms));
 
+TEST_F(AlbumTest, AnAlbumThatIsNamedLateIsLoadedAgain) {
+    const auto player = makePlayer("first", playing(inFolder("Alba.flac", "", "")));
+    start();
+    EXPECT_TRUE(libraryBecomes(names));
+    ASSERT_TRUE(music->waitUntilComplete(3s));
+    player->signal({{"Metadata", inFolder("Alba", "Nevia", "Lontano (Deluxe)")}});
+    EXPECT_TRUE(probe->eventually([&] { return probe->album() == "Lontano (Deluxe)"; }));
+    EXPECT_TRUE(libraryBecomes(names));
+    player->signal({{"Metadata", inFolder("Alba", "Nevia", "Lontano")}});
+    EXPECT_TRUE(probe->eventually([&] { return probe->album() == "Lontano"; }));
+    EXPECT_TRUE(libraryBecomes(names));
+}
+
 } // namespace
 } // namespace tarnwick

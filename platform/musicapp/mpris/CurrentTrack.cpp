@@ -33,10 +33,17 @@ void CurrentTrack::follow(PlayerLink* player) {
 void CurrentTrack::beliefChanged() {
     const Belief& belief = m_player->belief();
     if (belief.trackSerial != m_serial || belief.metadata.url != m_detailed.url ||
-        belief.metadata.artUrl != m_detailed.artUrl)
+        belief.metadata.artUrl != m_detailed.artUrl) {
         loadDetails();
-    else
-        m_detailed = belief.metadata;
+        return;
+    }
+    m_detailed = belief.metadata;
+    if (!m_isFileKnown)
+        return;
+    // Some players name the album a good while after the file.
+    const Track current = described();
+    if (current.name != m_albumOf.name || current.album != m_albumOf.album)
+        loadAlbum();
 }
 
 void CurrentTrack::trackListChanged(PlayerLink& link) {
@@ -89,12 +96,13 @@ void CurrentTrack::detailsLoaded(const TrackDetails& details, bool isComplete) {
 
 void CurrentTrack::loadAlbum() {
     m_isLoadingAlbum = true;
+    m_albumOf = described();
     const int serial = ++m_albumSerial;
     if (!m_details.file) {
         albumFromTrackList(serial);
         return;
     }
-    m_loader.loadAlbum(described(), m_details.file,
+    m_loader.loadAlbum(m_albumOf, m_details.file,
                        [this, serial](const std::shared_ptr<const Library>& album) {
                            if (serial == m_albumSerial)
                                albumLoaded(album);

@@ -60,6 +60,7 @@ private:
     bool m_isLoading = false;
     bool m_isFileKnown = false; ///< whether there is one has been found out
     bool m_isLoadingAlbum = false;
+    Track m_albumOf;       ///< the track that the album was wanted for last, as it was described then
     int m_albumSerial = 0; ///< of the album that is wanted; what comes of others is dropped
     std::shared_ptr<const Library> m_album = Library::empty();
     QTimer m_patience; ///< runs while a new album waits for its cover
