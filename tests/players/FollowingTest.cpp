@@ -1,9 +1,13 @@
 // Which player is followed, and what its track's album is, when players and the bus are slow, silent or late.
 
+#include "platform/musicapp/mpris/PlayerRoster.h"
 #include "tests/fakes/RealPlayer.h"
 #include "tests/players/MprisFixture.h"
 
+#include <QCoreApplication>
 #include <QDBusObjectPath>
+#include <QDBusServer>
+#include <QDBusVirtualObject>
 #include <QUrl>
 
 #include <future>
@@ -118,6 +122,101 @@ TEST_F(AlbumTest, AnAlbumThatIsNamedLateIsLoadedAgain) {
     player->signal({{"Metadata", inFolder("Alba", "Nevia", "Lontano")}});
     EXPECT_TRUE(probe->eventually([&] { return probe->album() == "Lontano"; }));
     EXPECT_TRUE(libraryBecomes(names));
+}
+
+// Who is there
+
+/// The bus itself as far as a roster asks it, at the other end of a wire.
+class FakeBus : public QDBusVirtualObject {
+public:
+    FakeBus() {
+        m_server.setAnonymousAuthenticationAllowed(true);
+        QObject::connect(&m_server, &QDBusServer::newConnection, this, [this](const QDBusConnection& client) {
+            m_client = std::make_unique<QDBusConnection>(client);
+            m_client->registerVirtualObject("/org/freedesktop/DBus", this);
+        });
+    }
+
+    QString address() const { return m_server.address(); }
+    bool isConnected() const { return m_client != nullptr; }
+    QString introspect(const QString&) const override { return {}; }
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+        asked.append(message.member());
+        message.setDelayedReply(true);
+        if (const auto reply = answer(message))
+            connection.send(*reply);
+        return true;
+    }
+
+    std::function<std::optional<QDBusMessage>(const QDBusMessage&)> answer;
+    QStringList asked;
+
+private:
+    QDBusServer m_server{QStringLiteral("unix:tmpdir=/tmp")};
+    std::unique_ptr<QDBusConnection> m_client;
+};
+
+struct RosterTest : testing::Test {
+    dispatch::SystemDispatcher dispatcher;
+    FakeBus bus;
+    std::optional<musicapp::PlayerRoster> roster;
+    const QString connection = "tarnwick-roster-test";
+
+    static bool eventually(const std::function<bool()>& condition) {
+        const auto end = std::chrono::steady_clock::now() + 6s;
+        while (!condition() && std::chrono::steady_clock::now() < end)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 10);
+        return condition();
+    }
+    void start() {
+        const auto client = QDBusConnection::connectToPeer(bus.address(), connection);
+        ASSERT_TRUE(eventually([&] { return bus.isConnected(); }));
+        roster.emplace(client, dispatcher,
+                       musicapp::PlayerRoster::Handlers{.changed = [] {},
+                                                        .leaves = [](auto&) {},
+                                                        .trackListChanged = [](auto&) {},
+                                                        .playlistsChanged = [](auto&) {}});
+    }
+    void TearDown() override {
+        roster.reset();
+        QDBusConnection::disconnectFromPeer(connection);
+    }
+    static QDBusMessage names(const QDBusMessage& call) {
+        return call.createReply(QStringList{"org.example", "org.mpris.MediaPlayer2.first"});
+    }
+};
+
+TEST_F(RosterTest, ABusThatDoesNotAnswerInTimeIsAskedAgain) {
+    bus.answer = [&](const QDBusMessage& call) -> std::optional<QDBusMessage> {
+        if (bus.asked.count(call.member()) == 1)
+            return std::nullopt;
+        return call.member() == "ListNames" ? names(call) : call.createReply(QString(":1.7"));
+    };
+    start();
+    EXPECT_FALSE(roster->isComplete());
+    ASSERT_TRUE(eventually([&] { return roster->isComplete(); }));
+    ASSERT_EQ(roster->links().size(), 1U);
+    EXPECT_EQ(roster->links().front()->owner(), ":1.7");
+    EXPECT_EQ(bus.asked, (QStringList{"ListNames", "ListNames", "GetNameOwner", "GetNameOwner"}));
+}
+
+TEST_F(RosterTest, AnErrorIsNobodysName) {
+    bus.answer = [](const QDBusMessage& call) {
+        return call.member() == "ListNames" ? names(call)
+                                            : call.createErrorReply(QDBusError::AccessDenied, "not for you");
+    };
+    start();
+    ASSERT_TRUE(eventually([&] { return roster->isComplete(); }));
+    EXPECT_TRUE(roster->links().empty());
+}
+
+TEST_F(RosterTest, ABusThatRefusesTheListHasNone) {
+    bus.answer = [](const QDBusMessage& call) {
+        return call.createErrorReply(QDBusError::AccessDenied, "no");
+    };
+    start();
+    EXPECT_TRUE(eventually([&] { return roster->isComplete(); }));
+    EXPECT_EQ(bus.asked, QStringList{"ListNames"});
 }
 
 } // namespace

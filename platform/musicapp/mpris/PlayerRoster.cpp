@@ -4,6 +4,7 @@
 
 #include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -12,6 +13,7 @@ namespace tarnwick::musicapp {
 namespace {
 
 constexpr int timeout = 1000; // ms, of every call
+constexpr int pause = 1000;   // ms, before a bus that did not answer is asked again
 const QString namePrefix = QStringLiteral("org.mpris.MediaPlayer2.");
 const QString objectPath = QStringLiteral("/org/mpris/MediaPlayer2");
 const QString busService = QStringLiteral("org.freedesktop.DBus");
@@ -58,29 +60,39 @@ void PlayerRoster::listNames() {
     ask(QStringLiteral("ListNames"), {}, [this](const QVariant& names) {
         m_namesAreKnown = true;
         for (const QString& name : names.toStringList()) {
-            if (!isPlayerName(name))
-                continue;
-            ++m_ownersAwaited;
-            ask(QStringLiteral("GetNameOwner"), {name}, [this, name](const QVariant& owner) {
-                --m_ownersAwaited;
-                foundOwner(name, owner.toString());
-                m_handlers.changed();
-            });
+            if (isPlayerName(name))
+                findOwner(name);
         }
         m_handlers.changed();
     });
 }
 
+void PlayerRoster::findOwner(const QString& name) {
+    ++m_ownersAwaited;
+    ask(QStringLiteral("GetNameOwner"), {name}, [this, name](const QVariant& owner) {
+        --m_ownersAwaited;
+        foundOwner(name, owner.toString());
+        m_handlers.changed();
+    });
+}
+
+/// Calls `answered` with what the bus says, nothing for an error. A bus that is late is asked again.
 void PlayerRoster::ask(const QString& method, const QVariantList& arguments,
                        const std::function<void(const QVariant&)>& answered) {
     QDBusMessage message = QDBusMessage::createMethodCall(busService, QStringLiteral("/org/freedesktop/DBus"),
                                                           busService, method);
     message.setArguments(arguments);
     auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message, timeout), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [answered](QDBusPendingCallWatcher* finished) {
-        finished->deleteLater();
-        answered(finished->reply().arguments().value(0));
-    });
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [this, method, arguments, answered](QDBusPendingCallWatcher* finished) {
+                finished->deleteLater();
+                const QDBusMessage reply = finished->reply();
+                if (PlayerLink::isTimeOut(reply))
+                    QTimer::singleShot(pause, this, [=, this] { ask(method, arguments, answered); });
+                else
+                    answered(reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0)
+                                                                        : QVariant());
+            });
 }
 
 void PlayerRoster::ownerChanged(const QString& name, const QString& before, const QString& after) {
@@ -99,7 +111,7 @@ void PlayerRoster::ownerChanged(const QString& name, const QString& before, cons
 
 void PlayerRoster::foundOwner(const QString& name, const QString& owner) {
     // One program may have several names; the first is enough.
-    if (owner.isEmpty() || linkOf(owner) != nullptr)
+    if (!owner.startsWith(u':') || linkOf(owner) != nullptr)
         return;
     m_links.push_back(
         std::make_unique<PlayerLink>(m_bus, name, owner, m_dispatcher, [this] { m_handlers.changed(); }));

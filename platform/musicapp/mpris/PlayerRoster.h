@@ -46,6 +46,7 @@ private Q_SLOTS:
 private:
     void hear();
     void listNames();
+    void findOwner(const QString& name);
     void ask(const QString& method, const QVariantList& arguments,
              const std::function<void(const QVariant&)>& answered);
     void foundOwner(const QString& name, const QString& owner);
