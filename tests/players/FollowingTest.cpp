@@ -17,6 +17,11 @@ namespace {
 
 namespace terms = musicapp::terms;
 
+QVariantMap with(QVariantMap map, const QVariantMap& more) {
+    map.insert(more);
+    return map;
+}
+
 struct FollowingTest : MprisFixture {
     bool stateBecomes(const QString& state) {
         return probe->eventually([&] { return probe->state() == state; });
@@ -122,6 +127,43 @@ TEST_F(AlbumTest, AnAlbumThatIsNamedLateIsLoadedAgain) {
     player->signal({{"Metadata", inFolder("Alba", "Nevia", "Lontano")}});
     EXPECT_TRUE(probe->eventually([&] { return probe->album() == "Lontano"; }));
     EXPECT_TRUE(libraryBecomes(names));
+}
+
+// Which player counts
+
+TEST_F(FollowingTest, OneThatStartsTheLastSongOfAStoppedOneIsFollowed) {
+    const auto first = makePlayer("first", playing(metadata("Alba", "Nevia", "Lontano")));
+    start();
+    first->signal({{"PlaybackStatus", "Stopped"}});
+    ASSERT_TRUE(stateBecomes("stopped"));
+    const auto second = makePlayer("second", playing(metadata("Alba", "Nevia", "Lontano")));
+    EXPECT_TRUE(stateBecomes("playing"));
+    EXPECT_EQ(music->playerName(), "second");
+}
+
+TEST_F(FollowingTest, OneThatStartsTheSongOfAPausedOneIsNoEcho) {
+    const auto second = makePlayer(
+        "second", with(playing(metadata("Alba", "Nevia", "Lontano")), {{"PlaybackStatus", "Paused"}}));
+    const auto first = makePlayer("first", playing(metadata("Alba", "Nevia", "Lontano")));
+    start();
+    ASSERT_EQ(music->playerName(), "first");
+    first->signal({{"PlaybackStatus", "Paused"}});
+    ASSERT_TRUE(stateBecomes("paused"));
+    second->signal({{"PlaybackStatus", "Playing"}});
+    EXPECT_TRUE(follows("second"));
+    EXPECT_TRUE(stateBecomes("playing"));
+}
+
+TEST_F(FollowingTest, OneThatHasPlayedTheSongAllAlongIsAnEcho) {
+    const auto first = makePlayer("first", playing(metadata("Alba", "Nevia", "Lontano")));
+    start();
+    const auto second = makePlayer(
+        "second", with(playing(metadata("Alba", "Nevia", "Lontano")), {{"PlaybackStatus", "Paused"}}));
+    ASSERT_TRUE(probe->eventually([&] { return !second->calls("GetAll .Player").isEmpty(); }));
+    second->signal({{"PlaybackStatus", "Playing"}});
+    first->signal({{"PlaybackStatus", "Paused"}});
+    ASSERT_TRUE(stateBecomes("paused"));
+    EXPECT_TRUE(stays([&] { return music->playerName() == "first"; }));
 }
 
 // Who is there

@@ -13,8 +13,8 @@ QString choosePlayer(const std::vector<Candidate>& candidates, const QString& cu
     if (followed != candidates.end() && followed->isPlaying)
         return current;
     for (const Candidate& candidate : candidates) {
-        const bool isEcho =
-            followed != candidates.end() && !candidate.song.isEmpty() && candidate.song == followed->song;
+        const bool isEcho = followed != candidates.end() && !candidate.song.isEmpty() &&
+                            candidate.song == followed->song && candidate.since <= followed->since;
         if (candidate.isPlaying && !isEcho)
             return candidate.owner;
     }

@@ -50,8 +50,10 @@ void PlayerModel::readAll(const QVariantMap& properties, Instant now) {
     conclude(now);
     if (facts.position && !m_heldSince)
         takePosition(*facts.position, now);
-    if (isFirst)
+    if (isFirst) {
         m_askedUntil = now;
+        m_belief.stateSince = m_firstAsked.value_or(now);
+    }
 }
 
 void PlayerModel::readFailed(bool timedOut, Instant now) {
@@ -146,6 +148,8 @@ bool PlayerModel::wantsReading(Instant now) const {
 
 void PlayerModel::readWasSent(Instant now) {
     m_isReading = true;
+    if (!m_firstAsked)
+        m_firstAsked = now;
     m_nextReading = now + betweenReadings;
     std::erase_if(m_readings, [now](Instant when) { return when <= now; });
     if (m_askedVolume)
@@ -198,6 +202,7 @@ bool PlayerModel::concludeState(PlayerState state, Instant now) {
         m_pausedAt = now;
     m_heldSince.reset();
     m_belief.state = state;
+    m_belief.stateSince = since;
     m_askedUntil = now;
     m_readingsOfTrack = 0;
     readAt(now);

@@ -9,8 +9,9 @@ namespace tarnwick::musicapp {
 /// What is believed about one player.
 struct Belief {
     PlayerState state = PlayerState::Stopped;
-    Metadata metadata;   ///< of the current or last track
-    int trackSerial = 0; ///< counts the tracks
+    dispatch::Instant stateSince{0}; ///< of the first state: when it was asked for
+    Metadata metadata;               ///< of the current or last track
+    int trackSerial = 0;             ///< counts the tracks
     Position position;
     std::optional<double> volume;
     std::optional<bool> shuffle;
@@ -92,6 +93,7 @@ private:
     void readAt(Instant when);
 
     QVariantMap m_properties; ///< as the player said them last
+    std::optional<Instant> m_firstAsked;
     bool m_isReady = false;
     bool m_isSilent = false;
     bool m_isReading = false;

@@ -21,7 +21,10 @@ QDBusConnection connection(const QString& address, const QString& name) {
                              : QDBusConnection::connectToBus(address, name);
 }
 
+/// Empty when there is none; what a stopped player shows was its last.
 QString songOf(const Belief& belief) {
+    if (belief.state == PlayerState::Stopped)
+        return {};
     const Track& track = belief.metadata.track;
     return track.name.isEmpty() ? QString() : track.name + u'\n' + track.artist;
 }
@@ -88,7 +91,7 @@ void Session::playersChanged() {
         candidates.push_back(
             {link.owner(), isPlaying,
              lastPlayed == m_lastPlayed.constEnd() ? std::nullopt : std::optional(*lastPlayed),
-             songOf(link.belief())});
+             link.belief().stateSince, songOf(link.belief())});
     }
     // At the start, one that plays need not wait for the others.
     if (m_followed == nullptr && !allAnswered && !anyPlays)
