@@ -166,6 +166,38 @@ TEST_F(FollowingTest, OneThatHasPlayedTheSongAllAlongIsAnEcho) {
     EXPECT_TRUE(stays([&] { return music->playerName() == "first"; }));
 }
 
+/// How long a player takes to answer, and how often it signals meanwhile.
+struct Chatter {
+    std::chrono::milliseconds answer;
+    std::chrono::milliseconds signal;
+};
+
+void PrintTo(const Chatter& chatter, std::ostream* stream) {
+    *stream << chatter.answer.count() << " ms to answer, a signal every " << chatter.signal.count() << " ms";
+}
+
+struct FollowingTestWithChatter : FollowingTest, testing::WithParamInterface<Chatter> {};
+
+TEST_P(FollowingTestWithChatter, APlayerThatIsNeverQuietIsSeen) {
+    FakePlayer player(bus.address(), "first");
+    player.put(playing(metadata("Alba", "Nevia", "Lontano"), 100));
+    player.setDelay(GetParam().answer);
+    start();
+    std::promise<void> end;
+    auto chatter = std::async(std::launch::async, [&, ended = end.get_future()] {
+        for (int i = 0; ended.wait_for(GetParam().signal) == std::future_status::timeout; ++i)
+            player.signal({{"Volume", i % 2 == 0 ? 0.5 : 0.6}});
+    });
+    player.appear();
+    EXPECT_TRUE(titleBecomes("Alba"));
+    EXPECT_GE(probe->position(), 100);
+    end.set_value();
+    chatter.wait();
+}
+
+INSTANTIATE_TEST_SUITE_P(Chatters, FollowingTestWithChatter,
+                         testing::Values(Chatter{150ms, 50ms}, Chatter{5ms, 2ms}));
+
 // Who is there
 
 /// The bus itself as far as a roster asks it, at the other end of a wire.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tarnwick::musicapp {
 
@@ -38,22 +39,20 @@ void PlayerModel::readAll(const QVariantMap& properties, Instant now) {
         m_ignoresShuffle = facts.shuffle != m_askedShuffle->value;
         m_askedShuffle.reset();
     }
-    if (m_burst) // its end will be read again
+    if (m_burst) { // its end will be read again
+        if (!m_isReady) {
+            m_readInBurst = facts;
+            m_readInBurstAt = now;
+        }
         return;
-    watchMovement(facts, now);
-    const bool isFirst = !m_isReady;
-    m_isReady = true;
-    if (isFirst) {
-        m_askedUntil = now + patience; // there is nothing before it to hold on to
-        readAt(now + secondLook);
     }
-    conclude(now);
+    watchMovement(facts, now);
+    if (m_isReady)
+        conclude(now);
+    else
+        concludeFirst(now);
     if (facts.position && !m_heldSince)
         takePosition(*facts.position, now);
-    if (isFirst) {
-        m_askedUntil = now;
-        m_belief.stateSince = m_firstAsked.value_or(now);
-    }
 }
 
 void PlayerModel::readFailed(bool timedOut, Instant now) {
@@ -120,6 +119,8 @@ void PlayerModel::advance(Instant now) {
         const bool fromStopped = m_belief.state == PlayerState::Stopped;
         if (m_isReady)
             conclude(now);
+        else if (m_readInBurst) // the next reading may fall into the next burst
+            concludeFirst(now);
         m_burst.reset();
         readAt(now);
         if (fromStopped || m_heldSince)
@@ -163,6 +164,19 @@ void PlayerModel::extendBurst(Instant now) {
         m_burst->last = now;
     else
         m_burst = Burst{now, now};
+}
+
+void PlayerModel::concludeFirst(Instant now) {
+    m_isReady = true;
+    m_askedUntil = now + patience; // there is nothing before it to hold on to
+    readAt(now + secondLook);
+    conclude(now);
+    m_askedUntil = now;
+    m_belief.stateSince = m_firstAsked.value_or(now);
+    // What was read in the middle of a change may be one track's text with another's position.
+    const std::optional<PlayerFacts> early = std::exchange(m_readInBurst, std::nullopt);
+    if (m_burst && early && early->position && isSameTrack(early->metadata, m_belief.metadata))
+        setPosition(*early->position, m_readInBurstAt);
 }
 
 void PlayerModel::conclude(Instant now) {

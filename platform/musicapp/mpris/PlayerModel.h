@@ -83,6 +83,7 @@ private:
     };
 
     void extendBurst(Instant now);
+    void concludeFirst(Instant now);
     void conclude(Instant now);
     bool concludeState(PlayerState state, Instant now);
     void concludeTrack(const Metadata& metadata, Instant now);
@@ -101,6 +102,8 @@ private:
     std::vector<Instant> m_readings; ///< that are wanted
     Instant m_nextReading{0};        ///< not before
     std::optional<Burst> m_burst;
+    std::optional<PlayerFacts> m_readInBurst; ///< while there is no first state
+    Instant m_readInBurstAt{0};
 
     Belief m_belief;
     std::optional<Instant> m_heldSince; ///< a state is being held that the player no longer reports

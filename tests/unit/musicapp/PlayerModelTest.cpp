@@ -118,5 +118,43 @@ TEST_F(PlayerModelTest, ASilentPlayerIsAskedAgainButNotBesieged) {
     EXPECT_TRUE(model.wantsReading(now));
 }
 
+TEST_F(PlayerModelTest, TheFirstStateOfAPlayerThatIsNeverQuietArrives) {
+    // Every answer comes 150 ms late and in the middle of signals.
+    const auto begin = now;
+    std::optional<dispatch::Instant> asked;
+    for (int signal = 0; signal < 20 && !model.isReady(); ++signal, now += 50ms) {
+        model.change({{"Volume", 0.5}}, {}, now);
+        model.advance(now);
+        if (asked && now >= *asked + 150ms) {
+            model.readAll(properties("Playing", "Alba", 100), now);
+            asked.reset();
+        } else if (!asked && (signal == 0 || model.wantsReading(now))) {
+            model.readWasSent(now);
+            asked = now;
+        }
+    }
+    ASSERT_TRUE(model.isReady());
+    EXPECT_LE(now - begin, 700ms);
+    EXPECT_EQ(model.belief().state, PlayerState::Playing);
+    EXPECT_EQ(model.belief().metadata.track.name, "Alba");
+    EXPECT_NEAR(position(), 100.3, 0.2);
+}
+
+TEST_F(PlayerModelTest, AFirstStateReadInTheMiddleOfAChangeIsNoMixtureOfTwoTracks) {
+    model.readWasSent(now);
+    model.change({{"Metadata", metadata("Notte")}}, {}, now);
+    model.readAll(properties("Playing", "Alba", 100), now);
+    EXPECT_FALSE(model.isReady());
+    player = [] { return properties("Playing", "Notte", 1); };
+    for (int signal = 0; signal < 10 && !model.isReady(); ++signal, now += 50ms) {
+        model.change({{"Metadata", metadata("Notte", 240)}}, {}, now);
+        model.advance(now);
+    }
+    ASSERT_TRUE(model.isReady());
+    EXPECT_EQ(model.belief().metadata.track.name, "Notte");
+    EXPECT_EQ(model.belief().metadata.track.duration, 240);
+    EXPECT_LT(position(), 1);
+}
+
 } // namespace
 } // namespace tarnwick::musicapp
