@@ -166,6 +166,37 @@ TEST_F(FollowingTest, OneThatHasPlayedTheSongAllAlongIsAnEcho) {
     EXPECT_TRUE(stays([&] { return music->playerName() == "first"; }));
 }
 
+TEST_F(FollowingTest, OneThatHangsGivesWayToOneThatStarts) {
+    const auto first = makePlayer("first", playing(metadata("Alba", "Nevia", "Lontano"), 10));
+    const auto second = makePlayer(
+        "second", with(playing(metadata("Notte", "Nevia", "Lontano")), {{"PlaybackStatus", "Paused"}}));
+    start();
+    ASSERT_EQ(music->playerName(), "first");
+    first->hang(true);
+    second->signal({{"PlaybackStatus", "Playing"}});
+    EXPECT_TRUE(stays([&] { return music->playerName() == "first"; })) << "slow is not gone";
+    EXPECT_TRUE(titleBecomes("Notte"));
+    first->hang(false);
+    EXPECT_TRUE(stays([&] { return music->playerName() == "second"; }));
+}
+
+TEST_F(FollowingTest, OneThatHangsAloneStandsStillUntilItAnswers) {
+    const auto player = makePlayer("first", playing(metadata("Alba", "Nevia", "Lontano"), 10));
+    start();
+    player->hang(true);
+    player->seeked(10000000);
+    double last = -1;
+    EXPECT_TRUE(probe->eventually([&] {
+        const double before = last;
+        last = probe->position();
+        return last > 11 && last == before;
+    }));
+    EXPECT_EQ(probe->state(), "playing");
+    player->put({{"Position", qlonglong{60000000}}});
+    player->hang(false);
+    EXPECT_TRUE(probe->eventually([&] { return probe->position() > 60.5; }));
+}
+
 /// How long a player takes to answer, and how often it signals meanwhile.
 struct Chatter {
     std::chrono::milliseconds answer;

@@ -71,6 +71,11 @@ public:
     /// Whether nothing more has to be waited for to know if there is a first state.
     bool hasAnswered() const { return isReady() || m_model.isSilent(); }
 
+    /// Whether it has left several questions in a row unanswered.
+    bool isHanging() const { return m_model.isHanging(); }
+    /// Whether it can be believed to play: one that says so but hangs cannot.
+    bool isPlaying() const { return belief().state == PlayerState::Playing && !isHanging(); }
+
     /// Whether `wanted` names this player: its bus name, with or without instance, or its identity.
     bool isNamed(const QString& wanted) const;
 

@@ -31,6 +31,7 @@ double seconds(dispatch::Duration duration) { return std::chrono::duration<doubl
 void PlayerModel::readAll(const QVariantMap& properties, Instant now) {
     m_isReading = false;
     m_isSilent = false;
+    m_unanswered = 0;
     m_properties = believable(plainMap(properties));
     const PlayerFacts facts = normalise(m_properties);
     if (m_askedVolume && m_askedVolume->isBeingRead)
@@ -58,6 +59,10 @@ void PlayerModel::readAll(const QVariantMap& properties, Instant now) {
 void PlayerModel::readFailed(bool timedOut, Instant now) {
     m_isReading = false;
     m_isSilent = true;
+    const bool wasHanging = isHanging();
+    m_unanswered = timedOut ? m_unanswered + 1 : 0;
+    if (m_isReady && !m_burst && isHanging() != wasHanging)
+        conclude(now);
     const bool isEarly = !m_isReady && ++m_earlyFailures <= earlyRetries;
     readAt(timedOut ? now : now + (isEarly ? earlyRetry : retry));
 }
@@ -188,7 +193,7 @@ void PlayerModel::conclude(Instant now) {
         return;
     if (!facts.metadata.isEmpty())
         concludeTrack(facts.metadata, now);
-    const double rate = m_belief.state == PlayerState::Playing ? facts.rate : 0;
+    const double rate = m_belief.state == PlayerState::Playing && !isHanging() ? facts.rate : 0;
     if (m_belief.position.rate != rate || (wasStopped && m_belief.state != PlayerState::Stopped)) {
         m_belief.position.seconds = m_belief.position.valueAt(now);
         m_belief.position.at = now;

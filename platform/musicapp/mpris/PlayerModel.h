@@ -64,9 +64,14 @@ public:
     bool isReady() const { return m_isReady; }
     /// Whether a reading failed and none has succeeded since.
     bool isSilent() const { return m_isSilent; }
+    /// Whether so many readings in a row were left unanswered that nothing it said may still be true. Its
+    /// position stands still until it answers.
+    bool isHanging() const { return m_unanswered >= mostUnanswered; }
     const Belief& belief() const { return m_belief; }
 
 private:
+    static constexpr int mostUnanswered = 3; // a player that is slow is not gone
+
     struct Burst {
         Instant first;
         Instant last;
@@ -98,6 +103,7 @@ private:
     bool m_isReady = false;
     bool m_isSilent = false;
     bool m_isReading = false;
+    int m_unanswered = 0;            ///< readings, since the last answer
     int m_earlyFailures = 0;         ///< to read a first state
     std::vector<Instant> m_readings; ///< that are wanted
     Instant m_nextReading{0};        ///< not before

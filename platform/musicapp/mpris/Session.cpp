@@ -1,6 +1,5 @@
 #include "platform/musicapp/mpris/Session.h"
 
-#include "platform/musicapp/mpris/PlayerChooser.h"
 #include "platform/musicapp/mpris/PlayerCommands.h"
 
 #include <algorithm>
@@ -21,11 +20,11 @@ QDBusConnection connection(const QString& address, const QString& name) {
                              : QDBusConnection::connectToBus(address, name);
 }
 
-/// Empty when there is none; what a stopped player shows was its last.
-QString songOf(const Belief& belief) {
-    if (belief.state == PlayerState::Stopped)
+/// Empty when there is none; what a stopped player shows was its last, and one that hangs has no echo.
+QString songOf(const PlayerLink& link) {
+    if (link.belief().state == PlayerState::Stopped || link.isHanging())
         return {};
-    const Track& track = belief.metadata.track;
+    const Track& track = link.belief().metadata.track;
     return track.name.isEmpty() ? QString() : track.name + u'\n' + track.artist;
 }
 
@@ -72,30 +71,22 @@ void Session::playerLeaves(const PlayerLink& link) {
 }
 
 void Session::playersChanged() {
-    const auto now = m_dispatcher.now();
     std::vector<Candidate> candidates;
     bool allAnswered = m_players->isComplete();
     bool anyPlays = false;
-    for (const auto& known : m_players->links()) {
-        const PlayerLink& link = *known;
-        if (!m_options.player.isEmpty() && link.isReady() && !link.isNamed(m_options.player))
+    for (const auto& link : m_players->links()) {
+        if (!m_options.player.isEmpty() && link->isReady() && !link->isNamed(m_options.player))
             continue;
-        allAnswered = allAnswered && link.hasAnswered();
-        if (!link.isReady())
+        allAnswered = allAnswered && link->hasAnswered();
+        if (!link->isReady())
             continue;
-        const bool isPlaying = link.belief().state == PlayerState::Playing;
-        anyPlays = anyPlays || isPlaying;
-        if (isPlaying)
-            m_lastPlayed[link.owner()] = now;
-        const auto lastPlayed = m_lastPlayed.constFind(link.owner());
-        candidates.push_back(
-            {link.owner(), isPlaying,
-             lastPlayed == m_lastPlayed.constEnd() ? std::nullopt : std::optional(*lastPlayed),
-             link.belief().stateSince, songOf(link.belief())});
+        candidates.push_back(candidateFor(*link));
+        anyPlays = anyPlays || candidates.back().isPlaying;
     }
     // At the start, one that plays need not wait for the others.
     if (m_followed == nullptr && !allAnswered && !anyPlays)
         return;
+    doubtFollowed(candidates);
     PlayerLink* chosen =
         m_players->linkOf(choosePlayer(candidates, m_followed != nullptr ? m_followed->owner() : QString()));
     if (chosen == nullptr) {
@@ -105,6 +96,30 @@ void Session::playersChanged() {
         follow(chosen);
         beliefChanged();
     }
+}
+
+Candidate Session::candidateFor(const PlayerLink& link) {
+    const bool isPlaying = link.isPlaying();
+    if (isPlaying)
+        m_lastPlayed[link.owner()] = m_dispatcher.now();
+    const auto lastPlayed = m_lastPlayed.constFind(link.owner());
+    return {link.owner(), isPlaying,
+            lastPlayed == m_lastPlayed.constEnd() ? std::nullopt : std::optional(*lastPlayed),
+            link.belief().stateSince, songOf(link)};
+}
+
+/// When another player begins to play, whoever is followed has to show that it does not hang: it may not
+/// have been asked anything for long.
+void Session::doubtFollowed(const std::vector<Candidate>& candidates) {
+    if (m_followed == nullptr)
+        return;
+    dispatch::Instant rival = m_lastRival;
+    for (const Candidate& candidate : candidates) {
+        if (candidate.isPlaying && candidate.owner != m_followed->owner())
+            rival = std::max(rival, candidate.since);
+    }
+    if (std::exchange(m_lastRival, rival) != rival && m_followed->isPlaying())
+        positionWasRead();
 }
 
 void Session::follow(PlayerLink* link) {

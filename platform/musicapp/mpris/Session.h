@@ -4,6 +4,7 @@
 #include "platform/musicapp/mpris/BusThread.h"
 #include "platform/musicapp/mpris/CurrentTrack.h"
 #include "platform/musicapp/mpris/MprisMusic.h"
+#include "platform/musicapp/mpris/PlayerChooser.h"
 #include "platform/musicapp/mpris/PlayerLauncher.h"
 #include "platform/musicapp/mpris/PlayerRoster.h"
 
@@ -51,6 +52,8 @@ public:
 private:
     void playerLeaves(const PlayerLink& link);
     void playersChanged();
+    Candidate candidateFor(const PlayerLink& link);
+    void doubtFollowed(const std::vector<Candidate>& candidates);
     void follow(PlayerLink* link);
     void beliefChanged();
     std::shared_ptr<const Library> libraryAround(const Track& current) const;
@@ -71,8 +74,9 @@ private:
     std::optional<PlayerRoster> m_players;
     QHash<QString, dispatch::Instant> m_lastPlayed; ///< by owner; since they appeared
     PlayerLink* m_followed = nullptr;
-    QTimer m_choice;  ///< coalesces what many players say at once
-    Snapshot m_shown; ///< the last that was published
+    dispatch::Instant m_lastRival{0}; ///< when another player began to play while the followed one did
+    QTimer m_choice;                  ///< coalesces what many players say at once
+    Snapshot m_shown;                 ///< the last that was published
 };
 
 } // namespace tarnwick::musicapp

@@ -156,5 +156,23 @@ TEST_F(PlayerModelTest, AFirstStateReadInTheMiddleOfAChangeIsNoMixtureOfTwoTrack
     EXPECT_LT(position(), 1);
 }
 
+TEST_F(PlayerModelTest, APlayerThatHangsStandsStillUntilItAnswers) {
+    start();
+    model.seeked(now);
+    for (int reading = 0; reading < 3; ++reading) {
+        model.readWasSent(now);
+        now += 1s;
+        model.readFailed(true, now);
+    }
+    const double before = position();
+    now += 10s;
+    EXPECT_EQ(position(), before);
+    player = [] { return properties("Playing", "Alba", 20); };
+    pass(100ms);
+    EXPECT_NEAR(position(), 20, 0.2);
+    now += 10s;
+    EXPECT_NEAR(position(), 30, 0.2);
+}
+
 } // namespace
 } // namespace tarnwick::musicapp
