@@ -42,4 +42,9 @@ QtObject {
     /// For `easing.bezierCurve` beside `easing.type: Easing.BezierSpline`.
     readonly property var easeInOut: [0.42, 0, 0.58, 1, 1, 1]
     readonly property real springOvershoot: 1.65 ///< for `easing.type: Easing.OutBack`
+
+    /// A length or a place moved to the nearest whole device pixel, where pictures need no resampling.
+    function onPixels(length: real, pixelRatio: real): real {
+        return Math.round(length * pixelRatio) / pixelRatio;
+    }
 }

@@ -14,7 +14,7 @@ Item {
     required property color rowVeil    ///< under the rows of the dynamic list
 
     /// Where the front of the cover is when it rests.
-    readonly property rect picturePlace: Qt.rect(x, y + (height - front.coverHeight) / 2, front.coverWidth, front.coverHeight)
+    readonly property rect picturePlace: Qt.rect(x, y + front.coverY, front.coverWidth, front.coverHeight)
 
     readonly property real side: Math.min(width, height)
 
@@ -66,7 +66,7 @@ Item {
         onTapped: root.view.tapCover()
 
         Veil {
-            y: (parent.height - height) / 2
+            y: front.coverY
             width: front.coverWidth
             height: front.coverHeight
             veil: root.veil

@@ -18,16 +18,23 @@ Item {
 
     signal tapped
 
-    /// The size in which the cover is shown.
-    readonly property real coverWidth: Math.min(width, height * artwork.aspectRatio)
-    readonly property real coverHeight: coverWidth / artwork.aspectRatio
-    readonly property real recordSide: Math.min(area.width, area.height)
+    /// The size in which the cover is shown, and where it begins; like the record's, on whole device pixels.
+    readonly property real coverWidth: onPixels(fittingWidth)
+    readonly property real coverHeight: onPixels(fittingWidth / artwork.aspectRatio)
+    readonly property real coverY: onPixels((height - coverHeight) / 2)
+
+    readonly property real fittingWidth: Math.min(width, height * artwork.aspectRatio)
+    readonly property real recordSide: onPixels(Math.min(area.width, area.height))
+
+    function onPixels(length: real): real {
+        return Theme.onPixels(length, pixelRatio);
+    }
 
     visible: artwork.isPresent
 
     CutPictureItem {
-        x: (root.area.width - width) / 2 + 0.6 * root.area.width
-        anchors.verticalCenter: parent.verticalCenter
+        x: root.onPixels((root.area.width - width) / 2 + 0.6 * root.area.width)
+        y: root.onPixels((root.height - height) / 2)
         width: root.recordSide
         height: root.recordSide
         visible: picture.isPresent
@@ -40,9 +47,9 @@ Item {
     }
 
     CutPictureItem {
+        y: root.coverY
         width: root.coverWidth
         height: root.coverHeight
-        anchors.verticalCenter: parent.verticalCenter
         picture: root.artwork
         pixelRatio: root.pixelRatio
         cornerRadius: Theme.coverRadius

@@ -20,13 +20,18 @@ Rectangle {
     readonly property bool isIPod: style === Options.TracklistStyle.IPod
     readonly property bool isDynamic: style === Options.TracklistStyle.Dynamic
     readonly property real fraction: 0.95
-    readonly property real padding: 20 ///< round the column of the dynamic style
-    readonly property real copySide: 0.5 * fraction * Math.min(width, height)
-    readonly property real copyHeight: view.artwork.isPresent ? 20 + copySide + 20 : 0 ///< with the room round it
+    /// Round the column of the dynamic style, above and below the copy of the cover.
+    readonly property real padding: onPixels(20)
+    readonly property real copySide: onPixels(0.5 * fraction * Math.min(width, height))
+    readonly property real copyHeight: view.artwork.isPresent ? copySide + 2 * padding : 0 ///< with the room round it
     readonly property color plainText: isIPod ? "black" : "white"
 
     radius: 10
     color: isIPod ? "white" : Qt.rgba(0, 0, 0, 0.7)
+
+    function onPixels(length: real): real {
+        return Theme.onPixels(length, pixelRatio);
+    }
 
     TapHandler { onTapped: root.view.tapCover() }
 
@@ -73,8 +78,8 @@ Rectangle {
 
             x: inset
             width: list.width - 2 * inset
-            height: kind === TracklistModel.CoverRow ? copy.implicitHeight
-                  : kind === TracklistModel.HeaderRow ? header.implicitHeight : track.implicitHeight
+            height: root.onPixels(kind === TracklistModel.CoverRow ? copy.implicitHeight
+                                  : kind === TracklistModel.HeaderRow ? header.implicitHeight : track.implicitHeight)
 
             Item {
                 id: copy
@@ -84,8 +89,8 @@ Rectangle {
                 implicitHeight: root.copyHeight
 
                 CoverStack {
-                    x: (row.width - 1.6 * root.copySide) / 2
-                    y: 20
+                    x: root.onPixels((row.width - 1.6 * root.copySide) / 2)
+                    y: root.padding
                     width: root.copySide
                     height: root.copySide
                     artwork: copy.isShown ? root.view.artwork : root.view.noPicture
@@ -114,6 +119,7 @@ Rectangle {
                 id: track
 
                 width: parent.width
+                height: parent.height
                 visible: row.kind === TracklistModel.TitleRow
                 style: root.style
                 title: row.title
