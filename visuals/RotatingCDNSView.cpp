@@ -32,7 +32,7 @@ RotatingCDNSView::RotatingCDNSView(QQuickItem* parent) : QQuickItem(parent), m_c
     m_tick.setTimerType(Qt::PreciseTimer);
     m_tick.setInterval(tickByProcessor);
     connect(&m_tick, &QTimer::timeout, this, &RotatingCDNSView::showAngle);
-    connect(m_cdLayer, &PictureItem::deviceSizeChanged, this, &RotatingCDNSView::draw);
+    connect(m_cdLayer, &PictureItem::deviceSizeChanged, this, &RotatingCDNSView::follow);
     if (window()) // with a parent in a window the base class was told before this class was there
         window()->installEventFilter(this);
 }
@@ -56,7 +56,7 @@ void RotatingCDNSView::updateImage(const DiscImage& image, double side) {
     m_currentImage = image;
     m_currentSize = side;
     layOut();
-    draw();
+    follow();
 }
 
 void RotatingCDNSView::startRotation() {
@@ -104,6 +104,14 @@ void RotatingCDNSView::layOut() {
     m_cdLayer->setPosition({(width() - side) / 2, (height() - side) / 2});
 }
 
+// Another picture comes at once, another size when it stands: each drawing decodes the whole disc.
+void RotatingCDNSView::follow() {
+    if (m_drawnSide == 0 || m_drawnImage != m_currentImage)
+        draw();
+    else if (m_drawnSide != m_cdLayer->deviceSize().width())
+        m_settling.start();
+}
+
 void RotatingCDNSView::draw() {
     const int side = m_cdLayer->deviceSize().width();
     if (m_drawing || side < DiscImage::smallestSide ||
@@ -127,7 +135,7 @@ void RotatingCDNSView::draw() {
             Q_EMIT self->logLine(QStringLiteral("Errore: Immagine non valida. Usando immagine predefinita."));
         self->m_cdLayer->setPicture(picture);
         self->m_drawing = false;
-        self->draw();
+        self->follow();
     });
 }
 

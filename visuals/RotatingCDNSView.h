@@ -1,6 +1,7 @@
 #pragma once
 
 #include "assets/PictureItem.h"
+#include "assets/SettleTimer.h"
 #include "platform/animation/Clock.h"
 #include "platform/animation/Rotation.h"
 #include "visuals/DiscImage.h"
@@ -46,7 +47,7 @@ public:
     void setClock(animation::Clock* clock);
 
     /// Shows `image`, drawn off the main thread at the device pixels of `side` points. When it turns out to
-    /// be no picture, the default disc takes its place.
+    /// be no picture, the default disc takes its place. While the view is being resized it is stretched.
     void updateImage(const DiscImage& image, double side);
 
     /// Turns on from the angle on screen.
@@ -76,6 +77,7 @@ protected:
 private:
     dispatch::Instant now() const;
     void layOut();
+    void follow();
     void draw();
     void showAngle();
     void pace();
@@ -91,6 +93,7 @@ private:
     DiscImage m_drawnImage; ///< what is drawn or being drawn
     int m_drawnSide = 0;
     bool m_drawing = false;
+    SettleTimer m_settling{[this] { draw(); }};
 };
 
 } // namespace tarnwick

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "assets/PictureItem.h"
+#include "assets/SettleTimer.h"
 #include "display/pictures/Picture.h"
 #include "display/pictures/PictureCut.h"
-#include "display/pictures/SettleTimer.h"
 
 namespace tarnwick {
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "assets/SettleTimer.h"
 #include "display/panel/PanelItem.h"
-#include "display/pictures/SettleTimer.h"
 #include "display/veil/Veils.h"
 
 #include <QPointer>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "assets/RenderQueue.h"
+#include "assets/SettleTimer.h"
 #include "display/DisplayScene.h"
 #include "display/SceneRenderer.h"
-#include "display/pictures/SettleTimer.h"
 #include "display/veil/VeilModel.h"
 #include "platform/animation/VirtualAnimationDriver.h"
 #include "tests/unit/display/DisplayFixture.h"

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <numbers>
+#include <utility>
 
 namespace tarnwick {
 
@@ -72,7 +73,7 @@ TEST_F(RotatingCDViewTest, FillsTheSmallerSideOfItsView) {
     view.setSize({300, 120});
     EXPECT_EQ(layer().size(), QSizeF(120, 120));
     EXPECT_EQ(layer().position(), QPointF(90, 0));
-    EXPECT_EQ(layer().picture()->size(), QSize(120, 120));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return layer().picture()->size() == QSize(120, 120); }));
 }
 
 TEST_F(RotatingCDViewTest, ABrokenPictureGivesTheDefaultDisc) {
@@ -84,14 +85,46 @@ TEST_F(RotatingCDViewTest, ABrokenPictureGivesTheDefaultDisc) {
 TEST_F(RotatingCDViewTest, DrawsElsewhereAndOnlyTheLastOfMany) {
     dispatch::VirtualDispatcher dispatcher;
     renderqueue::setDispatcher(&dispatcher);
-    for (const int side : {120, 140, 160, 180})
-        view.setSide(side);
+    const auto before = layer().picture();
+    for (const char* name : {"45Vinyl", "cddefault", "33Vinyl", "45Vinyl"})
+        view.setNsImage(disc(name));
     EXPECT_EQ(renderqueue::pending(), 1);
-    EXPECT_EQ(layer().picture()->width(), 200); // the old one, stretched, until the new one is there
+    EXPECT_EQ(layer().picture(), before);
     dispatcher.runUntilIdle();
     renderqueue::setDispatcher(nullptr);
     EXPECT_EQ(renderqueue::pending(), 0);
-    EXPECT_EQ(layer().picture()->width(), 180);
+    EXPECT_EQ(*layer().picture(), *disc("45Vinyl").render(200));
+}
+
+TEST_F(RotatingCDViewTest, IsStretchedWhileItsSizeChangesAndThenDrawnOnce) {
+    ASSERT_EQ(layer().picture()->width(), 200) << "the first one is there at once";
+    dispatch::VirtualDispatcher dispatcher;
+    renderqueue::setDispatcher(&dispatcher);
+    int drawings = 0;
+    auto shown = layer().picture();
+    const auto pass = [&](std::chrono::milliseconds time) {
+        dispatcher.advance(time);
+        drawings += std::exchange(shown, layer().picture()) != layer().picture();
+    };
+    for (int side = 210; side <= 300; side += 10) {
+        view.setSide(side);
+        pass(100ms);
+        EXPECT_EQ(layer().width(), side);
+    }
+    EXPECT_EQ(drawings, 0);
+    pass(100ms);
+    pass(10s);
+    EXPECT_EQ(drawings, 1);
+    EXPECT_EQ(shown->width(), 300);
+
+    view.setSide(250);
+    view.setNsImage(disc("45Vinyl"));
+    pass(0ms);
+    EXPECT_EQ(drawings, 2) << "another picture does not wait";
+    EXPECT_EQ(shown->width(), 250);
+    pass(10s);
+    EXPECT_EQ(drawings, 2);
+    renderqueue::setDispatcher(nullptr);
 }
 
 TEST_F(RotatingCDViewTest, DrawsFramesOnlyWhileItTurns) {

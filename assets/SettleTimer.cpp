@@ -1,4 +1,4 @@
-#include "display/pictures/SettleTimer.h"
+#include "assets/SettleTimer.h"
 
 #include "assets/RenderQueue.h"
 
