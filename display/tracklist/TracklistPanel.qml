@@ -89,7 +89,10 @@ Rectangle {
                 implicitHeight: root.copyHeight
 
                 CoverStack {
-                    x: root.onPixels((row.width - 1.6 * root.copySide) / 2)
+                    /// From the cover's left edge to the record's right one.
+                    readonly property real shownWidth: record.isPresent ? 1.6 * root.copySide : coverWidth
+
+                    x: root.onPixels((row.width - shownWidth) / 2)
                     y: root.padding
                     width: root.copySide
                     height: root.copySide
