@@ -89,18 +89,26 @@ QImage paintStripes() {
                (1 - 0.10 * smoothStep(0.35, 0.75, std::hypot(x - 0.5, y - 0.5)));
     });
     QPainter& painter = canvas.painter();
+    // From the outside in, each reaching far under the next, so that no ground shows between them; in
+    // pixels, since a stroke is made of lines whose number does not follow the painter's scale.
+    painter.save();
+    painter.resetTransform();
     painter.setBrush(Qt::NoBrush);
     constexpr std::array<QRgb, 5> colours{0x5b2a1d, 0xa63d22, 0xd9692b, 0xeca13a, 0x3d7f78};
+    constexpr double width = 0.062;
     for (std::size_t stripe = 0; stripe < colours.size(); ++stripe) {
-        const double offset = static_cast<double>(stripe) * 0.062;
+        const double reach = stripe + 1 < colours.size() ? width / 2 : 0;
+        const double offset = static_cast<double>(stripe) * width + reach / 2;
         QPainterPath path(QPointF(-0.1, 0.40 + offset));
         path.lineTo(0.34, 0.40 + offset);
         const double radius = 0.36 - offset;
         path.arcTo(QRectF(0.34 - radius, 0.40 + offset, 2 * radius, 2 * radius), 90, -90);
         path.lineTo(0.34 + radius, 1.1);
-        painter.setPen(QPen(QColor::fromRgb(colours[stripe]), 0.0632, Qt::SolidLine, Qt::FlatCap));
-        painter.drawPath(path);
+        painter.setPen(
+            QPen(QColor::fromRgb(colours[stripe]), (width + reach) * coverSide, Qt::SolidLine, Qt::FlatCap));
+        painter.drawPath(QTransform::fromScale(coverSide, coverSide).map(path));
     }
+    painter.restore();
     const QColor ink(0x5b, 0x2a, 0x1d);
     canvas.type(QStringLiteral("nastro del"), {0.062, 0.150}, 0.080, QFont::ExtraBold, ink, -0.04);
     canvas.type(QStringLiteral("sabato"), {0.062, 0.262}, 0.080, QFont::ExtraBold, ink, -0.04);
