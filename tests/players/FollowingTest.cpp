@@ -98,7 +98,7 @@ struct AlbumTest : FollowingTest {
 struct AlbumTestWithDelay : AlbumTest, testing::WithParamInterface<std::chrono::milliseconds> {};
 
 TEST_P(AlbumTestWithDelay, AListThatChangesWhileTheFileIsReadDoesNotReplaceTheFolder) {
-    const auto player = makePlayer("first", playing(metadata("Prima", "Altri", "Altro")));
+    player = makePlayer("first", playing(metadata("Prima", "Altri", "Altro")));
     start();
     giveTrackList(*player);
     ASSERT_TRUE(music->waitUntilComplete(3s));
@@ -117,7 +117,7 @@ TEST_P(AlbumTestWithDelay, AListThatChangesWhileTheFileIsReadDoesNotReplaceTheFo
 INSTANTIATE_TEST_SUITE_P(Lists, AlbumTestWithDelay, testing::Values(0ms, 600ms));
 
 TEST_F(AlbumTest, AnAlbumThatIsNamedLateIsLoadedAgain) {
-    const auto player = makePlayer("first", playing(inFolder("Alba.flac", "", "")));
+    player = makePlayer("first", playing(inFolder("Alba.flac", "", "")));
     start();
     EXPECT_TRUE(libraryBecomes(names));
     ASSERT_TRUE(music->waitUntilComplete(3s));
@@ -181,7 +181,7 @@ TEST_F(FollowingTest, OneThatHangsGivesWayToOneThatStarts) {
 }
 
 TEST_F(FollowingTest, OneThatHangsAloneStandsStillUntilItAnswers) {
-    const auto player = makePlayer("first", playing(metadata("Alba", "Nevia", "Lontano"), 10));
+    player = makePlayer("first", playing(metadata("Alba", "Nevia", "Lontano"), 10));
     start();
     player->hang(true);
     player->seeked(10000000);
@@ -210,16 +210,16 @@ void PrintTo(const Chatter& chatter, std::ostream* stream) {
 struct FollowingTestWithChatter : FollowingTest, testing::WithParamInterface<Chatter> {};
 
 TEST_P(FollowingTestWithChatter, APlayerThatIsNeverQuietIsSeen) {
-    FakePlayer player(bus.address(), "first");
-    player.put(playing(metadata("Alba", "Nevia", "Lontano"), 100));
-    player.setDelay(GetParam().answer);
+    player = std::make_unique<FakePlayer>(bus.address(), "first");
+    player->put(playing(metadata("Alba", "Nevia", "Lontano"), 100));
+    player->setDelay(GetParam().answer);
     start();
     std::promise<void> end;
     auto chatter = std::async(std::launch::async, [&, ended = end.get_future()] {
         for (int i = 0; ended.wait_for(GetParam().signal) == std::future_status::timeout; ++i)
-            player.signal({{"Volume", i % 2 == 0 ? 0.5 : 0.6}});
+            player->signal({{"Volume", i % 2 == 0 ? 0.5 : 0.6}});
     });
-    player.appear();
+    player->appear();
     EXPECT_TRUE(titleBecomes("Alba"));
     EXPECT_GE(probe->position(), 100);
     end.set_value();
