@@ -23,7 +23,7 @@ void drawShell(QPainter& painter) {
     painter.setBrush(shell);
     painter.drawRoundedRect(QRectF(10, 10, 1380, 880), 46, 46);
     painter.setBrush(QColor(255, 255, 255, 18));
-    painter.drawRoundedRect(QRectF(10, 10, 1380, 8), 4, 4);
+    painter.drawRoundedRect(QRectF(56, 10, 1288, 8), 4, 4); // between the corners
 }
 
 void drawLabel(QPainter& painter) {
