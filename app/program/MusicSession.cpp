@@ -45,8 +45,8 @@ bool wantsDemo(const Invocation& invocation) {
 
 MusicSession::MusicSession(const Invocation& invocation, Options options)
     : m_images(std::make_shared<images::ImageStore>(m_dispatcher)),
-      m_host(std::make_unique<ScriptHost>(m_dispatcher, options)), m_isDemo(wantsDemo(invocation)) {
-    if (m_isDemo)
+      m_host(std::make_unique<ScriptHost>(m_dispatcher, options)) {
+    if (wantsDemo(invocation))
         m_music = std::make_unique<musicapp::DemoMusic>(
             musicapp::DemoMusic::Options{.scene = options.demoScene,
                                          .startsStopped = options.demoStartsStopped},

@@ -40,7 +40,6 @@ public:
     images::ImageStore& images() { return *m_images; }
     musicapp::MusicApplication& music() { return *m_music; }
     MusicSource& source() { return *m_source; }
-    bool isDemo() const { return m_isDemo; }
 
     /// Compiles and runs a text on the calling thread.
     script::Outcome execute(const QString& text, const script::Limits& limits = {});
@@ -58,7 +57,6 @@ private:
     dispatch::SystemDispatcher m_dispatcher;
     std::shared_ptr<images::ImageStore> m_images;
     std::unique_ptr<ScriptHost> m_host;
-    bool m_isDemo = false;
     std::unique_ptr<musicapp::MusicApplication> m_music;
     std::unique_ptr<script::Interpreter> m_interpreter;
     std::unique_ptr<MusicSource> m_source;

@@ -46,7 +46,6 @@ public:
     /// Whether a box of that height fits.
     bool fits(double height) const { return !m_full && y() + height <= m_limit + tolerance; }
     void setFull() { m_full = true; }
-    bool isFull() const { return m_full; }
     const PanelFrame& frame() const { return m_frame; }
     std::vector<PanelLine>& lines() { return m_lines; }
 

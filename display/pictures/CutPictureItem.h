@@ -54,10 +54,6 @@ public:
 
     bool isShown() const { return m_layer->picture() != nullptr; }
 
-    /// What is on the screen: the picture that was set last, or still one before.
-    const Picture& shownPicture() const { return m_shown; }
-    const PictureCut& shownCut() const { return m_shownCut; }
-
 Q_SIGNALS:
     void pictureChanged();
     void cutChanged();

@@ -51,9 +51,6 @@ public:
     /// What the veils depend on, as it is now.
     VeilScene scene() const;
 
-    /// How many times veils were made.
-    int makeCount() const { return m_makeCount; }
-
     void classBegin() override {}
     void componentComplete() override;
 

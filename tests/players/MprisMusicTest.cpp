@@ -150,6 +150,21 @@ TEST_F(MprisMusicTest, OneThatNeverAnswersHidesNoOther) {
     EXPECT_EQ(probe->title(), "Alba");
 }
 
+TEST_F(MprisMusicTest, OneThatNeverSaysWhoItIsIsFollowedByItsName) {
+    FakePlayer nameless(bus.address(), "nameless");
+    nameless.put(with(playing(alba), {{"PlaybackStatus", "Paused"}}));
+    nameless.answer("GetAll", [](const QDBusMessage& call) -> std::optional<QDBusMessage> {
+        if (call.arguments().value(0) == "org.mpris.MediaPlayer2")
+            return std::nullopt;
+        return call.createReply(with(playing(alba), {{"PlaybackStatus", "Paused"}}));
+    });
+    nameless.appear();
+    start();
+    EXPECT_TRUE(eventually([&] { return probe->state() == "paused"; }, 20s));
+    EXPECT_EQ(music->playerName(), "nameless");
+    EXPECT_EQ(probe->title(), "Alba");
+}
+
 TEST_F(MprisMusicTest, OneThatTakesItsNameBeforeItCanAnswerIsAskedAgain) {
     FakePlayer early(bus.address(), "early");
     early.answer("GetAll", [](const QDBusMessage& call) -> std::optional<QDBusMessage> {

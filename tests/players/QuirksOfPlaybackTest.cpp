@@ -89,7 +89,7 @@ const std::vector<Quirk> stateQuirks{
          stage.probe->perform(terms::Pause);
          EXPECT_EQ(stage.music->finishCommands(1s), std::nullopt);
          stage.player->signal({{"PlaybackStatus", "Paused"}});
-         EXPECT_TRUE(stage.eventually([&] { return stage.probe->state() == "paused"; }, 350ms));
+         EXPECT_TRUE(stage.eventually([&] { return stage.probe->state() == "paused"; }, 550ms));
      }},
     {"TwentySignalsForOneTrack", // Chromium
      playing(alba),

@@ -17,6 +17,7 @@ constexpr int timeout = 1000;         // ms, of every call
 constexpr int betweenVolumes = 50;    // ms
 constexpr int betweenQuestions = 500; // ms, to a player that takes its name before it can say who it is
 constexpr int questions = 20;
+constexpr int mostSilences = 3;
 const QString objectPath = QStringLiteral("/org/mpris/MediaPlayer2");
 const QString rootInterface = QStringLiteral("org.mpris.MediaPlayer2");
 const QString playerInterface = QStringLiteral("org.mpris.MediaPlayer2.Player");
@@ -168,6 +169,11 @@ bool PlayerLink::isTimeOut(const QDBusMessage& reply) {
 void PlayerLink::introduce() {
     send(getAll(rootInterface), [this](const QDBusMessage& reply) {
         if (isTimeOut(reply)) {
+            // Its name on the bus has to do, until it answers.
+            if (++m_silences == mostSilences && !m_isIntroduced) {
+                m_isIntroduced = true;
+                m_changed();
+            }
             introduce();
             return;
         }

@@ -102,6 +102,7 @@ private:
 
     bool m_isIntroduced = false;
     int m_refusals = 0; ///< to say who it is
+    int m_silences = 0; ///< when asked who it is
     QString m_identity;
     QString m_desktopEntry;
     bool m_canOpenFiles = false;

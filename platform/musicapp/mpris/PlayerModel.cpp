@@ -68,6 +68,7 @@ void PlayerModel::readFailed(bool timedOut, Instant now) {
 }
 
 void PlayerModel::change(const QVariantMap& changed, const QStringList& invalidated, Instant now) {
+    m_unanswered = 0; // it lives
     QVariantMap plain = plainMap(changed);
     const bool hasPosition = plain.remove(QStringLiteral("Position")) > 0;
     const QVariantMap good = believable(plain);
@@ -78,6 +79,7 @@ void PlayerModel::change(const QVariantMap& changed, const QStringList& invalida
 }
 
 void PlayerModel::seeked(Instant now) {
+    m_unanswered = 0;
     // The argument may be the place before, so it is not looked at.
     m_readingsOfTrack = 0;
     if (m_pausedAt)

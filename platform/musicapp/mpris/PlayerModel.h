@@ -70,7 +70,7 @@ public:
     const Belief& belief() const { return m_belief; }
 
 private:
-    static constexpr int mostUnanswered = 3; // a player that is slow is not gone
+    static constexpr int mostUnanswered = 5; // a player that is slow is not gone
 
     struct Burst {
         Instant first;

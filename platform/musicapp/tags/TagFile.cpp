@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QtEndian>
+#include <fcntl.h>
 #include <taglib/id3v2framefactory.h>
 #include <taglib/mpegfile.h>
 #include <taglib/tbytevectorstream.h>
@@ -19,8 +20,9 @@ constexpr qint64 maximumTag = 32LL * 1024 * 1024;
 /// A DSF file: a header with the format, and an ID3 tag somewhere behind the sound.
 TagFile openDsf(const QString& path) {
     TagFile result;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    QFile file;
+    const int descriptor = ::open(bytesOfName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0 || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
         return result;
     const QByteArray header = file.read(80);
     if (header.size() < 80 || !header.startsWith("DSD ") || header.mid(28, 4) != "fmt ")

@@ -159,11 +159,20 @@ TEST_F(PlayerModelTest, AFirstStateReadInTheMiddleOfAChangeIsNoMixtureOfTwoTrack
 TEST_F(PlayerModelTest, APlayerThatHangsStandsStillUntilItAnswers) {
     start();
     model.seeked(now);
-    for (int reading = 0; reading < 3; ++reading) {
-        model.readWasSent(now);
-        now += 1s;
-        model.readFailed(true, now);
-    }
+    const auto leaveUnanswered = [&](int count) {
+        for (int reading = 0; reading < count; ++reading) {
+            model.readWasSent(now);
+            now += 1s;
+            model.readFailed(true, now);
+        }
+    };
+    leaveUnanswered(4);
+    EXPECT_FALSE(model.isHanging()) << "slow is not gone";
+    model.seeked(now);
+    leaveUnanswered(4);
+    EXPECT_FALSE(model.isHanging()) << "it gave a sign meanwhile";
+    leaveUnanswered(1);
+    EXPECT_TRUE(model.isHanging());
     const double before = position();
     now += 10s;
     EXPECT_EQ(position(), before);
