@@ -1,6 +1,9 @@
 #include "platform/musicapp/FileName.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <string>
+#include <system_error>
 
 namespace tarnwick::musicapp {
 
@@ -64,6 +67,20 @@ QString readableName(const QString& name) {
         if (isByte(name, i))
             readable[i] = QChar::ReplacementCharacter;
     return readable;
+}
+
+QStringList filesIn(const QString& folder) {
+    QStringList names;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(bytesOfName(folder).toStdString(), error);
+         !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        std::error_code fault;
+        const std::string name = entry->path().filename().string();
+        if (name.front() != '.' && entry->is_regular_file(fault))
+            names.append(nameFromBytes(QByteArray::fromStdString(name)));
+    }
+    names.sort(); // as the tracks of most albums stand, so that little is left to sort
+    return names;
 }
 
 } // namespace tarnwick::musicapp

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 namespace tarnwick::musicapp {
 
@@ -16,5 +17,9 @@ QByteArray bytesOfName(const QString& name);
 
 /// The same to be read: what is no text is U+FFFD.
 QString readableName(const QString& name);
+
+/// The names of the regular files in a folder that are not hidden, in order. Touches the disk; `QDir` asks it
+/// several times for each.
+QStringList filesIn(const QString& folder);
 
 } // namespace tarnwick::musicapp

@@ -2,13 +2,12 @@
 
 #include "platform/images/ImageStore.h"
 #include "platform/images/PictureReader.h"
+#include "platform/musicapp/FileName.h"
 #include "platform/musicapp/mpris/LocalFile.h"
 #include "platform/musicapp/tags/FileFacts.h"
 
-#include <QDir>
-#include <QFileInfo>
-
 #include <algorithm>
+#include <iterator>
 
 namespace tarnwick::musicapp {
 
@@ -16,14 +15,16 @@ namespace {
 
 constexpr qint64 limit = images::ImageStore::maximumBytes;
 
-/// Names of sleeves in `folder`, the usual ones first.
-QStringList sleevesIn(const QDir& folder) {
+/// Names of sleeves in `folder`, the usual ones first, letter case aside.
+QStringList sleevesIn(const QString& folder) {
+    const QStringList names = filesIn(folder);
     QStringList found;
     for (const char* name : {"cover", "folder", "front"}) {
-        for (const char* suffix : {"jpg", "jpeg", "png", "webp", "gif", "bmp", "tif", "tiff"})
-            found +=
-                folder.entryList({QStringLiteral("%1.%2").arg(QLatin1String(name), QLatin1String(suffix))},
-                                 QDir::Files); // letter case aside
+        for (const char* suffix : {"jpg", "jpeg", "png", "webp", "gif", "bmp", "tif", "tiff"}) {
+            const QString sleeve = QStringLiteral("%1.%2").arg(QLatin1String(name), QLatin1String(suffix));
+            std::copy_if(names.begin(), names.end(), std::back_inserter(found),
+                         [&](const QString& each) { return each.compare(sleeve, Qt::CaseInsensitive) == 0; });
+        }
     }
     return found;
 }
@@ -42,9 +43,9 @@ std::vector<QByteArray> findLocalPictures(const QString& artUrl, const QString& 
     if (path.isEmpty())
         return pictures;
     add(readEmbeddedPicture(path, limit));
-    const QDir folder = QFileInfo(path).dir();
+    const QString folder = path.left(path.lastIndexOf(u'/'));
     for (const QString& name : sleevesIn(folder))
-        add(readRegularFile(folder.filePath(name), limit));
+        add(readRegularFile(folder + u'/' + name, limit));
     return pictures;
 }
 

@@ -10,9 +10,6 @@
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <filesystem>
-#include <string>
-#include <system_error>
 #include <tuple>
 
 namespace tarnwick::musicapp {
@@ -44,21 +41,6 @@ QStringList foldersOf(const QString& path) {
             folders.append(folder);
     }
     return folders;
-}
-
-/// The names of the regular files that are not hidden, in order. `QDir` asks the disk several times for each.
-QStringList filesIn(const QString& folder) {
-    QStringList names;
-    std::error_code error;
-    for (std::filesystem::directory_iterator entry(bytesOfName(folder).toStdString(), error);
-         !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-        std::error_code fault;
-        const std::string name = entry->path().filename().string();
-        if (name.front() != '.' && entry->is_regular_file(fault))
-            names.append(nameFromBytes(QByteArray::fromStdString(name)));
-    }
-    names.sort(); // as the tracks of most albums stand, so that little is left to sort
-    return names;
 }
 
 bool areEqual(const QString& a, const QString& b) {

@@ -3,9 +3,11 @@
 #include "platform/musicapp/FileName.h"
 #include "platform/musicapp/Year.h"
 #include "platform/musicapp/mpris/LocalFile.h"
+#include "platform/musicapp/mpris/LocalPictures.h"
 #include "platform/musicapp/mpris/WebPictures.h"
 #include "platform/musicapp/tags/AlbumFolder.h"
 #include "platform/musicapp/tags/TagCache.h"
+#include "tests/fakes/Files.h"
 #include "tests/fakes/RealPlayer.h"
 
 #include <gmock/gmock.h>
@@ -74,6 +76,19 @@ TEST(OddFiles, ANameThatIsNoUtf8LosesNothing) {
     EXPECT_EQ(tracks[0].name, "caf\uFFFD");
     EXPECT_EQ(tracks[0].path, path);
     std::remove(odd.constData()); // which the folder cannot
+}
+
+TEST(OddFiles, AFolderThatIsNoUtf8KeepsItsSleeve) {
+    const QTemporaryDir folder;
+    const QByteArray odd = folder.path().toUtf8() + "/caf\xE9";
+    writeFile(folder.filePath("plain/a.flac"), "no music");
+    writeFile(folder.filePath("plain/Cover.PNG"), "the sleeve");
+    writeFile(folder.filePath("plain/.cover.png"), "hidden");
+    ASSERT_EQ(std::rename(folder.filePath("plain").toUtf8().constData(), odd.constData()), 0);
+    const QString path = localPathOf("file://" + folder.path() + "/caf%E9/a.flac");
+    EXPECT_FALSE(path.isEmpty());
+    EXPECT_EQ(findLocalPictures({}, path), std::vector<QByteArray>{"the sleeve"});
+    ASSERT_EQ(std::rename(odd.constData(), folder.filePath("plain").toUtf8().constData()), 0);
 }
 
 TEST(OddFiles, OfAHundredThousandArtistsSomeAreRead) {
