@@ -2,7 +2,7 @@
 
 #include <QObject>
 #include <QStringList>
-#include <QtQmlIntegration>
+#include <QtQmlIntegration/qqmlintegration.h>
 
 #include <array>
 #include <optional>

@@ -9,7 +9,7 @@
 
 #include <QImage>
 #include <QObject>
-#include <QtQmlIntegration>
+#include <QtQmlIntegration/qqmlintegration.h>
 
 #include <functional>
 

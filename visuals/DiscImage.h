@@ -5,7 +5,7 @@
 
 #include <QMetaType>
 #include <QObject>
-#include <QtQmlIntegration>
+#include <QtQmlIntegration/qqmlintegration.h>
 
 #include <memory>
 

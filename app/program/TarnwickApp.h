@@ -7,7 +7,7 @@
 #include "visuals/BackgroundManager.h"
 
 #include <QObject>
-#include <QtQmlIntegration>
+#include <QtQmlIntegration/qqmlintegration.h>
 
 #include <functional>
 

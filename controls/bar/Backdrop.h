@@ -3,7 +3,7 @@
 #include <QColor>
 #include <QList>
 #include <QRectF>
-#include <QtQmlIntegration>
+#include <QtQmlIntegration/qqmlintegration.h>
 
 #include <functional>
 #include <memory>

@@ -5,7 +5,7 @@
 #include "platform/musicapp/MusicApplication.h"
 
 #include <QObject>
-#include <QtQmlIntegration>
+#include <QtQmlIntegration/qqmlintegration.h>
 
 #include <functional>
 

@@ -5,7 +5,7 @@
 
 #include <QObject>
 #include <QVariantList>
-#include <QtQmlIntegration>
+#include <QtQmlIntegration/qqmlintegration.h>
 
 #include <functional>
 

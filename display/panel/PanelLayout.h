@@ -6,7 +6,7 @@
 #include <QObject>
 #include <QRectF>
 #include <QStringList>
-#include <QtQmlIntegration>
+#include <QtQmlIntegration/qqmlintegration.h>
 
 #include <optional>
 #include <vector>

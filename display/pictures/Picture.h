@@ -4,7 +4,7 @@
 #include "visuals/DiscImage.h"
 
 #include <QObject>
-#include <QtQmlIntegration>
+#include <QtQmlIntegration/qqmlintegration.h>
 
 #include <optional>
 

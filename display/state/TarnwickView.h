@@ -19,7 +19,7 @@
 #include <QHash>
 #include <QObject>
 #include <QSizeF>
-#include <QtQmlIntegration>
+#include <QtQmlIntegration/qqmlintegration.h>
 
 #include <functional>
 #include <memory>

@@ -2,7 +2,7 @@
 
 #include <QAbstractListModel>
 #include <QPointer>
-#include <QtQmlIntegration>
+#include <QtQmlIntegration/qqmlintegration.h>
 
 #include <vector>
 

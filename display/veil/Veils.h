@@ -8,7 +8,7 @@
 #include <QImage>
 #include <QObject>
 #include <QRectF>
-#include <QtQmlIntegration>
+#include <QtQmlIntegration/qqmlintegration.h>
 
 #include <optional>
 #include <vector>

@@ -3,7 +3,7 @@
 #include "tests/unit/display/SceneFixture.h"
 
 #include <QFontDatabase>
-#include <QtTest>
+#include <QTest>
 
 #include <algorithm>
 #include <utility>
