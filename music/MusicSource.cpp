@@ -6,9 +6,12 @@
 #include "music/Scripts.h"
 #include "visuals/FormatClassifier.h"
 
+#include <QFileInfo>
+
 namespace tarnwick {
 
 using dispatch::QualityOfService;
+using replies::itemText;
 using script::Descriptor;
 using namespace std::chrono_literals;
 
@@ -19,9 +22,20 @@ constexpr auto shuffleInterval = 10s;
 constexpr auto volumeInterval = 5s;
 constexpr auto elapsedTimeInterval = 1s;
 
+constexpr int artistItem = 2;
+constexpr int albumItem = 3;
 constexpr int artworkItem = 11;
 
+const QString unknownAlbum = QStringLiteral("Album sconosciuto");
+
 MusicSource* sharedSource = nullptr;
+
+/// Prints nothing: that a stream has no file is no news.
+std::optional<QString> folderOfTrack(const ScriptRunner& runner) {
+    const auto reply = runner.runDirectly(scripts::trackLocation()).reply;
+    const QString path = reply ? reply->text().value_or(QString()) : QString();
+    return path.isEmpty() ? std::nullopt : std::optional(QFileInfo(path).path());
+}
 
 } // namespace
 
@@ -137,11 +151,14 @@ void MusicSource::requestNowPlaying(const std::shared_ptr<Link>& link, dispatch:
     // Made here, so that the main thread finds the cover decoded.
     if (const auto artwork = reply->item(artworkItem))
         link->parts.images->decode(artwork->data());
+    const bool hasName = !replies::itemText(*reply, albumItem, {}).isEmpty();
+    const QString folder = hasName ? QString() : folderOfTrack(*link->parts.runner).value_or(QString());
     deliver(
-        link, [reply](MusicSource& source) { source.applyNowPlayingReply(*reply); }, std::move(applied));
+        link, [reply, folder](MusicSource& source) { source.applyNowPlayingReply(*reply, folder); },
+        std::move(applied));
 }
 
-void MusicSource::applyNowPlayingReply(const Descriptor& reply) {
+void MusicSource::applyNowPlayingReply(const Descriptor& reply, const QString& folder) {
     const QString state = replies::itemText(reply, 12, QStringLiteral("stopped"));
     publish(m_isPlaying, state == QLatin1String("playing"), &MusicSource::isPlayingChanged);
     publish(m_isPaused, state == QLatin1String("paused"), &MusicSource::isPausedChanged);
@@ -150,19 +167,29 @@ void MusicSource::applyNowPlayingReply(const Descriptor& reply) {
         resetNow();
         return;
     }
+    // No name begins with a line feed.
+    if (const QString album = itemText(reply, albumItem, unknownAlbum); !album.isEmpty())
+        identifyAlbum(album);
+    else
+        identifyAlbum(u'\n' + (folder.isEmpty() ? u'\n' + itemText(reply, artistItem, {}) : folder));
     applyTrackFacts(reply);
     applyFileFacts(reply);
 }
 
+/// Before the fields of the album are published, so that whoever hears of them finds it new.
+void MusicSource::identifyAlbum(const QString& identity) {
+    if (std::exchange(m_albumIdentity, identity) != identity)
+        Q_EMIT albumIdentityChanged();
+}
+
 void MusicSource::applyTrackFacts(const Descriptor& reply) {
-    using replies::itemText;
     const auto integer = [&](int index) { return decimalInteger(itemText(reply, index, {})); };
 
     publishIfChanged(m_currentTrackTitle, itemText(reply, 1, QStringLiteral("Titolo sconosciuto")),
                      &MusicSource::currentTrackTitleChanged);
-    publishIfChanged(m_currentArtistName, itemText(reply, 2, QStringLiteral("Artista sconosciuto")),
+    publishIfChanged(m_currentArtistName, itemText(reply, artistItem, QStringLiteral("Artista sconosciuto")),
                      &MusicSource::currentArtistNameChanged);
-    publishIfChanged(m_currentAlbumName, itemText(reply, 3, QStringLiteral("Album sconosciuto")),
+    publishIfChanged(m_currentAlbumName, itemText(reply, albumItem, unknownAlbum),
                      &MusicSource::currentAlbumNameChanged);
     if (const auto year = decimalInteger(itemText(reply, 4, {}).remove(QLatin1Char('.'))))
         publishIfChanged(m_currentTrackYear, year, &MusicSource::currentTrackYearChanged);
@@ -217,6 +244,7 @@ void MusicSource::resetTrackInfo() {
 }
 
 void MusicSource::resetNow() {
+    identifyAlbum({});
     publish(m_currentTrackTitle, {}, &MusicSource::currentTrackTitleChanged);
     publish(m_currentArtistName, {}, &MusicSource::currentArtistNameChanged);
     publish(m_currentAlbumName, QString(), &MusicSource::currentAlbumNameChanged);

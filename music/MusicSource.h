@@ -134,8 +134,9 @@ public:
     /// The names of Music's playlists in its order; empty on any failure. Any thread.
     QStringList fetchPlaylists() const;
 
-    /// Plays the first playlist whose name is `named`, letter case and white space around it apart.
-    void playPlaylist(const QString& named);
+    /// Plays the first playlist whose name is `named`, letter case and white space around it apart. Why it was
+    /// not started, in one line; none when it was.
+    std::optional<QString> playPlaylist(const QString& named);
 
     /// Plays "Musica", after starting a player when none runs; goes on by itself.
     void playStartupPlaylist();
@@ -153,6 +154,11 @@ public:
 
     /// Whether `tracksByDisc` is the list of the current album, and not one that is about to be replaced.
     bool hasTracksOfCurrentAlbum() const;
+
+    /// What tells the current album from others: its name or, where it has none, the folder of its file or, of
+    /// a stream, the artist. Only good for comparing.
+    const QString& albumIdentity() const { return m_albumIdentity; }
+    Q_SIGNAL void albumIdentityChanged();
 
     /// Emitted when another player is followed, or what it can do has changed.
     Q_SIGNAL void playerChanged();
@@ -178,7 +184,7 @@ private:
     static void deliver(const std::shared_ptr<Link>& link, std::function<void(MusicSource&)> task,
                         dispatch::Task applied = {});
     static void requestNowPlaying(const std::shared_ptr<Link>& link, dispatch::Task applied);
-    static void requestTracksByDisc(const std::shared_ptr<Link>& link, std::optional<QString> album,
+    static void requestTracksByDisc(const std::shared_ptr<Link>& link, const QString& album,
                                     dispatch::Task applied);
     static void requestPlaylistName(const std::shared_ptr<Link>& link, bool isOfAnotherPlayer,
                                     dispatch::Task applied);
@@ -187,10 +193,11 @@ private:
     static void requestVolume(const std::shared_ptr<Link>& link, dispatch::Task applied);
     static void answerAnnouncement(const std::shared_ptr<Link>& link, musicapp::Changes changes);
 
-    void applyNowPlayingReply(const script::Descriptor& reply);
+    void applyNowPlayingReply(const script::Descriptor& reply, const QString& folder);
     void applyTrackFacts(const script::Descriptor& reply);
     void applyFileFacts(const script::Descriptor& reply);
     void applyTracksByDisc(const script::Descriptor& reply);
+    void identifyAlbum(const QString& identity);
     void resetNow();
     void refreshSoon();
     void runLasting(const QString& text, std::function<void(const script::Outcome&)> finished);
@@ -199,7 +206,8 @@ private:
     std::shared_ptr<Link> m_link;
     musicapp::MusicApplication* m_followed = nullptr;
     ChangePass m_changes;
-    std::optional<QString> m_albumOfTracks;
+    QString m_albumIdentity;
+    std::optional<QString> m_albumOfTracks; ///< the identity of the album that the list is of
     dispatch::SerialQueue m_lasting; ///< texts that may start a player and wait for it
 
     std::unique_ptr<dispatch::TimerSource> updateTimer;

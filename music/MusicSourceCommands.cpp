@@ -125,16 +125,21 @@ QStringList MusicSource::fetchPlaylists() const {
     return names ? replies::texts(*names) : QStringList();
 }
 
-void MusicSource::playPlaylist(const QString& named) {
+std::optional<QString> MusicSource::playPlaylist(const QString& named) {
     const QString wanted = named.trimmed();
     for (const QString& name : fetchPlaylists()) {
         if (name.compare(wanted, Qt::CaseInsensitive) != 0)
             continue;
         publish(m_currentPlaylistName, name, &MusicSource::currentPlaylistNameChanged);
         m_changes.deliver();
-        m_parts.runner->runDirectly(scripts::playPlaylist(name));
-        return;
+        const script::Outcome outcome = m_parts.runner->runDirectly(scripts::playPlaylist(name));
+        if (outcome.error)
+            return outcome.error->toString();
+        // The text answers with the reason, or with nothing.
+        const QString reason = outcome.reply->text().value_or(QString());
+        return reason.isEmpty() ? std::nullopt : std::optional(reason);
     }
+    return QStringLiteral("no playlist is called '%1'").arg(named);
 }
 
 void MusicSource::fetchCurrentPlaylistName(dispatch::Task applied) {

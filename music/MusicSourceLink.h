@@ -26,7 +26,7 @@ struct MusicSource::Link {
     std::mutex tracksMutex;
     bool tracksRunning = false;
     bool tracksWanted = false;
-    std::optional<QString> tracksAlbum;
+    QString tracksAlbum; ///< its identity
     std::vector<dispatch::Task> tracksApplied;
 };
 

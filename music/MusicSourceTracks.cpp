@@ -10,20 +10,20 @@ using dispatch::QualityOfService;
 
 void MusicSource::fetchTracksByDisc(dispatch::Task applied) {
     if (m_parts.dispatcher.isMainThread()) {
-        requestTracksByDisc(m_link, m_currentAlbumName, std::move(applied));
+        requestTracksByDisc(m_link, m_albumIdentity, std::move(applied));
         return;
     }
     deliver(m_link, [link = m_link, applied = std::move(applied)](MusicSource& source) {
-        requestTracksByDisc(link, source.m_currentAlbumName, applied);
+        requestTracksByDisc(link, source.m_albumIdentity, applied);
     });
 }
 
 // Requests that come while one runs are answered together by one more.
-void MusicSource::requestTracksByDisc(const std::shared_ptr<Link>& link, std::optional<QString> album,
+void MusicSource::requestTracksByDisc(const std::shared_ptr<Link>& link, const QString& album,
                                       dispatch::Task applied) {
     const std::lock_guard lock(link->tracksMutex);
     link->tracksWanted = true;
-    link->tracksAlbum = std::move(album);
+    link->tracksAlbum = album;
     if (applied)
         link->tracksApplied.push_back(std::move(applied));
     if (link->tracksRunning)
@@ -31,7 +31,7 @@ void MusicSource::requestTracksByDisc(const std::shared_ptr<Link>& link, std::op
     link->tracksRunning = true;
     link->parts.dispatcher.globalQueue(QualityOfService::Background).async([link] {
         for (;;) {
-            std::optional<QString> wantedAlbum;
+            QString wantedAlbum;
             std::vector<dispatch::Task> waiting;
             {
                 const std::lock_guard running(link->tracksMutex);
@@ -48,7 +48,7 @@ void MusicSource::requestTracksByDisc(const std::shared_ptr<Link>& link, std::op
             deliver(
                 link,
                 [reply = outcome.reply, wantedAlbum](MusicSource& source) {
-                    if (reply && source.m_currentAlbumName == wantedAlbum)
+                    if (reply && source.m_albumIdentity == wantedAlbum)
                         source.applyTracksByDisc(*reply);
                 },
                 [waiting = std::move(waiting)] {
@@ -61,17 +61,17 @@ void MusicSource::requestTracksByDisc(const std::shared_ptr<Link>& link, std::op
 
 void MusicSource::applyTracksByDisc(const script::Descriptor& reply) {
     if (reply.isList()) {
-        m_albumOfTracks = m_currentAlbumName;
+        m_albumOfTracks = m_albumIdentity;
         publish(m_tracksByDisc, replies::tracksByDisc(reply), &MusicSource::tracksByDiscChanged);
     } else if (const auto text = reply.text()) {
-        m_albumOfTracks = m_currentAlbumName;
+        m_albumOfTracks = m_albumIdentity;
         publish(m_currentTrackList, text->split(QStringLiteral(", ")), &MusicSource::currentTrackListChanged);
         publish(m_tracksByDisc, {DiscTrack{1, m_currentTrackList}}, &MusicSource::tracksByDiscChanged);
     }
 }
 
 bool MusicSource::hasTracksOfCurrentAlbum() const {
-    return m_albumOfTracks && m_albumOfTracks == m_currentAlbumName;
+    return m_albumOfTracks == m_albumIdentity;
 }
 
 } // namespace tarnwick

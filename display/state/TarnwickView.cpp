@@ -123,12 +123,13 @@ void TarnwickView::trackChanged() {
         m_parts.backgroundManager.lastRandomChoice.reset();
     applyBackground();
     drawRandomFonts();
-    if (previous != album)
+    if (previous != album || (album.isEmpty() && m_previousAlbumIdentity != source.albumIdentity()))
         albumChanged();
-    else if (m_recordAlbum != album) // there and back before what was shown had been written down
+    else if (m_recordAlbum != source.albumIdentity()) // there and back before what was shown had been written down
         refreshRecordImage(true);
-    later(albumWriteBackDelay, [this, name = source.currentAlbumName()] {
+    later(albumWriteBackDelay, [this, name = source.currentAlbumName(), identity = source.albumIdentity()] {
         m_transaction.withoutAnimation([&] { m_parts.musicSource.setPreviousAlbumTitle(name); });
+        m_previousAlbumIdentity = identity;
     });
 }
 

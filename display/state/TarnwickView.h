@@ -264,7 +264,8 @@ private:
     DiscImage m_cdImage;
     DiscImage m_currentRandomImage;
     std::optional<images::Image> m_cassetteImage;
-    QString m_recordAlbum;         // whose record was asked for last
+    QString m_recordAlbum;         // the identity of the one whose record was asked for last
+    QString m_previousAlbumIdentity;
     quint64 m_recordOrder = 0;     // of the choice that was asked for last
     bool m_recordIsForced = false; // by a choice that was overtaken
     QList<QColor> m_paintedColors;

@@ -14,7 +14,7 @@ constexpr RecordPrint print{.side = 300, .holeRadius = 30, .inset = 5};
 void TarnwickView::refreshRecordImage(bool force) {
     const Settings& settings = m_parts.settings;
     const MusicSource& source = m_parts.musicSource;
-    m_recordAlbum = source.currentAlbumName().value_or(QString());
+    m_recordAlbum = source.albumIdentity();
     // A choice that is still looking at its folder is overtaken, but what it was to draw anew is drawn.
     m_recordIsForced = m_recordIsForced || force;
     const RecordRequest request{m_recordIsForced, settings.randomRotationEnabled(), settings.useGeneratedCD(),

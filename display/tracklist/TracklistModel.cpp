@@ -16,7 +16,7 @@ void TracklistModel::setView(TarnwickView* view) {
     if (view) {
         const MusicSource* source = &view->musicSource();
         connect(source, &MusicSource::tracksByDiscChanged, this, &TracklistModel::followAlbum);
-        connect(source, &MusicSource::currentAlbumNameChanged, this, &TracklistModel::followAlbum);
+        connect(source, &MusicSource::albumIdentityChanged, this, &TracklistModel::followAlbum);
         connect(source, &MusicSource::trackDurationsChanged, this, [this] { rolesChanged({Duration}); });
         const auto currentChanged = [this] { rolesChanged({IsCurrent}); };
         connect(source, &MusicSource::currentTrackTitleChanged, this, currentChanged);

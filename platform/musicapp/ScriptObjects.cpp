@@ -20,15 +20,7 @@ Value known(const QString& text) {
     return Value::text(text);
 }
 
-Value known(qint64 number) {
-    if (number == 0)
-        throw Error::noSuchObject();
-    return Value::integer(number);
-}
-
-/// Some texts read these without a `try`, and an ordinary file must not cost the whole reply.
-Value textOrMissing(const QString& text) { return text.isEmpty() ? Value::missing() : Value::text(text); }
-
+/// A fact that the track does not have is empty or 0. Only what there is nothing to ask for is an error.
 Value factOf(const Track& track, Term property) {
     switch (property) {
     case script::terms::Name:
@@ -36,19 +28,19 @@ Value factOf(const Track& track, Term property) {
     case script::terms::Id:
         return known(track.id);
     case terms::Artist:
-        return textOrMissing(track.artist);
+        return Value::text(track.artist);
     case terms::Album:
-        return textOrMissing(track.album);
+        return Value::text(track.album);
     case terms::Genre:
-        return known(track.genre);
+        return Value::text(track.genre);
     case terms::Year:
-        return known(track.year);
+        return Value::integer(track.year);
     case terms::Comment:
-        return known(track.comment);
+        return Value::text(track.comment);
     case terms::Grouping:
-        return known(track.grouping);
+        return Value::text(track.grouping);
     case terms::TrackKind:
-        return known(track.kind);
+        return Value::text(track.kind);
     case terms::TrackNumber:
         return Value::integer(track.trackNumber);
     case terms::DiscNumber:
@@ -60,17 +52,31 @@ Value factOf(const Track& track, Term property) {
     case terms::Duration: // a stream has none, and still plays
         return Value::real(track.duration);
     case terms::BitRate:
-        return known(track.bitRate);
-    case terms::SampleRate:
-        return known(track.sampleRate);
+        return Value::integer(track.bitRate);
+    case terms::SampleRate: // in kilohertz
+        return Value::real(track.sampleRate / 1000.0);
     case terms::Size:
-        return known(track.size);
+        return Value::integer(track.size);
     case terms::Location:
         if (track.path.isEmpty())
             throw Error::noSuchObject();
         return Value::alias(track.path);
     default:
         throw Error::noSuchObject();
+    }
+}
+
+/// The same of one among many tracks, where one without the fact must not cost the others theirs.
+Value factAmongMany(const Track& track, Term property) {
+    switch (property) {
+    case script::terms::Name:
+        return Value::text(track.name);
+    case script::terms::Id:
+        return Value::text(track.id);
+    case terms::Location:
+        return track.path.isEmpty() ? Value::missing() : Value::alias(track.path);
+    default:
+        return factOf(track, property);
     }
 }
 
@@ -108,7 +114,7 @@ QString TrackObject::specifier() const {
 
 Value TrackObject::property(Term property) const {
     if (property != terms::Container)
-        return factOf(*m_track, property);
+        return m_current ? factOf(*m_track, property) : factAmongMany(*m_track, property);
     if (!m_current)
         return Value::object(std::make_shared<LibraryPlaylistObject>(Library::empty()));
     if (m_current->currentPlaylist.isEmpty())
@@ -149,11 +155,10 @@ std::vector<int> LibraryPlaylistObject::found(const Query& query) const {
     if (complete) {
         numbers = everyNumber(m_library->tracks().size());
     } else if (const Value* album = query.filter->equalTo(terms::Album);
-               album != nullptr && (album->is(script::Kind::Text) || album->isMissing())) {
-        const auto matching = m_library->ofAlbum(album->isMissing() ? QString() : album->asText());
+               album != nullptr && album->is(script::Kind::Text)) {
+        const auto matching = m_library->ofAlbum(album->asText());
         numbers.assign(matching.begin(), matching.end());
-        // A track without an album has no text there, so it does not equal the empty one.
-        complete = query.filter->isOnly(terms::Album) && (album->isMissing() || !album->asText().isEmpty());
+        complete = query.filter->isOnly(terms::Album);
     } else if (const Value* name = query.filter->equalTo(script::terms::Name);
                name != nullptr && name->is(script::Kind::Text)) {
         const auto matching = m_library->named(name->asText());
@@ -185,7 +190,7 @@ std::vector<Value> LibraryPlaylistObject::values(const Query& query, Term proper
     for (const int number : found(query)) {
         const Track& track = m_library->tracks()[static_cast<std::size_t>(number)];
         values.push_back(property == terms::Container ? TrackObject(m_library, number).property(property)
-                                                      : factOf(track, property));
+                                                      : factAmongMany(track, property));
     }
     return values;
 }

@@ -6,7 +6,7 @@
 
 namespace tarnwick::musicapp {
 
-/// The facts of one track. An empty text and a number of 0 mean that nobody knows it.
+/// The facts of one track. An empty text and a number of 0 mean that it has none, or that nobody knows it.
 struct Track {
     QString name;
     QString artist;

@@ -115,10 +115,12 @@ void CurrentTrack::albumFromTrackList(int serial) {
     link->trackList().refresh([this, link, serial] {
         if (serial != m_albumSerial)
             return;
-        const Track& current = link->belief().metadata.track;
+        const Metadata& current = link->belief().metadata;
         std::vector<Track> tracks;
         for (const Metadata& entry : link->trackList().entries()) {
-            if (!current.album.isEmpty() && entry.track.album == current.album)
+            const bool isOfIt = current.track.album.isEmpty() ? isSameAlbum(current, entry)
+                                                              : entry.track.album == current.track.album;
+            if (isOfIt && !entry.track.name.isEmpty()) // one without title and file is nothing to choose
                 tracks.push_back(entry.track);
         }
         albumLoaded(std::make_shared<const Library>(std::move(tracks)));

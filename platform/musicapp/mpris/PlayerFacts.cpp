@@ -112,6 +112,11 @@ bool isSameTrack(const Metadata& before, const Metadata& after) {
 }
 
 bool isSameAlbum(const Metadata& before, const Metadata& after) {
+    if (before.track.album.isEmpty() && after.track.album.isEmpty()) {
+        if (namesFile(before.url) || namesFile(after.url))
+            return folderOf(before.url) == folderOf(after.url);
+        return areEqual(before.track.artist, after.track.artist).value_or(false);
+    }
     if (!areEqual(before.track.album, after.track.album).value_or(false))
         return false;
     // The artists of a sampler's tracks are others; its own is not, nor is its folder.

@@ -27,8 +27,8 @@ struct Metadata {
 /// Whether the two are about the same track, whatever the player's track ids say.
 bool isSameTrack(const Metadata& before, const Metadata& after);
 
-/// Whether the two are of one album that has a name: by the same artist or in the same folder, as far as
-/// that is known.
+/// Whether the two are of one album: of the same name and by the same artist or in the same folder, as far as
+/// that is known; without a name, in the same folder or, of streams, by the same artist.
 bool isSameAlbum(const Metadata& before, const Metadata& after);
 
 /// Whether `url` is spelt like a local file's, in whatever way players do.

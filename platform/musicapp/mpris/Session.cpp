@@ -142,6 +142,8 @@ void Session::beliefChanged() {
 
 /// The album as far as it is known, the current track in any case.
 std::shared_ptr<const Library> Session::libraryAround(const Track& current) const {
+    if (current.name.isEmpty()) // a station that sends none: nothing that could stand in a list
+        return Library::empty();
     const auto& album = m_track.album();
     for (const int number : album->ofAlbum(current.album)) {
         const Track& track = album->tracks()[static_cast<std::size_t>(number)];
