@@ -1,30 +1,32 @@
 #pragma once
 
-#include "platform/musicapp/MusicApplication.h"
-
+#include <functional>
 #include <mutex>
 
 namespace tarnwick::musicapp {
 
-/// Tells one handler what changed.
+/// Tells one handler the news.
+template <typename News>
 class Announcer {
 public:
+    using Handler = std::function<void(News)>;
+
     /// Returns when the handler before is not running any more; not to be called from a handler.
-    void setHandler(MusicApplication::ChangeHandler handler) {
+    void setHandler(Handler handler) {
         const std::lock_guard lock(m_mutex);
         m_handler = std::move(handler);
     }
 
-    /// Calls the handler on this thread, unless nothing changed.
-    void announce(Changes changes) {
+    /// Calls the handler on this thread.
+    void announce(const News& news) {
         const std::lock_guard lock(m_mutex);
-        if (changes && m_handler)
-            m_handler(changes);
+        if (m_handler)
+            m_handler(news);
     }
 
 private:
     std::mutex m_mutex;
-    MusicApplication::ChangeHandler m_handler;
+    Handler m_handler;
 };
 
 } // namespace tarnwick::musicapp

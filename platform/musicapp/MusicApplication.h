@@ -4,6 +4,7 @@
 
 #include <QFlags>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <optional>
@@ -50,6 +51,7 @@ struct Capabilities {
 class MusicApplication {
 public:
     using ChangeHandler = std::function<void(Changes)>;
+    using RefusalHandler = std::function<void(const QString& line)>;
 
     MusicApplication() = default;
     MusicApplication(const MusicApplication&) = delete;
@@ -63,6 +65,17 @@ public:
 
     /// The name a person knows the player by ("VLC media player"); empty when there is none.
     virtual QString playerName() const = 0;
+
+    /// Where the player is found by other programs, a unique name on the bus; empty when there is none or it
+    /// is in this program.
+    virtual QString playerAddress() const { return {}; }
+
+    /// The names by which the players that are there can be asked for, in the order of the alphabet.
+    virtual QStringList playerNames() const { return {}; }
+
+    /// `handler` is called, on a thread of this object's choice, with a line for people when the player has
+    /// refused to play a title. As `setChangeHandler` otherwise.
+    virtual void setRefusalHandler(RefusalHandler handler) { Q_UNUSED(handler) }
 
     /// `handler` is called, on a thread of this object's choice, after the snapshot has changed. It
     /// replaces the one before, which is not running any more when this returns; so it must not be

@@ -24,7 +24,9 @@ double Position::valueAt(dispatch::Instant now) const {
 
 Changes difference(const Snapshot& before, const Snapshot& after, dispatch::Instant now) {
     Changes changes;
-    changes.setFlag(Change::Player, before.running != after.running || before.playerName != after.playerName);
+    changes.setFlag(Change::Player, before.running != after.running ||
+                                        before.playerName != after.playerName ||
+                                        before.playerAddress != after.playerAddress);
     changes.setFlag(Change::State, before.running != after.running || before.state != after.state);
     changes.setFlag(Change::Track,
                     !saysTheSame(before.current, after.current) || before.artwork != after.artwork);

@@ -47,6 +47,8 @@ struct Playlist {
 struct Snapshot {
     bool running = false; ///< whether there is a player at all
     QString playerName;
+    QString playerAddress;   ///< its unique name on the bus; empty when it is on none
+    QStringList playerNames; ///< of all that could be asked for, in the order of the alphabet
     PlayerState state = PlayerState::Stopped;
     std::optional<Track> current; ///< none while stopped
     std::optional<Artwork> artwork;

@@ -62,7 +62,7 @@ struct RealPlayersTest : MprisFixture {
         EXPECT_EQ(probe->text(terms::Comment), "Italy");
         EXPECT_EQ(probe->text(terms::Grouping), "Notturni");
         EXPECT_EQ(probe->text(terms::TrackKind), "FLAC audio file");
-        EXPECT_EQ(probe->number(terms::SampleRate), 44100);
+        EXPECT_EQ(probe->real(terms::SampleRate), 44.1);
         EXPECT_GT(probe->number(terms::BitRate), 0);
         EXPECT_GT(probe->number(terms::Size), 1000);
         EXPECT_NEAR(probe->real(terms::Duration), 20, 1);

@@ -44,7 +44,7 @@ public:
     void play(const Playlist& playlist) override;
     std::optional<QString> launch() override { return std::nullopt; }
 
-    Announcer& announcer() { return m_announcer; }
+    Announcer<Changes>& announcer() { return m_announcer; }
 
     /// Blocks until the snapshot shows what was decided, however long a sleeve is painted; false only when
     /// that never ends.
@@ -71,7 +71,7 @@ private:
 
     dispatch::Dispatcher& m_dispatcher;
     images::ImageStore& m_images;
-    Announcer m_announcer;
+    Announcer<Changes> m_announcer;
     std::unique_ptr<QTemporaryDir> m_cassetteFolder; ///< of the cassette scene only
     const DemoLibrary m_library;
     SleevePainter m_sleeves;

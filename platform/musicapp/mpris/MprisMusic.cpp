@@ -28,6 +28,7 @@ public:
 
     ~Impl() override {
         m_announcer.setHandler({});
+        m_refusals.setHandler({});
         m_thread.post([this] { m_session.reset(); });
     }
 
@@ -94,7 +95,8 @@ public:
     }
 
     ScriptableMusic& scripting() { return m_scripting; }
-    Announcer& announcer() { return m_announcer; }
+    Announcer<Changes>& announcer() { return m_announcer; }
+    Announcer<QString>& refusals() { return m_refusals; }
 
     bool waitUntilReady(dispatch::Duration timeout) {
         std::unique_lock lock(m_mutex);
@@ -128,7 +130,8 @@ private:
             m_isComplete = isComplete;
             m_changed.notify_all();
         }
-        m_announcer.announce(changes);
+        if (changes)
+            m_announcer.announce(changes);
     }
 
     void finished(const PlayerLink::Failure& failure) override {
@@ -138,6 +141,8 @@ private:
             m_failure = failure;
         m_changed.notify_all();
     }
+
+    void refused(const QString& line) override { m_refusals.announce(line); }
 
     /// Waits until `condition` holds under the lock, `patience` at most; false as well when the program ends.
     bool comesTo(const std::function<bool(const Impl&)>& condition, dispatch::Duration patience) {
@@ -192,7 +197,8 @@ private:
     const QString m_player;
     const PlayerLauncher m_launcher;
     ScriptableMusic m_scripting;
-    Announcer m_announcer;
+    Announcer<Changes> m_announcer;
+    Announcer<QString> m_refusals;
 
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
@@ -224,6 +230,14 @@ script::ApplicationProvider& MprisMusic::scripting() { return m_impl->scripting(
 Capabilities MprisMusic::capabilities() const { return m_impl->snapshot()->capabilities; }
 
 QString MprisMusic::playerName() const { return m_impl->snapshot()->playerName; }
+
+QString MprisMusic::playerAddress() const { return m_impl->snapshot()->playerAddress; }
+
+QStringList MprisMusic::playerNames() const { return m_impl->snapshot()->playerNames; }
+
+void MprisMusic::setRefusalHandler(RefusalHandler handler) {
+    m_impl->refusals().setHandler(std::move(handler));
+}
 
 void MprisMusic::setChangeHandler(ChangeHandler handler) {
     m_impl->announcer().setHandler(std::move(handler));

@@ -20,7 +20,9 @@ public:
         QString busAddress = {};  ///< empty: the session bus
         QString player = {};      ///< bus name or Identity of the only player to follow; empty: choose
         QString cacheFolder = {}; ///< for pictures from the web; empty: none are kept
-        QString stateFile = {};   ///< remembers the player last followed; empty: it is not remembered
+        QString stateFile = {};   ///< names the player followed last; empty: it is not remembered
+        bool remembers = true;    ///< whether it is written down who is followed
+        QString display = {};     ///< bus name of the display whose player is to be followed; empty: choose
     };
 
     /// Whether there is a session bus to connect to.
@@ -36,6 +38,9 @@ public:
     script::ApplicationProvider& scripting() override;
     Capabilities capabilities() const override;
     QString playerName() const override;
+    QString playerAddress() const override;
+    QStringList playerNames() const override;
+    void setRefusalHandler(RefusalHandler handler) override;
     void setChangeHandler(ChangeHandler handler) override;
     bool waitUntilReady(dispatch::Duration timeout) override;
     bool waitUntilComplete(dispatch::Duration timeout) override;

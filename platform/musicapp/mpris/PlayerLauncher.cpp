@@ -92,8 +92,7 @@ QStringList commandOf(const QString& desktopFile) {
 void PlayerLauncher::remember(const QString& desktopEntry) const {
     if (m_stateFile.isEmpty() || desktopEntry.isEmpty() || desktopEntry.contains(u'/'))
         return;
-    QFile known(m_stateFile);
-    if (known.open(QIODevice::ReadOnly) && QString::fromUtf8(known.readAll()) == desktopEntry)
+    if (remembered() == desktopEntry)
         return;
     QSaveFile file(m_stateFile);
     if (!QDir().mkpath(QFileInfo(m_stateFile).path()) || !file.open(QIODevice::WriteOnly))
@@ -102,12 +101,17 @@ void PlayerLauncher::remember(const QString& desktopEntry) const {
     file.commit();
 }
 
+QString PlayerLauncher::remembered() const {
+    QFile file(m_stateFile);
+    if (m_stateFile.isEmpty() || !file.open(QIODevice::ReadOnly))
+        return {};
+    return QString::fromUtf8(file.read(1000));
+}
+
 QString PlayerLauncher::desktopFile(const QString& name) const {
     if (!name.isEmpty())
         return findByName(name);
-    QString last;
-    if (QFile file(m_stateFile); !m_stateFile.isEmpty() && file.open(QIODevice::ReadOnly))
-        last = QString::fromUtf8(file.read(1000));
+    const QString last = remembered();
     const QString path = last.isEmpty() ? QString() : findByName(last);
     return path.isEmpty() ? findDefault() : path;
 }

@@ -17,6 +17,9 @@ public:
     /// `desktopEntry` is the name of the desktop file of the player followed now, without suffix.
     void remember(const QString& desktopEntry) const;
 
+    /// What was remembered last; empty when nothing was.
+    QString remembered() const;
+
     /// Starts the player called `name` or, when that is empty, the one followed last, else the desktop's
     /// handler for audio files. Why it failed, in one line; none when a program has been started.
     std::optional<QString> start(const QString& name) const;

@@ -6,6 +6,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -152,11 +153,16 @@ QString PlayerLink::identity() const {
     return m_identity.isEmpty() ? m_busName.section(u'.', 3, 3) : m_identity;
 }
 
-bool PlayerLink::isNamed(const QString& wanted) const {
+QString PlayerLink::name() const {
     const QString name = m_busName.section(u'.', 3);
     const auto instance = name.indexOf(QLatin1String(".instance"), 0, Qt::CaseInsensitive);
-    const auto is = [&](const QString& text) { return text.compare(wanted, Qt::CaseInsensitive) == 0; };
-    return is(name) || (instance > 0 && is(name.left(instance))) || (!m_identity.isEmpty() && is(m_identity));
+    return instance > 0 ? name.left(instance) : name;
+}
+
+bool PlayerLink::isNamed(const QString& wanted) const {
+    const QStringList names{m_busName, m_busName.section(u'.', 3), rootInterface + u'.' + name(), name(),
+                            identity()};
+    return names.contains(wanted, Qt::CaseInsensitive);
 }
 
 bool PlayerLink::isTimeOut(const QDBusMessage& reply) {
@@ -184,6 +190,12 @@ void PlayerLink::introduce() {
         m_desktopEntry = textOf(properties.value(QStringLiteral("DesktopEntry")));
         m_canOpenFiles = textsOf(properties.value(QStringLiteral("SupportedUriSchemes")))
                              .contains(QLatin1String("file"), Qt::CaseInsensitive);
+        // One lists two kinds of file, none of them a playlist, and takes them all the same.
+        const QStringList kinds = textsOf(properties.value(QStringLiteral("SupportedMimeTypes")));
+        m_canOpenPlaylists = name() == QLatin1String("mpv") ||
+                             std::any_of(kinds.begin(), kinds.end(), [](const QString& kind) {
+                                 return kind.contains(QLatin1String("mpegurl"), Qt::CaseInsensitive);
+                             });
         m_isIntroduced = true;
         m_changed();
     });

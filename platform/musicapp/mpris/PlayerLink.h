@@ -60,12 +60,18 @@ public:
     const Belief& belief() const { return m_model.belief(); }
     const QString& busName() const { return m_busName; }
     const QString& owner() const { return m_owner; }
+    /// What a person asks for it by: its bus name behind the prefix, without an instance.
+    QString name() const;
     /// The name a person knows it by; the bus name's last part until the player has said it.
     QString identity() const;
     /// The name of its desktop file without suffix; empty when it tells none.
     const QString& desktopEntry() const { return m_desktopEntry; }
-    /// Whether it opens files it is given.
+    /// Whether it opens files it is given, as far as it says and has shown.
     bool canOpenFiles() const { return m_canOpenFiles; }
+    void refusedFile() { m_canOpenFiles = false; }
+    /// The same of playlists.
+    bool canOpenPlaylists() const { return m_canOpenFiles && m_canOpenPlaylists; }
+    void refusedPlaylist() { m_canOpenPlaylists = false; }
     /// Whether its first state has arrived.
     bool isReady() const { return m_model.isReady() && m_isIntroduced; }
     /// Whether nothing more has to be waited for to know if there is a first state.
@@ -76,7 +82,8 @@ public:
     /// Whether it can be believed to play: one that says so but hangs cannot.
     bool isPlaying() const { return belief().state == PlayerState::Playing && !isHanging(); }
 
-    /// Whether `wanted` names this player: its bus name, with or without instance, or its identity.
+    /// Whether `wanted` names this player: its bus name, whole or behind the prefix, with or without
+    /// instance, or its identity.
     bool isNamed(const QString& wanted) const;
 
     /// Whether `reply` says that none came in time.
@@ -106,6 +113,7 @@ private:
     QString m_identity;
     QString m_desktopEntry;
     bool m_canOpenFiles = false;
+    bool m_canOpenPlaylists = false;
 
     QTimer m_volumeTimer; ///< runs while no volume may be sent
     std::optional<double> m_volume;

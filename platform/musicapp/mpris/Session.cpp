@@ -1,6 +1,9 @@
 #include "platform/musicapp/mpris/Session.h"
 
+#include "platform/musicapp/mpris/BusValue.h"
 #include "platform/musicapp/mpris/PlayerCommands.h"
+
+#include <QDBusPendingCallWatcher>
 
 #include <algorithm>
 #include <atomic>
@@ -8,6 +11,10 @@
 namespace tarnwick::musicapp {
 
 namespace {
+
+constexpr int displayPatience = 500; // ms for a display to say whom it follows
+constexpr int firstPatience = 300;   // ms that a player which plays waits for others, at the start
+constexpr auto searchTime = std::chrono::milliseconds(500); // in which those that are there are found
 
 /// Connections are known by name all over the process.
 QString uniqueConnectionName() {
@@ -35,10 +42,17 @@ Session::Session(const MprisMusic::Options& options, BusThread& thread, dispatch
     : m_options(options), m_dispatcher(dispatcher), m_listener(listener),
       m_connectionName(uniqueConnectionName()), m_bus(connection(options.busAddress, m_connectionName)),
       m_track(options.cacheFolder, thread, dispatcher, images, [this] { publish(); }),
-      m_launcher(options.stateFile, options.busAddress),
+      m_launcher(options.stateFile, options.busAddress), m_begin(dispatcher.now()),
       m_memory(dispatcher.globalQueue(dispatch::QualityOfService::Background)) {
     m_choice.setSingleShot(true);
     connect(&m_choice, &QTimer::timeout, this, &Session::playersChanged);
+    m_firstChoice.setSingleShot(true);
+    connect(&m_firstChoice, &QTimer::timeout, this, [this] {
+        m_isFirstChoiceDue = true;
+        playersChanged();
+    });
+    m_remembered = m_launcher.remembered();
+    askDisplay();
     m_players.emplace(m_bus, dispatcher,
                       PlayerRoster::Handlers{
                           .changed =
@@ -59,6 +73,28 @@ Session::Session(const MprisMusic::Options& options, BusThread& thread, dispatch
         publish();
 }
 
+/// A command is about the player that is seen.
+void Session::askDisplay() {
+    if (m_options.display.isEmpty() || !m_options.player.isEmpty() || !m_bus.isConnected())
+        return;
+    m_isDisplayAwaited = true;
+    QString path = u'/' + m_options.display;
+    QDBusMessage question = QDBusMessage::createMethodCall(m_options.display, path.replace(u'.', u'/'),
+                                                           QStringLiteral("org.freedesktop.DBus.Properties"),
+                                                           QStringLiteral("Get"));
+    question.setArguments({m_options.display, QStringLiteral("Player")});
+    question.setAutoStartService(false);
+    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(question, displayPatience), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* finished) {
+        finished->deleteLater();
+        m_isDisplayAwaited = false;
+        const QDBusMessage reply = finished->reply();
+        if (reply.type() == QDBusMessage::ReplyMessage)
+            m_displayed = textOf(plainValue(reply.arguments().value(0)));
+        playersChanged();
+    });
+}
+
 Session::~Session() {
     m_players.reset();
     QDBusConnection::disconnectFromBus(m_connectionName);
@@ -66,29 +102,24 @@ Session::~Session() {
 
 void Session::playerLeaves(const PlayerLink& link) {
     m_lastPlayed.remove(link.owner());
+    if (link.owner() == m_displayed)
+        m_displayed.clear();
     if (&link == m_followed)
         follow(nullptr);
 }
 
 void Session::playersChanged() {
     std::vector<Candidate> candidates;
-    bool allAnswered = m_players->isComplete();
-    bool anyPlays = false;
-    for (const auto& link : m_players->links()) {
-        if (!m_options.player.isEmpty() && link->isReady() && !link->isNamed(m_options.player))
-            continue;
-        allAnswered = allAnswered && link->hasAnswered();
-        if (!link->isReady())
-            continue;
-        candidates.push_back(candidateFor(*link));
-        anyPlays = anyPlays || candidates.back().isPlaying;
-    }
-    // At the start, one that plays need not wait for the others.
-    if (m_followed == nullptr && !allAnswered && !anyPlays)
+    for (const auto& link : m_players->links())
+        if (link->isReady() && (m_options.player.isEmpty() || link->isNamed(m_options.player)))
+            candidates.push_back(candidateFor(*link));
+    if (!mayChoose(candidates))
         return;
     doubtFollowed(candidates);
-    PlayerLink* chosen =
-        m_players->linkOf(choosePlayer(candidates, m_followed != nullptr ? m_followed->owner() : QString()));
+    PlayerLink* chosen = m_displayed.isEmpty() ? nullptr : m_players->linkOf(m_displayed);
+    if (chosen == nullptr || !chosen->isReady())
+        chosen = m_players->linkOf(
+            choosePlayer(candidates, m_followed != nullptr ? m_followed->owner() : QString()));
     if (chosen == nullptr) {
         follow(nullptr);
         publish();
@@ -98,14 +129,47 @@ void Session::playersChanged() {
     }
 }
 
+/// Whether it is known who is there. At the start, one that plays waits for the others no longer than a
+/// moment.
+bool Session::mayChoose(const std::vector<Candidate>& candidates) {
+    if (m_followed != nullptr)
+        return true;
+    if (m_isDisplayAwaited)
+        return false;
+    const auto& links = m_players->links();
+    const bool allAnswered =
+        m_players->isComplete() && std::all_of(links.begin(), links.end(), [&](const auto& link) {
+            const bool isMeant = m_options.player.isEmpty() || link->isNamed(m_options.player);
+            return link->hasAnswered() || (link->isReady() && !isMeant);
+        });
+    if (allAnswered)
+        return true;
+    if (!m_displayed.isEmpty())
+        return std::any_of(candidates.begin(), candidates.end(),
+                           [&](const Candidate& candidate) { return candidate.owner == m_displayed; });
+    const bool anyPlays = std::any_of(candidates.begin(), candidates.end(), [](const Candidate& candidate) {
+        return candidate.state == PlayerState::Playing;
+    });
+    if (!anyPlays)
+        return false;
+    if (!m_isFirstChoiceDue && !m_firstChoice.isActive())
+        m_firstChoice.start(firstPatience);
+    return m_isFirstChoiceDue;
+}
+
 Candidate Session::candidateFor(const PlayerLink& link) {
-    const bool isPlaying = link.isPlaying();
-    if (isPlaying)
+    if (link.isPlaying())
         m_lastPlayed[link.owner()] = m_dispatcher.now();
     const auto lastPlayed = m_lastPlayed.constFind(link.owner());
-    return {link.owner(), isPlaying,
-            lastPlayed == m_lastPlayed.constEnd() ? std::nullopt : std::optional(*lastPlayed),
-            link.belief().stateSince, songOf(link)};
+    const Belief& belief = link.belief();
+    return {.owner = link.owner(),
+            .name = link.busName(),
+            .state = link.isHanging() ? PlayerState::Stopped : belief.state,
+            .lastPlayed = lastPlayed == m_lastPlayed.constEnd() ? std::nullopt : std::optional(*lastPlayed),
+            .since = belief.stateSince,
+            .wasFound = belief.stateSince < m_begin + searchTime,
+            .song = songOf(link),
+            .isRemembered = !m_remembered.isEmpty() && link.desktopEntry() == m_remembered};
 }
 
 /// When another player begins to play, whoever is followed has to show that it does not hang: it may not
@@ -115,7 +179,7 @@ void Session::doubtFollowed(const std::vector<Candidate>& candidates) {
         return;
     dispatch::Instant rival = m_lastRival;
     for (const Candidate& candidate : candidates) {
-        if (candidate.isPlaying && candidate.owner != m_followed->owner())
+        if (candidate.state == PlayerState::Playing && candidate.owner != m_followed->owner())
             rival = std::max(rival, candidate.since);
     }
     if (std::exchange(m_lastRival, rival) != rival && m_followed->isPlaying())
@@ -128,7 +192,8 @@ void Session::follow(PlayerLink* link) {
     if (link == nullptr)
         return;
     link->playlists().refresh();
-    m_memory.run([this, entry = link->desktopEntry()] { m_launcher.remember(entry); });
+    if (m_options.remembers)
+        m_memory.run([this, entry = link->desktopEntry()] { m_launcher.remember(entry); });
 }
 
 /// Lets the outside see what is believed about the followed player, once what belongs to it is there.
@@ -158,6 +223,9 @@ std::shared_ptr<const Library> Session::libraryAround(const Track& current) cons
 
 void Session::publish() {
     Snapshot next = m_followed != nullptr ? makeSnapshot() : Snapshot();
+    for (const auto& link : m_players->links())
+        next.playerNames.append(link->name());
+    next.playerNames.sort();
     m_shown = next;
     const bool arePlaylistsKnown = m_followed == nullptr || m_followed->playlists().isKnown();
     m_listener.publish(std::move(next), !m_track.isLoading() && arePlaylistsKnown);
@@ -168,6 +236,7 @@ Snapshot Session::makeSnapshot() const {
     Snapshot snapshot;
     snapshot.running = true;
     snapshot.playerName = m_followed->identity();
+    snapshot.playerAddress = m_followed->owner();
     snapshot.state = belief.state;
     snapshot.volume = belief.volume;
     snapshot.shuffle = belief.shuffle;
@@ -239,8 +308,18 @@ void Session::setPosition(double seconds) {
 }
 
 void Session::play(const Track& track) {
-    if (PlayerLink* link = followedOrFail())
-        playTrack(*link, track, done());
+    PlayerLink* link = followedOrFail();
+    if (link == nullptr)
+        return;
+    playTrack(*link, {track, albumFrom(*m_shown.library, track), m_options.cacheFolder},
+              [this, link, ending = done()](const PlayerLink::Failure& failure) {
+                  ending(failure);
+                  if (!failure)
+                      return;
+                  m_listener.refused(*failure);
+                  if (link == m_followed)
+                      publish(); // it may be known now that it opens nothing
+              });
 }
 
 void Session::play(const Playlist& playlist) {

@@ -24,6 +24,8 @@ public:
     virtual void publish(Snapshot snapshot, bool isComplete) = 0;
     /// A command has ended.
     virtual void finished(const PlayerLink::Failure& failure) = 0;
+    /// The player does not play a title that was asked for; why, for people. `finished` is told as well.
+    virtual void refused(const QString& line) = 0;
 
 protected:
     ~SessionListener() = default;
@@ -50,6 +52,8 @@ public:
     void playlistsWereRead();
 
 private:
+    void askDisplay();
+    bool mayChoose(const std::vector<Candidate>& candidates);
     void playerLeaves(const PlayerLink& link);
     void playersChanged();
     Candidate candidateFor(const PlayerLink& link);
@@ -69,14 +73,20 @@ private:
     QDBusConnection m_bus;
     CurrentTrack m_track; ///< of the followed player
     const PlayerLauncher m_launcher;
+    const dispatch::Instant m_begin;
     BackgroundWork m_memory; ///< writes down which player was followed
+    QString m_remembered;    ///< the desktop file of the player that was followed before this session
+    bool m_isDisplayAwaited = false;
+    QString m_displayed; ///< the player that a running display follows; empty when there is no such thing
 
     std::optional<PlayerRoster> m_players;
     QHash<QString, dispatch::Instant> m_lastPlayed; ///< by owner; since they appeared
     PlayerLink* m_followed = nullptr;
     dispatch::Instant m_lastRival{0}; ///< when another player began to play while the followed one did
     QTimer m_choice;                  ///< coalesces what many players say at once
-    Snapshot m_shown;                 ///< the last that was published
+    QTimer m_firstChoice;             ///< runs while others may still answer that play as well
+    bool m_isFirstChoiceDue = false;
+    Snapshot m_shown; ///< the last that was published
 };
 
 } // namespace tarnwick::musicapp
