@@ -114,7 +114,7 @@ int runPlaylists(const Invocation& invocation) {
             QJsonDocument(QJsonArray::fromStringList(names)).toJson(QJsonDocument::Compact) + '\n'));
     else
         for (const QString& name : names)
-            print(name + QLatin1Char('\n'));
+            print(printable(name) + QLatin1Char('\n'));
     return exitDone;
 }
 

@@ -14,6 +14,18 @@ namespace {
 /// A script is a page of text; a file beyond this is something else.
 constexpr qint64 maximumScriptBytes = qint64{16} * 1024 * 1024;
 
+/// Until the end or past the limit: a pipe gives with each reading what happens to be in it.
+QByteArray readBytes(QFile& file) {
+    QByteArray bytes;
+    while (bytes.size() <= maximumScriptBytes) {
+        const QByteArray more = file.read(maximumScriptBytes + 1 - bytes.size());
+        if (more.isEmpty())
+            break;
+        bytes += more;
+    }
+    return bytes;
+}
+
 std::variant<QString, QString> readScript(const QString& name) {
     QFile file(name);
     const bool opened =
@@ -21,10 +33,14 @@ std::variant<QString, QString> readScript(const QString& name) {
     if (!opened)
         return std::variant<QString, QString>(std::in_place_index<1>,
                                               QStringLiteral("%1: %2").arg(name, file.errorString()));
-    const QByteArray bytes = file.read(maximumScriptBytes + 1);
-    if (bytes.size() > maximumScriptBytes)
+    const QByteArray bytes = readBytes(file);
+    if (file.error() != QFileDevice::NoError)
         return std::variant<QString, QString>(std::in_place_index<1>,
-                                              QStringLiteral("%1: too large for a script").arg(name));
+                                              QStringLiteral("%1: %2").arg(name, file.errorString()));
+    if (bytes.size() > maximumScriptBytes)
+        return std::variant<QString, QString>(
+            std::in_place_index<1>,
+            QStringLiteral("%1: too large for a script, which has 16 MiB at most").arg(name));
     auto decoded = script::decodeSource(bytes);
     if (const auto* error = std::get_if<script::Error>(&decoded))
         return std::variant<QString, QString>(std::in_place_index<1>,
@@ -74,7 +90,7 @@ int runScript(const Invocation& invocation) {
     if (invocation.has(QStringLiteral("json")))
         print(QString::fromUtf8(script::json(*outcome.reply)) + QLatin1Char('\n'));
     else if (const QString text = script::literal(*outcome.reply); !text.isEmpty())
-        print(text + QLatin1Char('\n'));
+        print(printable(text) + QLatin1Char('\n'));
     if (refusal)
         complain(*refusal);
     return refusal || dialogShown ? exitFailed : exitDone;

@@ -41,11 +41,11 @@ std::vector<std::pair<QString, QJsonValue>> fieldsOf(MusicSession& session) {
 
 QString plain(const QJsonValue& value) {
     if (value.isString())
-        return value.toString();
+        return printable(value.toString());
     if (value.isNull())
         return QStringLiteral("-");
     QByteArray json = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
-    return QString::fromUtf8(json.mid(1, json.size() - 2));
+    return printable(QString::fromUtf8(json.mid(1, json.size() - 2)));
 }
 
 void refresh(MusicSession& session) {

@@ -1,5 +1,6 @@
 // What starts a player when none runs: its desktop file.
 
+#include "tests/fakes/RealPlayer.h"
 #include "tests/players/ProgramFixture.h"
 
 #include <QDBusConnection>
@@ -75,6 +76,17 @@ TEST_F(LaunchTest, PlayStartsTheDesktopsOwnChoice) {
                            "audio/mpeg=gone.desktop;org.fake.Jukebox.desktop;\n");
     expectStart();
     EXPECT_EQ(readFile(home.filePath("tarnwick/last-player")), "org.fake.Jukebox");
+}
+
+TEST_F(LaunchTest, APlaylistIsALineWhateverItIsCalled) {
+    RealPlayer other(bus.address());
+    ASSERT_TRUE(other.start(TARNWICK_FAKE_PLAYER, {"org.fake.Other", "two\nlines \x1b[2J", "plain"}));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            return run({"do", "playlists"}).out == "two lines \\u001b[2J\nplain\n";
+        },
+        20'000));
+    EXPECT_EQ(run({"do", "playlists", "--json"}).out, "[\"two\\nlines \\u001b[2J\",\"plain\"]\n");
 }
 
 TEST_F(LaunchTest, WhatCannotBeStartedIsSaid) {

@@ -77,6 +77,25 @@ TEST_F(ProgramTest, ExitCodesMeanSomething) {
     }
 }
 
+TEST_F(ProgramTest, AScriptFromAPipeIsReadToItsEnd) {
+    const QByteArray comments = QByteArray("-- comment line\n").repeated(20'000);
+    const Result whole = run({"script", "-", "--source", "demo"}, comments + "return \"end\"");
+    EXPECT_EQ(whole.code, 0) << whole.err;
+    EXPECT_EQ(whole.out, "\"end\"\n");
+
+    const Result tooLong = run({"script", "-", "--source", "demo"}, QByteArray(17 << 20, ' '));
+    EXPECT_EQ(tooLong.code, 1);
+    EXPECT_EQ(tooLong.err, "tarnwick: -: too large for a script, which has 16 MiB at most\n");
+}
+
+TEST_F(ProgramTest, WhatAScriptSaysIsOneHarmlessLine) {
+    const Result result = run({"script", "-", "--source", "demo"},
+                              "log \"a\" & return & \"b\\n\x1b[31mc\"\nreturn \"\x1b]0;x\x07\"");
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.err, "tarnwick: a b \\u001b[31mc\n");
+    EXPECT_EQ(result.out, "\"\\u001b]0;x\\u0007\"\n");
+}
+
 TEST_F(ProgramTest, BadScriptsEndWithOneLine) {
     const struct {
         const char* what;
@@ -114,6 +133,7 @@ protected:
                               {"artist", "Ada Ferri"},
                               {"album", "Prove d'autore"},
                               {"track", QString::number(number)},
+                              {"comment", "two\nlines \x1b[2J"},
                               {"date", "2021"}},
                              240);
         };
@@ -146,6 +166,10 @@ TEST_F(RealPlayerTest, IsShownAndDriven) {
     EXPECT_EQ(first["trackDuration"].toDouble(), 240);
     EXPECT_EQ(first["currentAlbumArtwork"].toObject()["width"].toInt(), 600);
     EXPECT_EQ(first["player"].toString(), "mpv");
+
+    const QString plain = run({"status"}).out;
+    EXPECT_EQ(plain.count('\n'), 29) << "a line a field, whatever a tag holds";
+    EXPECT_THAT(plain.toStdString(), HasSubstr("currentTrackComment: two lines \\u001b[2J\n"));
 
     EXPECT_EQ(run({"do", "volume", "0.37"}).code, 0);
     EXPECT_EQ(status()["volumeLevel"].toDouble(), 0.37);
