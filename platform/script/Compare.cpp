@@ -3,6 +3,7 @@
 #include "platform/script/Application.h"
 #include "platform/script/Cells.h"
 #include "platform/script/Coercion.h"
+#include "platform/script/ComposedText.h"
 
 #include <algorithm>
 
@@ -122,10 +123,7 @@ bool isEqualText(const QString& left, const QString& right, bool considersCase) 
         return true;
     if (isAscii(left) && isAscii(right))
         return false;
-    if (considersCase)
-        return left.normalized(QString::NormalizationForm_C) ==
-               right.normalized(QString::NormalizationForm_C);
-    return comparisonKey(left) == comparisonKey(right);
+    return ComposedText::key(left, considersCase) == ComposedText::key(right, considersCase);
 }
 
 int order(const Value& givenLeft, const Value& givenRight, bool considersCase) {
@@ -135,9 +133,10 @@ int order(const Value& givenLeft, const Value& givenRight, bool considersCase) {
         return left.asInteger() < right.asInteger() ? -1 : left.asInteger() > right.asInteger();
     if (left.is(Kind::Text)) {
         const QString other = requireText(right);
-        if (isEqualText(textIn(left), other, considersCase))
-            return 0;
-        return textIn(left).compare(other, sensitivity(considersCase));
+        if (isAscii(textIn(left)) && isAscii(other))
+            return textIn(left).compare(other, sensitivity(considersCase));
+        return ComposedText::key(textIn(left), considersCase)
+            .compare(ComposedText::key(other, considersCase));
     }
     const double a = requireReal(left);
     const double b = requireReal(right);
@@ -163,7 +162,8 @@ bool contains(const Value& givenWhole, const Value& givenPart, bool considersCas
             return own && isEqual(*own, field.second, considersCase);
         });
     }
-    return requireText(whole).contains(requireText(part), sensitivity(considersCase));
+    const ComposedText text(requireText(whole), considersCase);
+    return text.indexOf({requireText(part), considersCase}) >= 0;
 }
 
 bool startsWith(const Value& givenWhole, const Value& givenPart, bool considersCase) {
@@ -174,7 +174,8 @@ bool startsWith(const Value& givenWhole, const Value& givenPart, bool considersC
         return stretch.asList().size() <= whole.asList().size() &&
                hasStretchAt(whole.asList(), stretch.asList(), 0, considersCase);
     }
-    return requireText(whole).startsWith(requireText(part), sensitivity(considersCase));
+    const ComposedText text(requireText(whole), considersCase);
+    return text.hasAt(0, {requireText(part), considersCase});
 }
 
 bool endsWith(const Value& givenWhole, const Value& givenPart, bool considersCase) {
@@ -186,7 +187,9 @@ bool endsWith(const Value& givenWhole, const Value& givenPart, bool considersCas
         const std::size_t length = stretch.asList().size();
         return length <= size && hasStretchAt(whole.asList(), stretch.asList(), size - length, considersCase);
     }
-    return requireText(whole).endsWith(requireText(part), sensitivity(considersCase));
+    const ComposedText text(requireText(whole), considersCase);
+    const ComposedText end(requireText(part), considersCase);
+    return text.hasAt(text.size() - end.size(), end);
 }
 
 } // namespace tarnwick::script

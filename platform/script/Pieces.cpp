@@ -1,6 +1,7 @@
 #include "platform/script/Pieces.h"
 
 #include "platform/script/Cells.h"
+#include "platform/script/ComposedText.h"
 #include "platform/script/Snapshot.h"
 
 #include <QStringView>
@@ -71,20 +72,25 @@ Stretches paragraphs(const QString& text) {
 }
 
 Stretches textItems(const QString& text, const QStringList& delimiters) {
+    const ComposedText whole(text, false);
+    std::vector<ComposedText> wanted;
+    for (const QString& delimiter : delimiters) {
+        if (!delimiter.isEmpty())
+            wanted.emplace_back(delimiter, false);
+    }
     Stretches found;
     qsizetype begin = 0;
-    for (qsizetype at = 0; at < text.size();) {
-        const auto hit = std::find_if(delimiters.begin(), delimiters.end(), [&](const QString& delimiter) {
-            return !delimiter.isEmpty() &&
-                   QStringView(text).mid(at, delimiter.size()).compare(delimiter, Qt::CaseInsensitive) == 0;
+    for (qsizetype at = 0; at < whole.size();) {
+        const auto hit = std::find_if(wanted.begin(), wanted.end(), [&](const ComposedText& delimiter) {
+            return whole.hasAt(at, delimiter);
         });
-        if (hit == delimiters.end()) {
+        if (hit == wanted.end()) {
             ++at;
             continue;
         }
-        found.push_back({begin, at});
+        found.push_back({begin, whole.original(at)});
         at += hit->size();
-        begin = at;
+        begin = whole.original(at);
     }
     found.push_back({begin, text.size()});
     return found;
