@@ -2,6 +2,44 @@
 
 namespace tarnwick::musicapp::terms {
 
+namespace {
+
+void addUnprovided(script::Terminology& words) {
+    words.addClass(QStringLiteral("file track"), QStringLiteral("file tracks"), term("cFlT"))
+        .addClass(QStringLiteral("url track"), QStringLiteral("url tracks"), term("cURT"))
+        .addClass(QStringLiteral("shared track"), QStringLiteral("shared tracks"), term("cShT"))
+        .addClass(QStringLiteral("folder playlist"), QStringLiteral("folder playlists"), term("cFoP"))
+        .addClass(QStringLiteral("source"), QStringLiteral("sources"), term("cSrc"));
+    static constexpr std::pair<const char*, Term> properties[] = {
+        {"album artist", term("pAlA")},
+        {"album rating", term("pAlR")},
+        {"current stream title", term("pStT")},
+        {"current stream url", term("pStU")},
+        {"database id", term("pDID")},
+        {"date added", term("pAdd")},
+        {"eq enabled", term("pEQ ")},
+        {"modification date", term("asmo")},
+        {"mute", term("pMut")},
+        {"persistent id", term("pPIS")},
+        {"played count", term("pPlC")},
+        {"played date", term("pPlD")},
+        {"properties", term("pALL")},
+        {"selection", term("sele")},
+        {"shuffle mode", term("pShM")},
+        {"skipped count", term("pSkC")},
+        {"song repeat", term("pRpt")},
+        {"track count", term("pTrC")},
+        {"visuals enabled", term("pVsE")},
+    };
+    for (const auto& [name, code] : properties)
+        words.addProperty(QString::fromLatin1(name), code);
+    words.addCommand(QStringLiteral("fast forward"), term("Fast"))
+        .addCommand(QStringLiteral("rewind"), term("Rwnd"))
+        .addCommand(QStringLiteral("resume"), term("Resu"));
+}
+
+} // namespace
+
 const script::Terminology& music() {
     static const script::Terminology terminology = [] {
         script::Terminology words;
@@ -44,7 +82,9 @@ const script::Terminology& music() {
             .addCommand(QStringLiteral("playpause"), PlayPause)
             .addCommand(QStringLiteral("stop"), Stop)
             .addCommand(QStringLiteral("next track"), NextTrack)
-            .addCommand(QStringLiteral("previous track"), PreviousTrack);
+            .addCommand(QStringLiteral("previous track"), PreviousTrack)
+            .addCommand(QStringLiteral("back track"), BackTrack);
+        addUnprovided(words);
         return words;
     }();
     return terminology;

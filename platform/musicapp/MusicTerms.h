@@ -58,8 +58,10 @@ inline constexpr Term PlayPause = term("PlPs");
 inline constexpr Term Stop = term("Stop");
 inline constexpr Term NextTrack = term("Next");
 inline constexpr Term PreviousTrack = term("Prev");
+inline constexpr Term BackTrack = term("Back");
 
-/// How scripts spell all of these.
+/// How scripts spell all of these; and words of the application elsewhere that nothing here provides, which
+/// are known so that an error says their name.
 const script::Terminology& music();
 
 } // namespace tarnwick::musicapp::terms

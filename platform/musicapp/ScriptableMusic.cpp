@@ -139,6 +139,8 @@ public:
         if (command == script::terms::Launch || command == script::terms::Activate) {
             if (const auto failure = m_player.launch())
                 throw Error{script::errors::NotRunning, *failure};
+        } else if (command == terms::BackTrack) {
+            backTrack();
         } else if (const auto known = commandOf(command)) {
             running();
             if (command == terms::Play && !direct.isNothing())
@@ -173,6 +175,15 @@ private:
         for (const Playlist& playlist : m_snapshot->playlists)
             playlists.push_back(std::make_shared<UserPlaylistObject>(playlist));
         return playlists;
+    }
+
+    /// To the beginning of the track, or to the one before where it has only just begun.
+    void backTrack() {
+        const SnapshotPointer& now = running();
+        if (now->position.valueAt(m_player.now()) >= 1)
+            m_player.setPosition(0);
+        else
+            m_player.command(Player::Command::PreviousTrack);
     }
 
     void play(const Value& what) {

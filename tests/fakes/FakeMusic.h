@@ -47,7 +47,7 @@ struct FakeLibrary final : musicapp::Player {
     void command(Command) override {}
     void setVolume(double level) override { volume = level; }
     void setShuffle(bool on) override { shuffle = on; }
-    void setPosition(double) override {}
+    void setPosition(double seconds) override { record.append(QStringLiteral("to %1 s").arg(seconds)); }
     void play(const musicapp::Track&) override {}
     void play(const musicapp::Playlist&) override {}
     std::optional<QString> launch() override {
