@@ -7,6 +7,7 @@
 #include "platform/script/Snapshot.h"
 
 #include <cmath>
+#include <new>
 
 namespace tarnwick::script {
 
@@ -27,18 +28,34 @@ Evaluator::Evaluator(const Program& program, ApplicationProvider& applications, 
     m_target = m_script;
 }
 
-Value Evaluator::run() {
+Descriptor Evaluator::run() {
     try {
-        std::vector<Value> slots_(m_program.main.slotNames.size());
-        m_slots = slots_.data();
-        for (const auto& [slot, initial] : m_program.properties)
-            m_globals[static_cast<std::size_t>(slot)] = evaluate(*initial);
-        if (execute(m_program.main.body) == Flow::Return)
-            return std::move(m_returned);
-        return std::move(m_result);
+        const Value reply = runToReply();
+        try {
+            return snapshot(reply);
+        } catch (Error& error) {
+            error.range = placeOfReply();
+            throw;
+        }
     } catch (const Abort& abort) {
         throw abort.error;
     }
+}
+
+Value Evaluator::runToReply() {
+    std::vector<Value> slots_(m_program.main.slotNames.size());
+    m_slots = m_mainSlots = slots_.data();
+    for (const auto& [slot, initial] : m_program.properties)
+        m_globals[static_cast<std::size_t>(slot)] = evaluate(*initial);
+    if (execute(m_program.main.body) == Flow::Return)
+        return std::move(m_returned);
+    m_returnedBy = nullptr;
+    return std::move(m_result);
+}
+
+/// The `return`; without one the last statement, which the result came from.
+SourceRange Evaluator::placeOfReply() const {
+    return (m_returnedBy ? m_returnedBy : m_program.main.body.back())->range;
 }
 
 // Limits
@@ -74,6 +91,8 @@ Evaluator::Flow Evaluator::execute(const Block& block) {
         if (abort.error.range.line == 0)
             abort.error.range = current->range;
         throw;
+    } catch (const std::bad_alloc&) {
+        throw Error{errors::OutOfMemory, QStringLiteral("Out of memory."), current->range};
     }
     return Flow::Next;
 }
@@ -107,6 +126,7 @@ Evaluator::Flow Evaluator::execute(const Statement& statement) {
     case StatementKind::Return: {
         const Expression* value = static_cast<const ReturnStatement&>(statement).value;
         m_returned = value ? evaluate(*value) : Value();
+        m_returnedBy = &statement;
         return Flow::Return;
     }
     case StatementKind::Tell:
@@ -161,6 +181,8 @@ Evaluator::Flow Evaluator::executeTry(const TryStatement& statement) {
         return execute(statement.body);
     } catch (const Error& error) {
         tick();
+        if (statement.onlyNumber && requireInteger(evaluate(*statement.onlyNumber)) != error.number)
+            throw;
         if (statement.message)
             variable(*statement.message) = Value::text(error.message);
         if (statement.number)
@@ -170,15 +192,22 @@ Evaluator::Flow Evaluator::executeTry(const TryStatement& statement) {
 }
 
 Evaluator::Flow Evaluator::executeConsidering(const ConsideringStatement& statement) {
-    const bool outer = m_considersCase;
+    const bool consideredCase = m_considersCase;
+    const bool ignoredResponses = m_ignoresResponses;
     if (statement.changesCase)
         m_considersCase = statement.considersCase;
+    if (statement.changesResponses)
+        m_ignoresResponses = statement.ignoresResponses;
+    const auto restore = [&] {
+        m_considersCase = consideredCase;
+        m_ignoresResponses = ignoredResponses;
+    };
     try {
         const Flow flow = execute(statement.body);
-        m_considersCase = outer;
+        restore();
         return flow;
     } catch (...) {
-        m_considersCase = outer;
+        restore();
         throw;
     }
 }

@@ -26,7 +26,7 @@ public:
     Evaluator(const Program& program, ApplicationProvider& applications, Host& host, const Limits& limits);
 
     /// The script's reply. Throws `Error`, with its place.
-    Value run();
+    Descriptor run();
 
 private:
     enum class Flow : quint8 { Next, Exit, Return };
@@ -51,6 +51,8 @@ private:
     class CallFrame;
 
     // Statements
+    Value runToReply();
+    SourceRange placeOfReply() const;
     Flow execute(const Block& block);
     Flow execute(const Statement& statement);
     Flow executeIf(const IfStatement& statement);
@@ -93,12 +95,19 @@ private:
     bool holds(const ComparisonExpression& comparison, const Value& left, const Value& right) const;
     Value evaluateBinary(const BinaryExpression& binary);
     Value evaluateOther(const Expression& expression);
+    Value evaluateByKind(const Expression& expression);
     qint64 evaluateIndex(const Expression& expression);
     Value evaluateList(const ListExpression& list);
+    Value evaluateOwnedList(const OwnedListExpression& owned);
+    template <typename Work>
+    void withOwner(const OwnedListExpression& owned, Work work);
     Value evaluateRecord(const RecordExpression& record);
     Value evaluateCoercion(const CoercionExpression& coercion);
     Value evaluateCall(const CallExpression& call);
     Value callHandler(const Handler& handler, std::vector<Value> arguments, const SourceRange& range);
+    Value evaluateReferenceTo(const ReferenceToExpression& reference);
+    Value evaluateRound(const RoundExpression& round);
+    Value evaluateOffset(const OffsetExpression& offset);
     Value evaluateStandardCommand(const StandardCommandExpression& command);
     void delay(double seconds);
     bool evaluateExists(const ExistsExpression& exists);
@@ -107,7 +116,10 @@ private:
     Value evaluateTermProperty(const TermPropertyExpression& property);
     Value propertyOf(const Value& container, const TermPropertyExpression& property);
     Value evaluateBuiltin(const BuiltinPropertyExpression& property);
+    /// A variable of the script itself, `my x`; null when it has none of that name.
+    Value* scriptVariable(const QString& name);
     Value evaluateField(const FieldExpression& field);
+    Value wholeOf(const PieceExpression& piece);
     Value evaluatePiece(const PieceExpression& piece);
     Value pieceOutsideOfList(const Value& whole, qint64 index, const PieceExpression& piece);
     Value evaluateElement(const ElementExpression& element);
@@ -136,19 +148,41 @@ private:
 
     std::vector<Value> m_globals;
     Value* m_slots = nullptr; ///< the variables of the running handler
-    Value m_target;           ///< `it`
-    Value m_script;           ///< `me`
+    Value* m_mainSlots = nullptr;
+    Value m_owner;  ///< of the items of a list before an `of`
+    Value m_target; ///< `it`
+    Value m_script; ///< `me`
     std::shared_ptr<Application> m_application;
     QHash<QString, std::shared_ptr<Application>> m_opened;
     Value m_result;
     Value m_returned;
+    const Statement* m_returnedBy = nullptr;
     QStringList m_delimiters{QString()};
     bool m_considersCase = false;
+    bool m_ignoresResponses = false;
 
     quint32 m_ticks = 0;
     int m_calls = 0;
     const char* m_stackEnd = nullptr;
     std::chrono::steady_clock::time_point m_deadline;
 };
+
+/// Does `work` while the items of the list hang on their owner.
+template <typename Work>
+void Evaluator::withOwner(const OwnedListExpression& owned, Work work) {
+    if (!owned.owner) {
+        work();
+        return;
+    }
+    Value outer = containerOf(owned.container);
+    outer.swap(m_owner);
+    try {
+        work();
+        outer.swap(m_owner);
+    } catch (...) {
+        outer.swap(m_owner);
+        throw;
+    }
+}
 
 } // namespace tarnwick::script

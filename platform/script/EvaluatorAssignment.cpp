@@ -1,3 +1,4 @@
+#include "platform/script/Classes.h"
 #include "platform/script/Coercion.h"
 #include "platform/script/Evaluator.h"
 #include "platform/script/Operators.h"
@@ -48,9 +49,20 @@ void Evaluator::assign(const Expression& target, Value value) {
     case ExpressionKind::List:
         assignEach(static_cast<const ListExpression&>(target), value);
         return;
+    case ExpressionKind::OwnedList: {
+        const auto& owned = static_cast<const OwnedListExpression&>(target);
+        withOwner(owned, [&] { assignEach(*owned.list, value); });
+        return;
+    }
     case ExpressionKind::Field: {
         const auto& field = static_cast<const FieldExpression&>(target);
         const Value container = containerOf(field.container);
+        if (container.is(Kind::Constant) && container.asTerm() == classes::Script) {
+            if (Value* place = scriptVariable(field.name)) {
+                *place = std::move(value);
+                return;
+            }
+        }
         if (container.is(Kind::Record)) {
             if (Value* place = recordIn(container).find(field.name)) {
                 *place = std::move(value);

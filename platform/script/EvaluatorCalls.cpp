@@ -1,7 +1,9 @@
 #include "platform/script/Classes.h"
 #include "platform/script/Coercion.h"
+#include "platform/script/ComposedText.h"
 #include "platform/script/Evaluator.h"
 #include "platform/script/Operators.h"
+#include "platform/script/Pieces.h"
 #include "platform/script/Printer.h"
 #include "platform/script/Snapshot.h"
 
@@ -74,6 +76,27 @@ Value Evaluator::callHandler(const Handler& handler, std::vector<Value> argument
     return reply;
 }
 
+Value Evaluator::evaluateRound(const RoundExpression& round) {
+    const Value value = contents(evaluate(*round.operand));
+    if (value.is(Kind::Integer))
+        return value;
+    return rounded(requireReal(value), round.rounding);
+}
+
+Value Evaluator::evaluateOffset(const OffsetExpression& offset) {
+    const QString part = requireText(evaluate(*offset.part));
+    const Value whole = contents(evaluate(*offset.whole));
+    if (whole.is(Kind::List))
+        throwCannotMake(whole, QLatin1String("text"));
+    const QString text = requireText(whole);
+    const ComposedText composed(text, m_considersCase);
+    const qsizetype found = part.isEmpty() ? -1 : composed.indexOf({part, m_considersCase});
+    if (found < 0)
+        return Value::integer(0);
+    const Value before = Value::text(text.left(composed.original(found)));
+    return Value::integer(countPieces(before, PieceClass::Character, {}) + 1);
+}
+
 Value Evaluator::evaluateStandardCommand(const StandardCommandExpression& command) {
     Value direct = command.direct ? contents(evaluate(*command.direct)) : Value();
     switch (command.command) {
@@ -124,9 +147,16 @@ Value Evaluator::evaluateCommand(const CommandExpression& command) {
     if (!command.direct && m_target.is(Kind::Object) && m_target.asObject() != m_application)
         direct = m_target;
     try {
-        return m_application->perform(command.command, direct, parameters);
+        Value reply = m_application->perform(command.command, direct, parameters);
+        return m_ignoresResponses ? Value() : reply;
     } catch (const Error& error) {
-        rethrow(error, command.range, "The application doesn’t understand “%1”.");
+        if (m_ignoresResponses)
+            return {};
+        if (error.number == errors::NotUnderstood)
+            rethrow(error, command.range, "The application doesn’t understand “%1”.");
+        if (error.number == errors::NoSuchObject && command.direct)
+            rethrow(error, command.direct->range, "Can’t get %1.");
+        rethrow(error, command.range, "Can’t %1.");
     }
 }
 

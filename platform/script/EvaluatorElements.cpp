@@ -162,7 +162,7 @@ Value Evaluator::evaluateCount(const CountExpression& count) {
     if (count.operand->kind == ExpressionKind::Piece) {
         const auto& piece = static_cast<const PieceExpression&>(*count.operand);
         if (piece.selection.form == SelectionForm::Every)
-            return Value::integer(countPieces(containerOf(piece.container), piece.piece, m_delimiters));
+            return Value::integer(countPieces(wholeOf(piece), piece.piece, m_delimiters));
     }
     return Value::integer(countPieces(containerOf(count.operand), PieceClass::Item, m_delimiters));
 }

@@ -72,7 +72,13 @@ qint64 Evaluator::evaluateIndex(const Expression& expression) {
         if (value.is(Kind::Integer)) [[likely]]
             return value.asInteger();
     }
-    return requireInteger(evaluate(expression));
+    const Value value = evaluate(expression);
+    try {
+        return requireInteger(value);
+    } catch (Error& error) {
+        error.range = expression.range;
+        throw;
+    }
 }
 
 /// `item i of …`. The index comes first: nothing may be evaluated between finding the list and reading it.
@@ -97,7 +103,9 @@ Value Evaluator::evaluate(const Expression& expression) {
     case ExpressionKind::Variable:
         return definedVariable(static_cast<const VariableExpression&>(expression));
     case ExpressionKind::Piece:
-        return evaluatePiece(static_cast<const PieceExpression&>(expression));
+        if (const Value* found = follow(static_cast<const PieceExpression&>(expression).path))
+            return *found;
+        return evaluateOther(expression);
     case ExpressionKind::Binary:
         return evaluateBinary(static_cast<const BinaryExpression&>(expression));
     default:
@@ -118,10 +126,22 @@ Value Evaluator::evaluateBinary(const BinaryExpression& binary) {
     }
 }
 
-/// What is not on the way of a tight loop.
+/// What is not on the way of a tight loop. An error without a place is the expression's.
 Value Evaluator::evaluateOther(const Expression& expression) {
-    checkStack();
+    try {
+        checkStack();
+        return evaluateByKind(expression);
+    } catch (Error& error) {
+        if (error.range.line == 0)
+            error.range = expression.range;
+        throw;
+    }
+}
+
+Value Evaluator::evaluateByKind(const Expression& expression) {
     switch (expression.kind) {
+    case ExpressionKind::Piece:
+        return evaluatePiece(static_cast<const PieceExpression&>(expression));
     case ExpressionKind::Comparison:
     case ExpressionKind::Logical:
     case ExpressionKind::Not:
@@ -158,6 +178,16 @@ Value Evaluator::evaluateOther(const Expression& expression) {
     case ExpressionKind::FileNamed:
         return Value::alias(
             posixPath(requireText(evaluate(*static_cast<const FileExpression&>(expression).path))));
+    case ExpressionKind::OwnedList:
+        return evaluateOwnedList(static_cast<const OwnedListExpression&>(expression));
+    case ExpressionKind::Owner:
+        return m_owner;
+    case ExpressionKind::ReferenceTo:
+        return evaluateReferenceTo(static_cast<const ReferenceToExpression&>(expression));
+    case ExpressionKind::Round:
+        return evaluateRound(static_cast<const RoundExpression&>(expression));
+    case ExpressionKind::Offset:
+        return evaluateOffset(static_cast<const OffsetExpression&>(expression));
     case ExpressionKind::Target:
         return m_target;
     case ExpressionKind::Script:
@@ -189,7 +219,14 @@ bool Evaluator::evaluateCondition(const Expression& expression) {
         break;
     }
     const Value value = evaluate(expression);
-    return value.is(Kind::Boolean) ? value.asBoolean() : requireBoolean(value);
+    if (value.is(Kind::Boolean)) [[likely]]
+        return value.asBoolean();
+    try {
+        return requireBoolean(value);
+    } catch (Error& error) {
+        error.range = expression.range;
+        throw;
+    }
 }
 
 bool Evaluator::compare(const ComparisonExpression& comparison) {
@@ -226,7 +263,13 @@ bool Evaluator::compareValues(const ComparisonExpression& comparison, Value left
 
 bool Evaluator::holds(const ComparisonExpression& comparison, const Value& left, const Value& right) const {
     const Filter leaf{.op = comparison.op, .value = right, .considersCase = m_considersCase};
-    return leaf.holdsFor(left) != comparison.negated;
+    try {
+        return leaf.holdsFor(left) != comparison.negated;
+    } catch (Error& error) {
+        if (error.range.line == 0)
+            error.range = comparison.range;
+        throw;
+    }
 }
 
 Value Evaluator::evaluateList(const ListExpression& expression) {
@@ -250,14 +293,7 @@ Value Evaluator::evaluateRecord(const RecordExpression& expression) {
 }
 
 Value Evaluator::evaluateCoercion(const CoercionExpression& coercion) {
-    const Value value = evaluate(*coercion.operand);
-    try {
-        return coerce(value, coercion.type, m_delimiters.value(0));
-    } catch (Error& error) {
-        if (error.range.line == 0)
-            error.range = coercion.range;
-        throw;
-    }
+    return coerce(evaluate(*coercion.operand), coercion.type, m_delimiters.value(0));
 }
 
 bool Evaluator::evaluateExists(const ExistsExpression& exists) {

@@ -58,6 +58,10 @@ Value Evaluator::propertyOf(const Value& container, const TermPropertyExpression
         if (const Value* field = recordIn(container).find(property.name))
             return *field;
     }
+    if (container.is(Kind::Constant) && container.asTerm() == classes::Script) {
+        if (const Value* own = scriptVariable(property.name); own && !own->isNothing())
+            return *own;
+    }
     throwCannotGet(property.range);
 }
 
@@ -101,6 +105,19 @@ Value Evaluator::evaluateBuiltin(const BuiltinPropertyExpression& property) {
     throwCannotGet(property.range);
 }
 
+Value* Evaluator::scriptVariable(const QString& name) {
+    const auto find = [&name](const std::vector<QString>& names, Value* values) -> Value* {
+        const auto found = std::find_if(names.begin(), names.end(), [&name](const QString& each) {
+            return each.compare(name, Qt::CaseInsensitive) == 0;
+        });
+        return found == names.end() ? nullptr : values + (found - names.begin());
+    };
+    if (Value* global = find(m_program.globalNames, m_globals.data()))
+        return global;
+    // What `on run` names is its own.
+    return m_program.main.name.isEmpty() ? find(m_program.main.slotNames, m_mainSlots) : nullptr;
+}
+
 Value Evaluator::evaluateField(const FieldExpression& field) {
     const Value container = containerOf(field.container);
     if (container.is(Kind::Record)) {
@@ -108,11 +125,8 @@ Value Evaluator::evaluateField(const FieldExpression& field) {
             return *value;
     }
     if (container.is(Kind::Constant) && container.asTerm() == classes::Script) {
-        const auto found = std::find_if(
-            m_program.globalNames.begin(), m_program.globalNames.end(),
-            [&field](const QString& name) { return name.compare(field.name, Qt::CaseInsensitive) == 0; });
-        if (found != m_program.globalNames.end())
-            return m_globals[static_cast<std::size_t>(found - m_program.globalNames.begin())];
+        if (const Value* own = scriptVariable(field.name); own && !own->isNothing())
+            return *own;
     }
     if (container.is(Kind::Object)) {
         // Outside of a `tell` only the words that every application knows mean something.
@@ -128,15 +142,30 @@ Value Evaluator::evaluateField(const FieldExpression& field) {
     throwCannotGet(field.range);
 }
 
+/// What the piece is a part of; of a list only the items of the class that is meant.
+Value Evaluator::wholeOf(const PieceExpression& piece) {
+    Value whole = containerOf(piece.container);
+    if (piece.piece != PieceClass::ItemOfClass)
+        return whole;
+    if (!whole.is(Kind::List))
+        throwCannotGet(piece.range);
+    Value found = Value::list();
+    for (const Value& item : whole.asList()) {
+        const Term itemClass = classOf(contents(item));
+        const bool isNumber = itemClass == classes::Integer || itemClass == classes::Real;
+        if (itemClass == piece.itemClass || (isNumber && piece.itemClass == classes::Number))
+            listIn(found).append(item);
+    }
+    return found;
+}
+
 Value Evaluator::evaluatePiece(const PieceExpression& piece) {
-    if (const Value* found = follow(piece.path))
-        return *found;
     if (piece.isItem()) {
         Value scratch;
         return *locatePiece(piece, scratch);
     }
     const Selection& selection = piece.selection;
-    const Value whole = containerOf(piece.container);
+    const Value whole = wholeOf(piece);
     if (!whole.is(Kind::List) && !whole.is(Kind::Text) && !whole.is(Kind::Record))
         throwCannotGet(piece.range);
     const qsizetype count = countPieces(whole, piece.piece, m_delimiters);
@@ -179,6 +208,35 @@ Value Evaluator::pieceOutsideOfList(const Value& whole, qint64 index, const Piec
     throw Error{errors::NoSuchObject,
                 QStringLiteral("Can’t get item %1 of %2.").arg(QString::number(index), briefLiteral(whole)),
                 piece.range};
+}
+
+Value Evaluator::evaluateOwnedList(const OwnedListExpression& owned) {
+    Value list;
+    withOwner(owned, [&] { list = evaluateList(*owned.list); });
+    return list;
+}
+
+Value Evaluator::evaluateReferenceTo(const ReferenceToExpression& reference) {
+    if (reference.operand->kind == ExpressionKind::Piece) {
+        const auto& piece = static_cast<const PieceExpression&>(*reference.operand);
+        if (piece.isItem()) {
+            const Value whole = containerOf(piece.container);
+            const qint64 index = evaluateIndex(*piece.selection.first);
+            const auto size = whole.is(Kind::List) ? static_cast<qint64>(whole.asList().size()) : 0;
+            const qint64 at = index < 0 ? size + index : index - 1;
+            if (at >= 0 && at < size)
+                return Value(new ItemReferenceCell(whole, at));
+        }
+    }
+    // What is shared anyway stands for itself.
+    Value value = contents(evaluate(*reference.operand));
+    if (!value.is(Kind::Object) && !value.is(Kind::List) && !value.is(Kind::Record))
+        throw Error{
+            errors::CoercionFailed,
+            QStringLiteral("Can’t make a reference to %1: only to an item of a list, a list, a record or "
+                           "an object.")
+                .arg(textOfPlace(reference.operand->range))};
+    return value;
 }
 
 QString Evaluator::className(Term code) const {

@@ -39,6 +39,16 @@ struct ListExpression : Expression {
     std::vector<Expression*> items;
 };
 
+/// `{name, artist} of owner`: every item is asked of the same owner.
+struct OwnedListExpression : Expression {
+    OwnedListExpression() : Expression(ExpressionKind::OwnedList) {}
+    ListExpression* list = nullptr;
+    Expression* container = nullptr;
+    /// What the items hang on where the owner has to be found out once for all of them; else they hang on
+    /// `container`, and it is null.
+    Expression* owner = nullptr;
+};
+
 /// `{name:a, other:b}`.
 struct RecordExpression : Expression {
     RecordExpression() : Expression(ExpressionKind::Record) {}
@@ -126,6 +136,29 @@ struct CommandExpression : Expression {
 
 /// Which of the host's commands.
 enum class StandardCommand : quint8 { Log, Delay, DisplayDialog };
+
+/// `a reference to x`.
+struct ReferenceToExpression : Expression {
+    ReferenceToExpression() : Expression(ExpressionKind::ReferenceTo) {}
+    Expression* operand = nullptr;
+};
+
+/// How `round` goes.
+enum class Rounding : quint8 { ToNearest, AsTaught, Up, Down, TowardZero };
+
+/// `round x rounding up`.
+struct RoundExpression : Expression {
+    RoundExpression() : Expression(ExpressionKind::Round) {}
+    Rounding rounding = Rounding::ToNearest;
+    Expression* operand = nullptr;
+};
+
+/// `offset of part in whole`.
+struct OffsetExpression : Expression {
+    OffsetExpression() : Expression(ExpressionKind::Offset) {}
+    Expression* part = nullptr;
+    Expression* whole = nullptr;
+};
 
 /// A command that the host carries out.
 struct StandardCommandExpression : Expression {

@@ -3,7 +3,6 @@
 #include "platform/script/Evaluator.h"
 #include "platform/script/Parser.h"
 #include "platform/script/ProgramCache.h"
-#include "platform/script/Snapshot.h"
 
 #include <QStringDecoder>
 
@@ -15,7 +14,22 @@ namespace {
 
 constexpr qsizetype MaximumSource = 16'000'000;
 
-Outcome failure(const Error& error) { return {.reply = {}, .error = error}; }
+/// A message quotes what the script says, and that may be of any length.
+constexpr qsizetype MaximumMessage = 1000;
+
+Error presentable(Error error) {
+    if (error.range.line == 0)
+        error.range = {.line = 1, .column = 1};
+    if (error.message.size() > MaximumMessage) {
+        error.message.truncate(MaximumMessage - 1);
+        if (error.message.back().isHighSurrogate())
+            error.message.chop(1);
+        error.message += QChar(0x2026);
+    }
+    return error;
+}
+
+Outcome failure(const Error& error) { return {.reply = {}, .error = presentable(error)}; }
 
 } // namespace
 
@@ -26,7 +40,7 @@ Interpreter::~Interpreter() = default;
 
 std::variant<ProgramPointer, Error> Interpreter::compile(const QString& source) {
     if (source.size() > MaximumSource)
-        return Error{errors::OutOfMemory, QStringLiteral("The script is too long.")};
+        return presentable({errors::OutOfMemory, QStringLiteral("The script is too long.")});
     if (ProgramPointer known = m_cache->find(source))
         return known;
     try {
@@ -34,7 +48,7 @@ std::variant<ProgramPointer, Error> Interpreter::compile(const QString& source) 
         m_cache->insert(source, program);
         return program;
     } catch (const Error& error) {
-        return error;
+        return presentable(error);
     }
 }
 
@@ -43,7 +57,7 @@ Outcome Interpreter::run(const ProgramPointer& program, Host& host, const Limits
     try {
         // The values of the run go before the heap that counts them.
         Evaluator evaluator(*program, m_applications, host, limits);
-        return {.reply = snapshot(evaluator.run()), .error = {}};
+        return {.reply = evaluator.run(), .error = {}};
     } catch (const Error& error) {
         return failure(error);
     } catch (const std::bad_alloc&) {

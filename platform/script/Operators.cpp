@@ -153,6 +153,29 @@ Value negate(const Value& value) {
     return Value::real(-asDouble(number));
 }
 
+Value rounded(double value, Rounding rounding) {
+    double result = value;
+    switch (rounding) {
+    case Rounding::ToNearest:
+        result = std::nearbyint(value);
+        break;
+    case Rounding::AsTaught:
+        result = std::round(value);
+        break;
+    case Rounding::Up:
+        result = std::ceil(value);
+        break;
+    case Rounding::Down:
+        result = std::floor(value);
+        break;
+    case Rounding::TowardZero:
+        result = std::trunc(value);
+        break;
+    }
+    const bool fits = result >= -0x1p63 && result < 0x1p63;
+    return fits ? Value::integer(static_cast<qint64>(result)) : Value::real(result);
+}
+
 Value concatenate(const Value& givenLeft, const Value& givenRight, const QString& delimiter) {
     const Value& left = contents(givenLeft);
     const Value& right = contents(givenRight);

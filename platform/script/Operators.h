@@ -12,6 +12,9 @@ namespace tarnwick::script {
 Value calculate(BinaryOperator op, const Value& left, const Value& right);
 Value negate(const Value& value);
 
+/// `round`: an integer where one can hold it.
+Value rounded(double value, Rounding rounding);
+
 /// `&`: a text takes the right side as text, a list is continued, two records are merged (the left one's
 /// fields win), anything else becomes a list of the two. `delimiter` stands between the items of a list that
 /// is joined.

@@ -83,7 +83,7 @@ Parser::Parser(const QString& source, const ApplicationProvider& applications)
     : m_applications(applications), m_program(std::make_shared<Program>()), m_scanner(m_program->source) {
     m_program->source = source;
     m_scanner = Scanner(m_program->source);
-    m_scope.isMain = true;
+    m_scope.isMain = m_scope.isTopLevel = true;
 }
 
 std::shared_ptr<const Program> Parser::parse() {
@@ -168,6 +168,11 @@ void Parser::skipNewLines() {
     }
 }
 
+/// `of`, or `in` for it.
+bool Parser::isOf(std::size_t ahead) {
+    return token(ahead).is(Keyword::Of) || (token(ahead).is(Keyword::In) && !m_referencesEndAtIn);
+}
+
 void Parser::failExpecting(const char* what) {
     const Token& found = token();
     SourceRange range = found.range;
@@ -178,8 +183,18 @@ void Parser::failExpecting(const char* what) {
         range.offset += range.length;
         range.length = 0;
     }
-    fail(range,
-         QStringLiteral("Expected %1 but found %2.").arg(QString::fromUtf8(what), found.description()));
+    QString message =
+        QStringLiteral("Expected %1 but found %2.").arg(QString::fromUtf8(what), found.description());
+    if (m_terminology == &standardTerminology())
+        message +=
+            QStringLiteral(" An application’s own words need its name in the “tell”, or “using terms from”.");
+    fail(range, message);
+}
+
+/// The words that every application knows.
+const Terminology& Parser::standardTerminology() {
+    static const Terminology terminology;
+    return terminology;
 }
 
 void Parser::fail(const SourceRange& range, const QString& message, int number) const {

@@ -9,6 +9,8 @@
 
 #include <deque>
 #include <memory>
+#include <optional>
+#include <utility>
 
 namespace tarnwick::script {
 
@@ -22,10 +24,10 @@ inline constexpr int MaximumDepth = 400;
 /// with the place where the text stops being the language, -2706 where it is nested too deeply.
 ///
 /// `Parser.cpp` has the tokens and the names, `ParserDeclarations.cpp` handlers and properties,
-/// `ParserStatements.cpp` what their bodies consist of, `ParserExpressions.cpp` literals and commands,
-/// `ParserOperators.cpp` what stands between them, `ParserReferences.cpp` what stands before and after `of`,
-/// `ParserWords.cpp` which words mean something to the language or to an application, and
-/// `ParserConditions.cpp` what follows a `whose`.
+/// `ParserStatements.cpp` what their bodies consist of, `ParserExpressions.cpp` literals,
+/// `ParserCommands.cpp` commands, `ParserOperators.cpp` what stands between them, `ParserReferences.cpp` what
+/// stands before and after `of`, `ParserOwnedLists.cpp` a list before an `of`, `ParserWords.cpp` which words
+/// mean something to the language or to an application, and `ParserConditions.cpp` what follows a `whose`.
 class Parser {
 public:
     Parser(const QString& source, const ApplicationProvider& applications);
@@ -40,6 +42,8 @@ private:
         QSet<QString> locals;
         QSet<QString> globals;
         bool isMain = false;
+        bool isTopLevel = false; ///< outside of every handler, `on run` among them
+        int loops = 0;           ///< how many `repeat` are open
     };
     /// A part of `a of b of c`: what it is, and where what stands after its `of` goes; null when nothing may.
     struct Link {
@@ -76,6 +80,7 @@ private:
         SignPrecedence,
     };
     class Nesting;
+    class ReferencesEndAtIn;
 
     // Tokens
     const Token& token(std::size_t ahead = 0);
@@ -90,6 +95,8 @@ private:
     void expect(Keyword keyword, const char* what);
     void expectEndOfLine();
     void skipNewLines();
+    bool isOf(std::size_t ahead = 0);
+    static const Terminology& standardTerminology();
     [[noreturn]] void failExpecting(const char* what);
     [[noreturn]] void fail(const SourceRange& range, const QString& message,
                            int number = errors::Syntax) const;
@@ -117,11 +124,14 @@ private:
     Statement* parseIf();
     Statement* parseRepeat();
     Statement* parseRepeatWith(const SourceRange& begin);
+    void parseRepeatBody(RepeatStatement& statement);
+    Statement* parseExit();
     Statement* parseReturn();
     Statement* parseTell();
     Statement* parseTry();
     Statement* parseError();
     Statement* parseConsidering();
+    bool acceptIgnoredAttribute();
     Statement* parseTimeout();
     Statement* parseUsingTerms();
     void expectEnd(const char* word);
@@ -139,6 +149,7 @@ private:
     Operator matchIs();
     void matchRelation(Operator& op, std::size_t at);
     Expression* makeOperation(const Operator& op, Expression* left, Expression* right);
+    bool isRunningAhead(const Expression& left, const Operator& op);
     Expression* parseIsRunning(Expression* application, bool negated);
     Expression* parseCoercion(Expression* operand);
     Expression* parseBraces();
@@ -148,6 +159,9 @@ private:
     Expression* parseLiteral();
     bool startsExpression();
     Expression* parseStandardCommand();
+    Expression* parseRound();
+    Expression* parseOffset();
+    bool definesRound();
     Expression* parseDialog(const SourceRange& begin);
     Expression* parseCommand(const Phrase& phrase);
 
@@ -161,6 +175,10 @@ private:
     Link parseOwned(Expression* owner);
     Link parseSelected();
     Link parseClassLink(Selection selection);
+    Link parseOwnedList(ListExpression* list);
+    void distribute(OwnedListExpression& owned);
+    Expression** openContainer(Expression*& item);
+    Expression* parseReferenceTo();
     Link parseBuiltinWord();
     Link parseBuiltinName(bool isOwned);
     Link parseBuiltinProperty(Builtin property, int words);
@@ -174,6 +192,9 @@ private:
     Expression* parseIndexOperand();
     Phrase matchPhrase(std::size_t ahead = 0);
     bool matchPiece(PieceClass& piece, int& words);
+    bool matchItemClass(Term& itemClass);
+    static std::optional<Builtin> builtinNamed(const QString& name);
+    void refuseUnsupported();
     bool matchBuiltinProperty(Builtin& property, int& words, bool isOwned);
     bool isIdentifier(std::size_t ahead = 0);
 
@@ -190,7 +211,10 @@ private:
         m_variables; ///< and whether the main handler names them
     std::vector<CallExpression*> m_calls;
     std::vector<PieceExpression*> m_pieces;
+    QSet<QString> m_scriptGlobals; ///< declared outside of the handlers, so far
     int m_nesting = 0;
+    std::optional<bool> m_definesRound;
+    bool m_referencesEndAtIn = false; ///< an `in` is not an `of` here
     bool m_usesResult = false;
     bool m_hasRun = false;
 };
@@ -205,6 +229,20 @@ public:
 
 private:
     Parser& m_parser;
+};
+
+/// While it lives an `in` ends a reference, as in `offset of x in y`; or, in brackets, is an `of` again.
+class Parser::ReferencesEndAtIn {
+public:
+    ReferencesEndAtIn(Parser& parser, bool doEnd)
+        : m_parser(parser), m_outer(std::exchange(parser.m_referencesEndAtIn, doEnd)) {}
+    ReferencesEndAtIn(const ReferencesEndAtIn&) = delete;
+    ReferencesEndAtIn& operator=(const ReferencesEndAtIn&) = delete;
+    ~ReferencesEndAtIn() { m_parser.m_referencesEndAtIn = m_outer; }
+
+private:
+    Parser& m_parser;
+    bool m_outer;
 };
 
 template <typename T, typename... Arguments>

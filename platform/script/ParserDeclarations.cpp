@@ -33,6 +33,7 @@ void Parser::parseHandler() {
 
     Scope scope;
     scope.isMain = isRun;
+    scope.globals = m_scriptGlobals;
     std::swap(scope, m_scope);
     if (accept(TokenKind::LeftParenthesis)) {
         while (!token().is(TokenKind::RightParenthesis)) {
@@ -40,6 +41,7 @@ void Parser::parseHandler() {
                 failExpecting("identifier");
             const Token parameter = take();
             m_scope.locals.insert(parameter.text.toLower());
+            m_scope.globals.remove(parameter.text.toLower());
             handler->parameters.push_back(makeVariable(parameter)->slot);
             if (!accept(TokenKind::Comma))
                 break;
@@ -88,12 +90,15 @@ void Parser::parseDeclaration(bool isGlobal) {
         const QString key = name.toLower();
         if (!isGlobal) {
             m_scope.locals.insert(key);
+            m_scope.globals.remove(key);
         } else {
             if (!m_globals.contains(key)) {
                 m_globals.insert(key, static_cast<int>(m_program->globalNames.size()));
                 m_program->globalNames.push_back(name);
             }
             m_scope.globals.insert(key);
+            if (m_scope.isTopLevel)
+                m_scriptGlobals.insert(key);
         }
     } while (accept(TokenKind::Comma));
 }

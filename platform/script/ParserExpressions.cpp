@@ -11,13 +11,13 @@ Expression* Parser::parseExpression(int minimum) {
         const Operator op = matchOperator();
         if (op.tokens == 0 || op.precedence < minimum)
             return left;
+        const bool asksWhetherRunning = isRunningAhead(*left, op);
         skip(op.tokens);
         if (op.sort == Operator::Sort::As) {
             left = parseCoercion(left);
             continue;
         }
-        if (left->kind == ExpressionKind::ApplicationNamed && op.precedence == EqualityPrecedence &&
-            isWord("running")) {
+        if (asksWhetherRunning) {
             left = parseIsRunning(left, op.negated);
             continue;
         }
@@ -47,6 +47,19 @@ Expression* Parser::parsePrefix() {
     if (accept(Keyword::Get))
         return parseExpression(AsPrecedence);
     return parseReference();
+}
+
+/// Whether `is running`, or `is not running`, is what `left` is asked: of an application by name, and of
+/// `it`.
+bool Parser::isRunningAhead(const Expression& left, const Operator& op) {
+    if (left.kind != ExpressionKind::ApplicationNamed &&
+        (left.kind != ExpressionKind::Target || m_scope.slots_.contains(QStringLiteral("running"))))
+        return false;
+    const auto behind = static_cast<std::size_t>(op.tokens);
+    const bool saysIs =
+        (token().is(Keyword::Is) && (behind == 1 || token(1).is(Keyword::Not))) || token().is(Keyword::Isnt);
+    return saysIs && behind <= 2 && op.comparison == Filter::Operator::Equal &&
+           !token(behind - 1).is(Keyword::Equal) && isWord("running", behind);
 }
 
 /// `application "Music" is running` asks the application, not the target.
@@ -137,6 +150,7 @@ Expression* Parser::parseLiteral() {
 }
 
 Expression* Parser::parseParentheses() {
+    const ReferencesEndAtIn isOfAgain(*this, false);
     take();
     Expression* inner = parseExpression();
     expect(TokenKind::RightParenthesis, "“)”");
@@ -144,6 +158,7 @@ Expression* Parser::parseParentheses() {
 }
 
 Expression* Parser::parseBraces() {
+    const ReferencesEndAtIn isOfAgain(*this, false);
     const SourceRange begin = take().range;
     if (!token().is(TokenKind::RightBrace)) {
         const bool isBarred = token().is(TokenKind::BarredName) && token(1).is(TokenKind::Colon);
@@ -188,139 +203,6 @@ QString Parser::parseRecordKey() {
     if (key.isEmpty())
         failExpecting("identifier");
     return key;
-}
-
-/// Whether a command's or a `return`'s value may begin here.
-bool Parser::startsExpression() {
-    switch (token().kind) {
-    case TokenKind::Integer:
-    case TokenKind::Real:
-    case TokenKind::Text:
-    case TokenKind::BarredName:
-    case TokenKind::LeftParenthesis:
-    case TokenKind::LeftBrace:
-    case TokenKind::Minus:
-        return true;
-    case TokenKind::Word:
-        break;
-    default:
-        return false;
-    }
-    switch (token().keyword) {
-    case Keyword::None:
-    case Keyword::True:
-    case Keyword::False:
-    case Keyword::It:
-    case Keyword::Its:
-    case Keyword::Me:
-    case Keyword::My:
-    case Keyword::Not:
-    case Keyword::Get:
-    case Keyword::The:
-    case Keyword::Every:
-    case Keyword::Some:
-    case Keyword::First:
-    case Keyword::Second:
-    case Keyword::Third:
-    case Keyword::Fourth:
-    case Keyword::Fifth:
-    case Keyword::Sixth:
-    case Keyword::Seventh:
-    case Keyword::Eighth:
-    case Keyword::Ninth:
-    case Keyword::Tenth:
-    case Keyword::Last:
-    case Keyword::Front:
-    case Keyword::Back:
-    case Keyword::Middle:
-    case Keyword::Return:
-        return true;
-    default:
-        return false;
-    }
-}
-
-/// `log`, `delay`, `display dialog`; null when it is none.
-Expression* Parser::parseStandardCommand() {
-    const SourceRange begin = token().range;
-    if (areWords({"display", "dialog"}))
-        return parseDialog(begin);
-    const bool isLog = isWord("log");
-    if (!isLog && !isWord("delay"))
-        return nullptr;
-    take();
-    auto* command = make<StandardCommandExpression>(begin);
-    command->command = isLog ? StandardCommand::Log : StandardCommand::Delay;
-    if (startsExpression()) {
-        command->direct = parseExpression();
-        hold(*command, command->direct);
-    }
-    finish(*command);
-    return command;
-}
-
-Expression* Parser::parseDialog(const SourceRange& begin) {
-    skip(2);
-    auto* command = make<StandardCommandExpression>(begin);
-    command->command = StandardCommand::DisplayDialog;
-    command->direct = parseExpression();
-    hold(*command, command->direct);
-    for (;;) {
-        if (areWords({"default", "answer"})) {
-            skip(2);
-            command->defaultAnswer = parseExpression();
-            hold(*command, command->defaultAnswer);
-        } else if (areWords({"default", "button"}) || areWords({"cancel", "button"}) ||
-                   areWords({"giving", "up", "after"}) || areWords({"with", "title"}) ||
-                   areWords({"with", "icon"})) {
-            skip(isWord("giving") ? 3 : 2);
-            if (!acceptWord("stop") && !acceptWord("note") && !acceptWord("caution"))
-                parseExpression();
-        } else if (acceptWord("buttons")) {
-            parseExpression();
-        } else {
-            break;
-        }
-    }
-    finish(*command);
-    return command;
-}
-
-/// A command of the application, with what it is about and its labelled parameters.
-Expression* Parser::parseCommand(const Phrase& phrase) {
-    auto* command = make<CommandExpression>(token().range);
-    command->command = *phrase.entry->command;
-    command->name = phrase.text;
-    skip(phrase.words);
-    const Terminology::Parameters& parameters = m_terminology->parameters(command->command);
-    const auto matchLabel = [&]() -> const std::pair<QString, Term>* {
-        for (const auto& parameter : parameters) {
-            const QStringList words = parameter.first.split(QLatin1Char(' '));
-            std::size_t at = 0;
-            while (at < static_cast<std::size_t>(words.size()) &&
-                   isWord(words[static_cast<qsizetype>(at)].toUtf8().constData(), at))
-                ++at;
-            if (at == static_cast<std::size_t>(words.size())) {
-                skip(static_cast<int>(at));
-                return &parameter;
-            }
-        }
-        return nullptr;
-    };
-    const auto parseParameters = [&] {
-        while (const auto* label = matchLabel()) {
-            command->parameters.emplace_back(label->second, parseExpression());
-            hold(*command, command->parameters.back().second);
-        }
-    };
-    parseParameters();
-    if (command->parameters.empty() && startsExpression()) {
-        command->direct = parseExpression();
-        hold(*command, command->direct);
-        parseParameters();
-    }
-    finish(*command);
-    return command;
 }
 
 } // namespace tarnwick::script

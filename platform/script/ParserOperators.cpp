@@ -67,11 +67,12 @@ Parser::Operator Parser::matchWordOperator() {
     std::size_t at = 0;
     if (token().is(Keyword::Is) || token().is(Keyword::Isnt))
         return matchIs();
-    if (token().is(Keyword::Does)) {
-        if (!token(1).is(Keyword::Not))
+    if (token().is(Keyword::Doesnt) || token().is(Keyword::Does)) {
+        const bool isOneWord = token().is(Keyword::Doesnt);
+        if (!isOneWord && !token(1).is(Keyword::Not))
             return {};
         op.negated = true;
-        at = 2;
+        at = isOneWord ? 1 : 2;
     }
     const Token& word = token(at);
     op.tokens = static_cast<int>(at) + 1;

@@ -20,7 +20,7 @@ int ordinalOf(Keyword keyword) {
 Expression* Parser::parseReference() {
     const SourceRange begin = token().range;
     std::vector<Link> links{parseLink()};
-    while (links.back().container && (token().is(Keyword::Of) || token().is(Keyword::In))) {
+    while (links.back().container && isOf()) {
         if (links.size() > MaximumDepth)
             fail(begin, QStringLiteral("Stack overflow."), errors::StackOverflow);
         take();
@@ -31,6 +31,10 @@ Expression* Parser::parseReference() {
         *links[i].container = links[i + 1].node;
         hold(*links[i].node, links[i + 1].node);
         links[i].node->range.length = end.offset + end.length - links[i].node->range.offset;
+    }
+    for (const Link& link : links) {
+        if (link.node->kind == ExpressionKind::OwnedList)
+            distribute(static_cast<OwnedListExpression&>(*link.node));
     }
     attachCondition(links);
     Expression* whole = links.front().node;
@@ -73,8 +77,15 @@ Parser::Link Parser::parsePlainLink(bool isOwned) {
     const SourceRange begin = token().range;
     if (isOwned && !token().is(TokenKind::Word) && !token().is(TokenKind::BarredName))
         failExpecting("property");
-    if (Expression* literal = parseLiteral())
+    if (Expression* literal = parseLiteral()) {
+        if (literal->kind == ExpressionKind::List && isOf())
+            return parseOwnedList(static_cast<ListExpression*>(literal));
         return {literal, nullptr};
+    }
+    if (token().is(Keyword::Back)) {
+        if (const Phrase phrase = matchPhrase(); phrase.entry)
+            return parseTerm(phrase); // `back track` is not the last one
+    }
     switch (token().keyword) {
     case Keyword::None:
         break;
@@ -115,9 +126,22 @@ Parser::Link Parser::parsePlainLink(bool isOwned) {
     }
     if (phrase.entry)
         return parseTerm(phrase);
+    refuseUnsupported();
     if (const Link builtin = parseBuiltinName(isOwned); builtin.node)
         return builtin;
     return parseIdentifier(isOwned);
+}
+
+/// `a reference to x`; null when it is none.
+Expression* Parser::parseReferenceTo() {
+    if (!isWord("a") || (!isWord("reference", 1) && !isWord("ref", 1)) || !token(2).is(Keyword::To))
+        return nullptr;
+    auto* reference = make<ReferenceToExpression>(token().range);
+    skip(3);
+    reference->operand = parseReference();
+    hold(*reference, reference->operand);
+    finish(*reference);
+    return reference;
 }
 
 /// `every x`, `first x`, `last x`, `some x`, `middle x`.
@@ -158,6 +182,14 @@ Parser::Link Parser::parseClassLink(Selection selection) {
         part->piece = piece;
         part->selection = selection;
         skip(words);
+        return {part, &part->container};
+    }
+    if (Term itemClass = {}; matchItemClass(itemClass)) {
+        auto* part = make<PieceExpression>(begin);
+        part->piece = PieceClass::ItemOfClass;
+        part->itemClass = itemClass;
+        part->selection = selection;
+        take();
         return {part, &part->container};
     }
     failExpecting("class name");
@@ -209,6 +241,7 @@ Parser::Link Parser::parseElement(const Phrase& phrase) {
 Parser::Link Parser::parseIdentifier(bool isOwned) {
     const Token name = take();
     if (token().is(TokenKind::LeftParenthesis)) {
+        const ReferencesEndAtIn isOfAgain(*this, false);
         take();
         auto* call = make<CallExpression>(name.range);
         call->name = name.text;
@@ -222,7 +255,7 @@ Parser::Link Parser::parseIdentifier(bool isOwned) {
         m_calls.push_back(call);
         return {call, &call->receiver};
     }
-    if (token().is(Keyword::Of) || token().is(Keyword::In) || isOwned) {
+    if (isOf() || isOwned) {
         auto* field = make<FieldExpression>(name.range);
         field->name = name.text;
         return {field, &field->container};

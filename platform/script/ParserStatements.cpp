@@ -40,7 +40,6 @@ void Parser::expectEnd(const char* word) {
 /// A declaration is no statement: null.
 Statement* Parser::parseStatement() {
     const Nesting nesting(*this);
-    const SourceRange begin = token().range;
     Statement* statement = nullptr;
     switch (token().keyword) {
     case Keyword::Global:
@@ -79,9 +78,7 @@ Statement* Parser::parseStatement() {
         statement = parseTimeout();
         break;
     case Keyword::Exit:
-        take();
-        accept(Keyword::Repeat);
-        statement = make<Statement>(begin, StatementKind::Exit);
+        statement = parseExit();
         break;
     default:
         statement = areWords({"using", "terms", "from"}) ? parseUsingTerms() : parseExpressionStatement();
@@ -160,9 +157,24 @@ Statement* Parser::parseRepeat() {
         statement->from = parseExpression();
         accept(Keyword::Times);
     }
+    parseRepeatBody(*statement);
+    return statement;
+}
+
+void Parser::parseRepeatBody(RepeatStatement& statement) {
     expectEndOfLine();
-    statement->body = parseBlock();
+    ++m_scope.loops;
+    statement.body = parseBlock();
+    --m_scope.loops;
     expectEnd("repeat");
+}
+
+Statement* Parser::parseExit() {
+    auto* statement = make<Statement>(take().range, StatementKind::Exit);
+    accept(Keyword::Repeat);
+    finish(*statement);
+    if (m_scope.loops == 0)
+        fail(statement->range, QStringLiteral("Expected “repeat” around “exit repeat”."));
     return statement;
 }
 
@@ -184,9 +196,7 @@ Statement* Parser::parseRepeatWith(const SourceRange& begin) {
         expect(Keyword::In, "“from” or “in”");
         statement->from = parseExpression();
     }
-    expectEndOfLine();
-    statement->body = parseBlock();
-    expectEnd("repeat");
+    parseRepeatBody(*statement);
     return statement;
 }
 
@@ -215,6 +225,9 @@ Statement* Parser::parseTell() {
             if (!m_terminology)
                 fail(statement->target->range, QStringLiteral("Can’t get application \"%1\".").arg(name),
                      errors::NoSuchObject);
+        } else if (!m_terminology) {
+            // Which application it is shows when the script runs: until then the words that all of them know.
+            m_terminology = &standardTerminology();
         }
     }
     if (accept(Keyword::To)) {
@@ -238,9 +251,11 @@ Statement* Parser::parseTry() {
         if (isIdentifier() && !isWord("number"))
             statement->message = parseVariable();
         for (;;) {
-            if (isWord("number")) {
-                take();
-                statement->number = parseVariable();
+            if (acceptWord("number")) {
+                if (token().is(TokenKind::Integer) || token().is(TokenKind::Minus))
+                    statement->onlyNumber = parseIndexOperand();
+                else
+                    statement->number = parseVariable();
             } else if (token().is(Keyword::From) || token().is(Keyword::To)) {
                 take();
                 parseVariable();
@@ -279,16 +294,28 @@ Statement* Parser::parseConsidering() {
         } else if (acceptWord("case")) {
             statement->changesCase = true;
             statement->considersCase = considers;
+        } else if (areWords({"application", "responses"})) {
+            skip(2);
+            statement->changesResponses = true;
+            statement->ignoresResponses = !considers;
         } else if (!accept(TokenKind::Comma) && !accept(Keyword::And) && !accept(Keyword::But) &&
-                   !acceptWord("diacriticals") && !acceptWord("hyphens") && !acceptWord("punctuation") &&
-                   !acceptWord("white") && !acceptWord("space") && !acceptWord("numeric") &&
-                   !acceptWord("strings")) {
+                   !acceptIgnoredAttribute()) {
             failExpecting("“case” or another attribute");
         }
     }
     statement->body = parseBlock();
     expectEnd(word);
     return statement;
+}
+
+/// What the language can consider and this one always does.
+bool Parser::acceptIgnoredAttribute() {
+    for (const char* word :
+         {"diacriticals", "hyphens", "punctuation", "white", "space", "numeric", "strings"}) {
+        if (acceptWord(word))
+            return true;
+    }
+    return false;
 }
 
 Statement* Parser::parseTimeout() {

@@ -42,6 +42,8 @@ Parser::Link Parser::parseBuiltinWord() {
     int words = 0;
     if (matchPiece(piece, words))
         return parsePiece(piece, words);
+    if (Expression* reference = parseReferenceTo())
+        return {reference, nullptr};
     if (areWords({"button", "returned"}) || areWords({"text", "returned"})) {
         auto* field = make<FieldExpression>(begin);
         field->name = take().text;
@@ -66,10 +68,15 @@ Parser::Link Parser::parseBuiltinWord() {
         skip(isWord("current") ? 2 : 1);
         return {make<Expression>(begin, ExpressionKind::Script), nullptr};
     }
-    if ((isWord("application") || isWord("app")) && token(1).is(TokenKind::Text)) {
+    if (areWords({"application", "id"}))
+        refuseUnsupported();
+    if ((isWord("application") || isWord("app")) &&
+        (token(1).is(TokenKind::Text) || token(1).is(TokenKind::LeftParenthesis) ||
+         (isIdentifier(1) && !isWord("id", 1) && !matchPhrase(1).entry))) {
         take();
         auto* application = make<ApplicationExpression>(begin);
-        application->name = parseLiteral();
+        application->name = parseIndexOperand();
+        hold(*application, application->name);
         return {application, nullptr};
     }
     const bool isPosixFile = areWords({"POSIX", "file"});
@@ -89,8 +96,18 @@ Parser::Link Parser::parseBuiltinName(bool isOwned) {
     int words = 0;
     if (matchBuiltinProperty(property, words, isOwned))
         return parseBuiltinProperty(property, words);
-    if (token(1).is(TokenKind::LeftParenthesis) || m_scope.slots_.contains(token().text.toLower()))
+    const bool isCalled = token(1).is(TokenKind::LeftParenthesis) && (!isWord("round") || definesRound());
+    if (isCalled || m_scope.slots_.contains(token().text.toLower()))
         return {};
+    if (!isOwned && isWord("round")) {
+        const Token round = take();
+        const bool isCommand = startsExpression();
+        m_tokens.push_front(round);
+        if (isCommand)
+            return {parseRound(), nullptr};
+    }
+    if (!isOwned && isWord("offset") && token(1).is(Keyword::Of))
+        return {parseOffset(), nullptr};
     static constexpr std::pair<const char*, const char16_t*> texts[] = {
         {"quote", u"\""}, {"space", u" "}, {"tab", u"\t"}, {"linefeed", u"\n"}};
     for (const auto& [name, text] : texts) {
@@ -125,7 +142,11 @@ Parser::Link Parser::parsePiece(PieceClass piece, int words) {
     auto* part = make<PieceExpression>(token().range);
     m_pieces.push_back(part);
     part->piece = piece;
+    const bool isPlural =
+        token(static_cast<std::size_t>(words) - 1).text.endsWith(QLatin1Char('s'), Qt::CaseInsensitive);
     skip(words);
+    if (!isPlural && !startsIndex())
+        failExpecting("index");
     parseIndex(part->selection);
     return {part, &part->container};
 }
@@ -175,11 +196,39 @@ bool Parser::matchPiece(PieceClass& piece, int& words) {
     return false;
 }
 
-bool Parser::matchBuiltinProperty(Builtin& property, int& words, bool isOwned) {
-    static constexpr std::pair<const char*, Builtin> names[] = {
-        {"class", Builtin::Class}, {"length", Builtin::Length},   {"contents", Builtin::Contents},
-        {"rest", Builtin::Rest},   {"reverse", Builtin::Reverse},
+/// A class of the language's own values, of which a list may have some: `every integer of x`.
+bool Parser::matchItemClass(Term& itemClass) {
+    for (const auto& [name, code] : ClassNames) {
+        if (isWord(name)) {
+            itemClass = code;
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Fails at what the language elsewhere has and this one does not, by its name. Two names beside each other
+/// never mean anything else.
+void Parser::refuseUnsupported() {
+    static constexpr std::initializer_list<const char*> phrases[] = {
+        {"application", "id"}, {"choose", "file"},   {"choose", "folder"},        {"choose", "from", "list"},
+        {"current", "date"},   {"display", "alert"}, {"display", "notification"}, {"do", "shell", "script"},
+        {"load", "script"},    {"open", "location"}, {"random", "number"},        {"run", "script"},
+        {"store", "script"},   {"system", "info"},
     };
+    if (!token(1).is(TokenKind::Word))
+        return;
+    for (const auto& words : phrases) {
+        if (!areWords(words))
+            continue;
+        QStringList named;
+        for (const char* word : words)
+            named += QString::fromLatin1(word);
+        fail(token().range, QStringLiteral("“%1” is not supported.").arg(named.join(QLatin1Char(' '))));
+    }
+}
+
+bool Parser::matchBuiltinProperty(Builtin& property, int& words, bool isOwned) {
     if (areWords({"POSIX", "path"}) || areWords({"quoted", "form"})) {
         property = isWord("POSIX") ? Builtin::PosixPath : Builtin::QuotedForm;
         words = 2;
@@ -190,15 +239,26 @@ bool Parser::matchBuiltinProperty(Builtin& property, int& words, bool isOwned) {
         words = 3;
         return true;
     }
-    for (const auto& [name, value] : names) {
-        // Without an `of` these are names that a script may well use for itself.
-        if (isWord(name) && (token(1).is(Keyword::Of) || token(1).is(Keyword::In) || isOwned)) {
-            property = value;
-            words = 1;
-            return true;
-        }
+    // Without an `of` these are names that a script may well use for itself.
+    const std::optional<Builtin> named =
+        token().is(TokenKind::Word) && (isOf(1) || isOwned) ? builtinNamed(token().text) : std::nullopt;
+    if (named) {
+        property = *named;
+        words = 1;
     }
-    return false;
+    return named.has_value();
+}
+
+std::optional<Builtin> Parser::builtinNamed(const QString& name) {
+    static constexpr std::pair<const char*, Builtin> names[] = {
+        {"class", Builtin::Class}, {"length", Builtin::Length},   {"contents", Builtin::Contents},
+        {"rest", Builtin::Rest},   {"reverse", Builtin::Reverse},
+    };
+    for (const auto& [word, property] : names) {
+        if (name.compare(QLatin1String(word), Qt::CaseInsensitive) == 0)
+            return property;
+    }
+    return {};
 }
 
 bool Parser::isIdentifier(std::size_t ahead) {

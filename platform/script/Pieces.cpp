@@ -143,7 +143,7 @@ Value cut(const QString& text, const Stretch& stretch) {
 }
 
 bool isListOf(const Value& whole, PieceClass piece) {
-    return whole.is(Kind::List) && piece == PieceClass::Item;
+    return whole.is(Kind::List) && (piece == PieceClass::Item || piece == PieceClass::ItemOfClass);
 }
 
 } // namespace

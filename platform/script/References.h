@@ -48,7 +48,7 @@ struct FieldExpression : Expression {
 };
 
 /// What lists and texts can be taken apart into.
-enum class PieceClass : quint8 { Item, Character, Word, Paragraph, TextItem, Text };
+enum class PieceClass : quint8 { Item, Character, Word, Paragraph, TextItem, Text, ItemOfClass };
 
 /// How parts are chosen.
 enum class SelectionForm : quint8 {
@@ -87,6 +87,7 @@ struct PieceExpression : Expression {
     bool isItem() const { return piece == PieceClass::Item && selection.form == SelectionForm::Index; }
 
     PieceClass piece = {};
+    Term itemClass = {}; ///< of ItemOfClass: the language's own class that the items of the list have
     Selection selection;
     Expression* container = nullptr; ///< null: the target
     ItemPath path;

@@ -166,17 +166,15 @@ Token Scanner::scanWord() {
     const SourceRange begin = m_at;
     while (isWordPart(peek()))
         advance();
-    // The apostrophe of isn't belongs to the word, that of 's does not.
-    const QStringView word = m_source.mid(begin.offset, m_at.offset - begin.offset);
-    if (word.compare(QLatin1String("isn"), Qt::CaseInsensitive) == 0 &&
-        (peek() == QLatin1Char('\'') || peek() == QChar(0x2019)) && peek(1).toLower() == QLatin1Char('t')) {
+    QString word = m_source.mid(begin.offset, m_at.offset - begin.offset).toString();
+    // The apostrophe of isn't and doesn't belongs to the word, that of 's does not.
+    if ((peek() == QLatin1Char('\'') || peek() == QChar(0x2019)) && peek(1).toLower() == QLatin1Char('t') &&
+        isReservedWord(word + QLatin1String("'t"))) {
         advance(2);
-        Token token = finish(TokenKind::Word, begin, QStringLiteral("isn't"));
-        token.keyword = Keyword::Isnt;
-        return token;
+        word += QLatin1String("'t");
     }
-    Token token = finish(TokenKind::Word, begin, word.toString());
-    token.keyword = keywordOf(token.text);
+    Token token = finish(TokenKind::Word, begin, word);
+    token.keyword = keywordOf(word);
     return token;
 }
 

@@ -60,6 +60,7 @@ struct TryStatement : Statement {
     Block onError;
     VariableExpression* message = nullptr;
     VariableExpression* number = nullptr;
+    Expression* onlyNumber = nullptr; ///< the one error that is caught; null: every one
 };
 
 /// `error "…" number n`.
@@ -69,11 +70,13 @@ struct ErrorStatement : Statement {
     Expression* number = nullptr;
 };
 
-/// `considering case` and `ignoring case`.
+/// `considering case`, `ignoring case`, `ignoring application responses`.
 struct ConsideringStatement : Statement {
     ConsideringStatement() : Statement(StatementKind::Considering) {}
     bool considersCase = false;
     bool changesCase = false; ///< letter case was named at all
+    bool ignoresResponses = false;
+    bool changesResponses = false; ///< the responses of applications were named at all
     Block body;
 };
 

@@ -46,6 +46,11 @@ enum class ExpressionKind : quint8 {
     Script,
     Result,
     Exists,
+    OwnedList,
+    Owner,
+    ReferenceTo,
+    Round,
+    Offset,
 };
 
 /// What has a value.

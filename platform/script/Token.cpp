@@ -25,6 +25,7 @@ const QHash<QString, Keyword>& keywords() {
         {QStringLiteral("copy"), Keyword::Copy},
         {QStringLiteral("div"), Keyword::Div},
         {QStringLiteral("does"), Keyword::Does},
+        {QStringLiteral("doesn't"), Keyword::Doesnt},
         {QStringLiteral("eighth"), Keyword::Eighth},
         {QStringLiteral("else"), Keyword::Else},
         {QStringLiteral("end"), Keyword::End},

@@ -22,6 +22,7 @@ enum class Keyword : quint8 {
     Copy,
     Div,
     Does,
+    Doesnt, // doesn't
     Else,
     End,
     Ends,

@@ -39,7 +39,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Outcome outcome = interpreter.run(std::get<QString>(source), host, limits);
     if (outcome.reply.has_value() == outcome.error.has_value())
         std::abort();
-    if (outcome.error && outcome.error->toStringWithPlace().isEmpty())
+    if (outcome.error && (outcome.error->range.line < 1 || outcome.error->message.isEmpty() ||
+                          outcome.error->message.size() > 1000))
         std::abort();
     if (outcome.reply) {
         literal(*outcome.reply);

@@ -67,14 +67,16 @@ public:
     }
 
 private:
-    static constexpr const char* words[] = {" of ",     " every ",   " whose ", "(",
-                                            ")",        "{",         "}",       "\n",
-                                            " end ",    " tell ",    " it ",    " my ",
-                                            "'s ",      " not ",     " -1 ",    " 9223372036854775807 ",
-                                            " thru ",   " as ",      " \"\" ",  " set ",
-                                            " to ",     " repeat\n", " try\n",  " item ",
-                                            " end of ", " count ",   " error ", " result ",
-                                            " return ", " track ",   " is in ", " mod "};
+    static constexpr const char* words[] = {" of ",       " every ",    " whose ", "(",
+                                            ")",          "{",          "}",       "\n",
+                                            " end ",      " tell ",     " it ",    " my ",
+                                            "'s ",        " not ",      " -1 ",    " 9223372036854775807 ",
+                                            " thru ",     " as ",       " \"\" ",  " set ",
+                                            " to ",       " repeat\n",  " try\n",  " item ",
+                                            " end of ",   " count ",    " error ", " result ",
+                                            " return ",   " track ",    " is in ", " mod ",
+                                            " round ",    " a ref to ", " in ",    " doesn't ",
+                                            " offset of "};
 
     qsizetype number(qsizetype bound) {
         return static_cast<qsizetype>(m_random() % static_cast<unsigned long long>(bound));

@@ -7,6 +7,7 @@ log {"a" & return & linefeed & "é" contains linefeed, "🎵é" ends with "🎵e
 considering case
     log {cafe contains "É", cafe contains "é", cafe ends with "É"} -- expect: {false, true, false}
 end considering
+log {offset of "é" in cafe, offset of "x" in "ééx"} -- expect: {4, 3}
 set AppleScript's text item delimiters to "É"
 log text items of "aébécd" -- expect: {"a", "b", "cd"}
 set AppleScript's text item delimiters to {"e", "b"}

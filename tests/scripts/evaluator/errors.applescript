@@ -30,6 +30,34 @@ try
 on error msg number n
     log {msg, n} -- expect: {"inner again", 2}
 end try
+-- an `on error` for one number lets every other error pass
+try
+    try
+        error "passed" number 5
+    on error number -128
+        log "no"
+    end try
+on error msg number 5
+    log msg -- expect: passed
+end try
+try
+    error number -128
+on error number -128
+    log "cancelled" -- expect: cancelled
+end try
+ignoring application responses
+    tell application "Music"
+        play "nothing of the kind" -- expect: play nothing of the kind
+    end tell
+    considering application responses
+        try
+            tell application "Music" to play 5
+        on error number n
+            -- expect: play 5
+            log n -- expect: -1728
+        end try
+    end considering
+end ignoring
 repeat with i from 1 to 3
     try
         if i = 2 then error "two"

@@ -95,6 +95,28 @@ TEST_F(InterpreterTest, SurvivesHostileTexts) {
         EXPECT_EQ(errorOf(source, limits), number) << source.left(100).toStdString();
 }
 
+TEST_F(InterpreterTest, ErrorsHaveAPlaceAndAnEnd) {
+    const auto longWord = QString(5000, QLatin1Char('w'));
+    const QString rows[] = {
+        longWord,
+        QStringLiteral("error \"%1\"").arg(longWord),
+        QStringLiteral("error \"%1\"").arg(QString::fromUtf8("🎵").repeated(2000)),
+        longWord + QStringLiteral("()"),
+        QStringLiteral("|%1| of 5").arg(longWord),
+        QStringLiteral("{%1:1} as text").arg(longWord),
+        QStringLiteral("on f(x)\nend\non %1(\n").arg(longWord),
+        QStringLiteral("set l to {}\nset end of l to l\nreturn l"),
+        QString(20'000'000, QLatin1Char(' ')),
+    };
+    for (const QString& source : rows) {
+        const Outcome outcome = run(source);
+        ASSERT_TRUE(outcome.error) << source.left(40).toStdString();
+        EXPECT_GE(outcome.error->range.line, 1) << source.left(40).toStdString();
+        EXPECT_LE(outcome.error->message.size(), 1000) << source.left(40).toStdString();
+        EXPECT_TRUE(outcome.error->message.isValidUtf16()) << source.left(40).toStdString();
+    }
+}
+
 TEST_F(InterpreterTest, EndsEndlessScripts) {
     const char* endless[] = {
         "repeat\nend repeat",
