@@ -24,7 +24,7 @@ inline constexpr int NotSettable = -10006;
 
 /// A stretch of a script's text. Lines and columns count from 1, columns in UTF-16 units.
 struct SourceRange {
-    int line = 0; ///< 0 when the error has no place in a text
+    int line = 0; ///< 0 as long as nobody has said where in the text
     int column = 0;
     int offset = 0; ///< where the stretch begins, in UTF-16 units from the start of the text
     int length = 0;

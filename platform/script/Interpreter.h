@@ -37,7 +37,7 @@ struct Limits {
 /// How a run ended: with a reply or with an error, never both.
 struct Outcome {
     std::optional<Descriptor> reply; ///< present when the script ended well, maybe holding nothing
-    std::optional<Error> error;
+    std::optional<Error> error;      ///< with its place; 1,000 units at most in its message
 };
 
 /// Compiles and runs script texts. Compiled texts are cached by content, up to a bound. Any thread may call

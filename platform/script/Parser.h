@@ -24,10 +24,11 @@ inline constexpr int MaximumDepth = 400;
 /// with the place where the text stops being the language, -2706 where it is nested too deeply.
 ///
 /// `Parser.cpp` has the tokens and the names, `ParserDeclarations.cpp` handlers and properties,
-/// `ParserStatements.cpp` what their bodies consist of, `ParserExpressions.cpp` literals,
-/// `ParserCommands.cpp` commands, `ParserOperators.cpp` what stands between them, `ParserReferences.cpp` what
-/// stands before and after `of`, `ParserOwnedLists.cpp` a list before an `of`, `ParserWords.cpp` which words
-/// mean something to the language or to an application, and `ParserConditions.cpp` what follows a `whose`.
+/// `ParserStatements.cpp` what their bodies consist of, `ParserSurroundings.cpp` the statements that change
+/// how those inside of them are meant, `ParserExpressions.cpp` literals, `ParserCommands.cpp` commands,
+/// `ParserOperators.cpp` what stands between them, `ParserReferences.cpp` what stands before and after `of`,
+/// `ParserOwnedLists.cpp` a list before an `of`, `ParserWords.cpp` which words mean something to the language
+/// or to an application, and `ParserConditions.cpp` what follows a `whose`.
 class Parser {
 public:
     Parser(const QString& source, const ApplicationProvider& applications);
