@@ -5,6 +5,8 @@ log 1 + (length of 5) -- expect error at 10: Can’t get the pieces of 5. (-1728
 -- next script
 if true and 3 then log 1 -- expect error at 13: Can’t make 3 into type boolean. (-1700)
 -- next script
+if true and {1, 2} < 3 then log 1 -- expect error at 13: Can’t make {1, 2} into type number. (-1700)
+-- next script
 set l to {1}
 log item ("x" & 1) of l -- expect error at 11: Can’t make "x1" into type integer. (-1700)
 -- next script
