@@ -216,8 +216,10 @@ void Parser::refuseUnsupported() {
         {"load", "script"},    {"open", "location"}, {"random", "number"},        {"run", "script"},
         {"store", "script"},   {"system", "info"},
     };
-    if (!token(1).is(TokenKind::Word))
-        return;
+    const Token& next = token(1);
+    if (!next.is(TokenKind::Word) ||
+        (next.keyword != Keyword::None && !next.is(Keyword::From) && !next.is(Keyword::Script)))
+        return; // as nearly always
     for (const auto& words : phrases) {
         if (!areWords(words))
             continue;

@@ -55,6 +55,10 @@ log current date -- expect error at 5: “current date” is not supported. (-27
 -- next script
 do shell script "ls" -- expect error at 1: “do shell script” is not supported. (-2741)
 -- next script
+choose from list {1} -- expect error at 1: “choose from list” is not supported. (-2741)
+-- next script
+run script "x" -- expect error at 1: “run script” is not supported. (-2741)
+-- next script
 log application id "com.example" -- expect error at 5: “application id” is not supported. (-2741)
 -- next script
 round 2.5 rounding sideways -- expect error at 20: Expected “up”, “down”, “toward zero”, “to nearest” or “as taught in school” but found identifier “sideways”. (-2741)
