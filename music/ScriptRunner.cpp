@@ -1,5 +1,7 @@
 #include "music/ScriptRunner.h"
 
+#include <algorithm>
+
 namespace tarnwick {
 
 namespace {
@@ -9,8 +11,10 @@ constexpr qsizetype maximumLastLines = 64;
 
 } // namespace
 
-ScriptRunner::ScriptRunner(dispatch::Dispatcher& dispatcher, Execute execute, LogLine log)
-    : m_dispatcher(dispatcher), m_execute(std::move(execute)), m_log(std::move(log)) {}
+ScriptRunner::ScriptRunner(dispatch::Dispatcher& dispatcher, Execute execute, LogLine log,
+                           std::vector<int> unsaid)
+    : m_dispatcher(dispatcher), m_execute(std::move(execute)), m_log(std::move(log)),
+      m_unsaid(std::move(unsaid)) {}
 
 std::optional<script::Descriptor> ScriptRunner::runAppleScript(const QString& source) {
     std::optional<script::Descriptor> reply;
@@ -21,7 +25,7 @@ std::optional<script::Descriptor> ScriptRunner::runAppleScript(const QString& so
 
 std::optional<script::Descriptor> ScriptRunner::runAndPrint(const QString& source) {
     script::Outcome outcome = m_execute(source);
-    if (outcome.error)
+    if (outcome.error && std::find(m_unsaid.begin(), m_unsaid.end(), outcome.error->number) == m_unsaid.end())
         print(source, *outcome.error);
     return std::move(outcome.reply);
 }

@@ -9,6 +9,7 @@
 #include <functional>
 #include <mutex>
 #include <optional>
+#include <vector>
 
 namespace tarnwick {
 
@@ -21,7 +22,9 @@ public:
     /// Compiles and runs a text on the calling thread.
     using Execute = std::function<script::Outcome(const QString& source)>;
 
-    ScriptRunner(dispatch::Dispatcher& dispatcher, Execute execute, LogLine log);
+    /// Errors whose numbers stand in `unsaid` are not printed.
+    ScriptRunner(dispatch::Dispatcher& dispatcher, Execute execute, LogLine log,
+                 std::vector<int> unsaid = {});
 
     /// Runs the text on the user-interactive queue and waits, without a time-out, until it has ended; so
     /// it must not be called on that queue. The reply, or none after an error, which is printed.
@@ -39,6 +42,7 @@ private:
     dispatch::Dispatcher& m_dispatcher;
     Execute m_execute;
     LogLine m_log;
+    const std::vector<int> m_unsaid;
     std::mutex m_mutex;
     QHash<QString, QString> m_lastLines;
 };

@@ -64,4 +64,11 @@ const Preference* findPreference(const QString& key) {
     return it == all.end() ? nullptr : &*it;
 }
 
+std::optional<std::pair<QString, defaults::Value>> storedWith(const Preference& preference,
+                                                              const defaults::Value& value) {
+    if (preference.key == u"randomBackgroundEnabled" && value == defaults::Value(true))
+        return std::pair(QStringLiteral("backgroundOption"), toStored(BackgroundOption::Random));
+    return std::nullopt;
+}
+
 } // namespace tarnwick

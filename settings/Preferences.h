@@ -67,6 +67,10 @@ const std::vector<Preference>& preferences();
 /// The preference with this key; null when there is none.
 const Preference* findPreference(const QString& key);
 
+/// The other preference that is stored with this one when it is set to `value`, and its value; none for most.
+std::optional<std::pair<QString, defaults::Value>> storedWith(const Preference& preference,
+                                                              const defaults::Value& value);
+
 /// A field's value as it is stored.
 inline defaults::Value toStored(bool value) { return value; }
 inline defaults::Value toStored(const QString& text) { return text; }

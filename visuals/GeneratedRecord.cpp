@@ -41,6 +41,17 @@ QString generatedRecordBase(const QString& tag) {
     return known ? tag : QString();
 }
 
+QStringList generatedRecordTags() {
+    QStringList tags;
+    for (const CDImageOption& option : imageOptions())
+        tags.append(option.tag);
+    for (const QLatin1String& reel : reels)
+        tags.append(reel);
+    tags.removeIf([](const QString& tag) { return generatedRecordBase(tag).isEmpty(); });
+    tags.removeDuplicates();
+    return tags;
+}
+
 RecordPrint printFor(const QString& tag, const RecordPrint& print) {
     const Factors factors = factorsOf(tag);
     return {print.side, print.holeRadius * factors.holeRadius, print.inset * factors.inset};

@@ -12,6 +12,9 @@ inline constexpr RecordPrint standardPrint{300, 30, 5};
 /// The name of the picture on which a record with `tag` is printed; empty when there is none for it.
 QString generatedRecordBase(const QString& tag);
 
+/// Every tag that a record is made for, in the order of the choices.
+QStringList generatedRecordTags();
+
 /// `print` as it suits the kind of disc that `tag` is: a label in the middle of a record, nearly the whole
 /// face of a compact disc. `tag` must have a base.
 RecordPrint printFor(const QString& tag, const RecordPrint& print);

@@ -52,10 +52,16 @@ void complain(const QString& line) {
     std::fprintf(stderr, "tarnwick: %s\n", printable(line).toUtf8().constData());
 }
 
-void print(const QString& text) {
+bool print(const QString& text) {
     const QByteArray bytes = text.toUtf8();
-    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
-    std::fflush(stdout);
+    const auto size = static_cast<std::size_t>(bytes.size());
+    return std::fwrite(bytes.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0;
+}
+
+QString pictureNameFault(const QString& file) {
+    return file.endsWith(QLatin1String(".png"), Qt::CaseInsensitive)
+               ? QString()
+               : QStringLiteral("pictures are written as PNG, so '%1' has to end in .png").arg(file);
 }
 
 } // namespace tarnwick

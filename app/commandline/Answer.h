@@ -16,7 +16,11 @@ QString printable(const QString& text);
 /// One line on standard error, `printable()`.
 void complain(const QString& line);
 
-/// Standard output, as UTF-8.
-void print(const QString& text);
+/// Standard output, as UTF-8. Whether it could be written.
+bool print(const QString& text);
+
+/// Why a picture cannot be written under this name, which says of what kind it is: pictures are PNG. Empty
+/// when it can.
+QString pictureNameFault(const QString& file);
 
 } // namespace tarnwick

@@ -22,6 +22,7 @@ constexpr std::array options{
     Option{"show", false, " display "},
     Option{"launched-at-login", false, " display "},
     Option{"json", false, " status do script defaults palette "},
+    Option{"follow", false, " status "},
     Option{"limit", true, " script "},
     Option{"view", true, " snapshot "},
     Option{"scene", true, " snapshot "},
@@ -40,7 +41,7 @@ struct Command {
 
 constexpr std::array commands{
     Command{"display", 0, 0, "tarnwick [--source auto|mpris|demo] [--player NAME] [--fullscreen] | --show"},
-    Command{"status", 0, 0, "tarnwick status [--json]"},
+    Command{"status", 0, 0, "tarnwick status [--json] [--follow]"},
     Command{"do", 1, 2, "tarnwick do COMMAND [ARGUMENT]"},
     Command{"script", 1, 1, "tarnwick script FILE|- [--json] [--limit SECONDS]"},
     Command{"defaults", 0, 2, "tarnwick defaults [KEY [VALUE]] [--json]"},
@@ -69,6 +70,13 @@ bool isTakenAsItStands(const Invocation& invocation) {
             invocation.arguments.front() == QLatin1String("playlist"));
 }
 
+/// The option that `argument` abbreviates; empty when it is none.
+QString shortOption(const QString& argument) {
+    if (argument == QLatin1String("-h"))
+        return QStringLiteral("help");
+    return argument == QLatin1String("-V") ? QStringLiteral("version") : QString();
+}
+
 std::optional<UsageError> check(const Invocation& invocation, const Command& command) {
     for (auto option = invocation.options.keyBegin(); option != invocation.options.keyEnd(); ++option) {
         const QLatin1String allowed(findOption(*option)->commands);
@@ -82,6 +90,9 @@ std::optional<UsageError> check(const Invocation& invocation, const Command& com
         !QStringList{QStringLiteral("auto"), QStringLiteral("mpris"), QStringLiteral("demo")}.contains(
             *source))
         return UsageError{QStringLiteral("--source is auto, mpris or demo, not '%1'").arg(*source)};
+    if (invocation.option(QStringLiteral("source")) == QLatin1String("demo") &&
+        invocation.has(QStringLiteral("player")))
+        return UsageError{QStringLiteral("--player does not go with --source demo")};
     if (invocation.arguments.size() < command.leastArguments ||
         invocation.arguments.size() > command.mostArguments)
         return UsageError{QStringLiteral("usage: %1").arg(QString::fromUtf8(command.usage))};
@@ -98,6 +109,10 @@ std::optional<QString> Invocation::option(const QString& name) const {
 std::variant<Invocation, UsageError> parseCommandLine(const QStringList& arguments) {
     Invocation invocation;
     for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
+        if (const QString name = shortOption(*argument); !name.isEmpty() && !isTakenAsItStands(invocation)) {
+            invocation.options.insert(name, {});
+            continue;
+        }
         if (!argument->startsWith(QLatin1String("--")) || isTakenAsItStands(invocation)) {
             if (invocation.command.isEmpty())
                 invocation.command = *argument;
@@ -143,10 +158,11 @@ QString helpText() {
       open the display
   tarnwick --show
       bring the running display to the front, or open it
-  tarnwick status [--json]
-      print what plays, once
+  tarnwick status [--json] [--follow]
+      print what plays, once; with --follow again at each change, until the reader goes or Ctrl+C
   tarnwick do COMMAND [ARGUMENT]
-      play-pause, next, previous, shuffle, volume 0..1, title TEXT, playlist NAME, playlists [--json]
+      play-pause, play, pause, stop, next, previous, seek SECONDS|+SECONDS|-SECONDS, shuffle [on|off],
+      volume 0..1|+0.1|-0.1, title TEXT, playlist NAME, playlists [--json]
   tarnwick script FILE|- [--json] [--limit SECONDS]
       run one script and print its reply
   tarnwick defaults [KEY [VALUE]] [--json]
@@ -161,7 +177,8 @@ QString helpText() {
   tarnwick --help | --version
 
 --source auto (the default) follows the players on the session bus, or shows the demo library where
-there is no bus. --player chooses a player by its bus name or by the name it gives itself.
+there is no bus. --player chooses a player by its bus name or by the name it gives itself; without it,
+commands are about the player that the running display shows. -h and -V are --help and --version.
 )");
 }
 

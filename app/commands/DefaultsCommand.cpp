@@ -92,7 +92,9 @@ int runDefaults(const Invocation& invocation) {
                      .arg(preference->key, preference->possibleValues(), invocation.arguments.last()));
         return exitUsage;
     }
-    const bool isStored = defaults.set(preference->key, *value);
+    bool isStored = defaults.set(preference->key, *value);
+    if (const auto other = storedWith(*preference, *value))
+        isStored = defaults.set(other->first, other->second) && isStored;
     return applyLogin(*preference, *value) && isStored ? exitDone : exitFailed;
 }
 

@@ -11,7 +11,12 @@ int runRecord(const Invocation& invocation) {
     const QString& tag = invocation.arguments[1];
     const QString& out = invocation.arguments[2];
     if (generatedRecordBase(tag).isEmpty()) {
-        complain(QStringLiteral("no record is made for the tag '%1'").arg(tag));
+        complain(QStringLiteral("no record is made for the tag '%1'; there are %2")
+                     .arg(tag, generatedRecordTags().join(QStringLiteral(", "))));
+        return exitUsage;
+    }
+    if (const QString fault = pictureNameFault(out); !fault.isEmpty()) {
+        complain(fault);
         return exitUsage;
     }
     QImageReader reader(path);

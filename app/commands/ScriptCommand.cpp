@@ -75,7 +75,8 @@ int runScript(const Invocation& invocation) {
                                               dialogShown = true;
                                               complain(text);
                                           },
-                                      .demoStartsStopped = true});
+                                      .demoStartsStopped = true,
+                                      .isCommand = true});
     script::Outcome outcome;
     std::optional<QString> refusal;
     session.runInBackground([&] {
@@ -83,6 +84,10 @@ int runScript(const Invocation& invocation) {
         outcome = session.execute(std::get<0>(source), limits);
         refusal = session.music().finishCommands(1s);
     });
+    if (const QString missing = missingPlayer(invocation, session.music()); !missing.isEmpty()) {
+        complain(missing);
+        return exitFailed;
+    }
     if (outcome.error) {
         complain(QStringLiteral("%1:%2").arg(file, outcome.error->toStringWithPlace()));
         return exitFailed;

@@ -67,6 +67,8 @@ std::optional<Problem> readPreferences(const Invocation& invocation, SnapshotSta
 std::variant<Request, Problem> readRequest(const Invocation& invocation) {
     Request request;
     request.file = invocation.arguments.front();
+    if (const QString fault = pictureNameFault(request.file); !fault.isEmpty())
+        return fault;
     request.view = invocation.option(QStringLiteral("view")).value_or(QStringLiteral("display"));
     static const QStringList views{QStringLiteral("display"), QStringLiteral("bar"),
                                    QStringLiteral("picker"),  QStringLiteral("preferences"),
@@ -76,7 +78,8 @@ std::variant<Request, Problem> readRequest(const Invocation& invocation) {
     const QString scene = invocation.option(QStringLiteral("scene")).value_or(QStringLiteral("playing"));
     const auto demoScene = musicapp::demoSceneNamed(scene);
     if (!demoScene)
-        return QStringLiteral("there is no scene '%1'").arg(scene);
+        return QStringLiteral("there is no scene '%1'; there are %2")
+            .arg(scene, musicapp::demoSceneNames().join(QStringLiteral(", ")));
     request.stage.scene = *demoScene;
     const auto sizeText = invocation.option(QStringLiteral("size"));
     const bool isPreferences = request.view == QLatin1String("preferences");

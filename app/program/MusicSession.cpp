@@ -1,5 +1,6 @@
 #include "app/program/MusicSession.h"
 
+#include "app/desktop/Identity.h"
 #include "assets/Catalogue.h"
 #include "platform/musicapp/demo/DemoMusic.h"
 #include "platform/musicapp/mpris/MprisMusic.h"
@@ -25,13 +26,15 @@ private:
 
 namespace {
 
-musicapp::MprisMusic::Options mprisOptions(const Invocation& invocation) {
+musicapp::MprisMusic::Options mprisOptions(const Invocation& invocation, bool isCommand) {
     const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
     return {.busAddress = {},
             .player = invocation.option(QStringLiteral("player")).value_or(QString()),
             .cacheFolder = cache + QStringLiteral("/tarnwick"),
-            .stateFile = data + QStringLiteral("/tarnwick/last-player")};
+            .stateFile = data + QStringLiteral("/tarnwick/last-player"),
+            .remembers = !isCommand,
+            .display = isCommand ? bundleIdentifier() : QString()};
 }
 
 } // namespace
@@ -39,8 +42,27 @@ musicapp::MprisMusic::Options mprisOptions(const Invocation& invocation) {
 bool wantsDemo(const Invocation& invocation) {
     const QString source = invocation.option(QStringLiteral("source")).value_or(QStringLiteral("auto"));
     if (source == QLatin1String("auto"))
-        return !musicapp::MprisMusic::hasSessionBus();
+        return !musicapp::MprisMusic::hasSessionBus() && !invocation.has(QStringLiteral("player"));
     return source == QLatin1String("demo");
+}
+
+QString sourceRemark(const Invocation& invocation) {
+    const bool isAskedFor = invocation.option(QStringLiteral("source")) == QLatin1String("demo");
+    return wantsDemo(invocation) && !isAskedFor
+               ? QStringLiteral("there is no session bus, so this is the demo library")
+               : QString();
+}
+
+QString missingPlayer(const Invocation& invocation, const musicapp::MusicApplication& music) {
+    const auto wanted = invocation.option(QStringLiteral("player"));
+    if (!wanted || !music.playerName().isEmpty())
+        return {};
+    if (!musicapp::MprisMusic::hasSessionBus())
+        return QStringLiteral("there is no session bus, so no player called '%1' can be found").arg(*wanted);
+    const QStringList names = music.playerNames();
+    return names.isEmpty() ? QStringLiteral("no player is called '%1'; there is none").arg(*wanted)
+                           : QStringLiteral("no player is called '%1'; there are %2")
+                                 .arg(*wanted, names.join(QStringLiteral(", ")));
 }
 
 MusicSession::MusicSession(const Invocation& invocation, Options options)
@@ -52,10 +74,11 @@ MusicSession::MusicSession(const Invocation& invocation, Options options)
                                          .startsStopped = options.demoStartsStopped},
             m_dispatcher, *m_images);
     else
-        m_music = std::make_unique<musicapp::MprisMusic>(mprisOptions(invocation), m_dispatcher, *m_images);
+        m_music = std::make_unique<musicapp::MprisMusic>(mprisOptions(invocation, options.isCommand),
+                                                         m_dispatcher, *m_images);
     m_interpreter = std::make_unique<script::Interpreter>(m_music->scripting());
     auto runner = std::make_shared<ScriptRunner>(
-        m_dispatcher, [this](const QString& text) { return execute(text); }, options.log);
+        m_dispatcher, [this](const QString& text) { return execute(text); }, options.log, options.unsaid);
     m_source = std::make_unique<MusicSource>(MusicSource::Parts{
         m_dispatcher, runner, m_images, Catalogue::shared().image(QStringLiteral("nocover")), options.log});
     MusicSource::setShared(m_source.get());

@@ -20,6 +20,14 @@ inline constexpr std::chrono::seconds completionTime(3);
 /// Whether the command line asks for the demo library, if only by leaving the choice where there is no bus.
 bool wantsDemo(const Invocation& invocation);
 
+/// What is to be told of a source that was not asked for: that the demo is shown because there is no bus;
+/// empty when nothing is.
+QString sourceRemark(const Invocation& invocation);
+
+/// Why nobody is followed although the command line names a player; empty when one is followed, or none is
+/// named.
+QString missingPlayer(const Invocation& invocation, const musicapp::MusicApplication& music);
+
 /// Everything between a player and the model, put together as the command line asks.
 class MusicSession {
 public:
@@ -27,6 +35,8 @@ public:
         LogLine log;
         std::function<void(const QString&)> showDialog; ///< any thread
         bool demoStartsStopped = false;
+        bool isCommand = false; ///< it follows whom the display follows, and leaves no trace of its choice
+        std::vector<int> unsaid = {}; ///< numbers of script errors that are not logged
         musicapp::DemoScene demoScene = musicapp::DemoScene::Playing;
     };
 

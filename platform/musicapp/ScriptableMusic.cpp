@@ -108,6 +108,8 @@ public:
             m_player.setShuffle(script::requireBoolean(value));
             break;
         case terms::PlayerPosition:
+            if (!now->current)
+                throw Error::noSuchObject();
             m_player.setPosition(std::max(0.0, script::requireReal(value)));
             break;
         default:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -21,5 +22,8 @@ enum class DemoScene {
 
 /// The scene by its name on the command line ("two-discs"); none when there is no such scene.
 std::optional<DemoScene> demoSceneNamed(const QString& name);
+
+/// The names of all of them.
+QStringList demoSceneNames();
 
 } // namespace tarnwick::musicapp

@@ -81,8 +81,9 @@ void PlayerLink::setShuffle(bool shuffle, const Done& done) {
 void PlayerLink::setPosition(double seconds, const Done& done) {
     const QString trackId = belief().metadata.track.id;
     const auto microseconds = static_cast<qlonglong>(seconds * 1e6);
-    const QDBusObjectPath path(trackId.startsWith(u'/') ? trackId : QString());
-    if (!path.path().isEmpty()) {
+    // One that is no path, or no valid one, cannot be said.
+    if (const QDBusObjectPath path(trackId.startsWith(u'/') ? trackId : QStringLiteral("/"));
+        path.path().size() > 1) {
         call(QStringLiteral("SetPosition"), {QVariant::fromValue(path), microseconds}, done);
         return;
     }
@@ -188,12 +189,12 @@ void PlayerLink::introduce() {
         const QVariantMap properties = mapOf(reply);
         m_identity = textOf(properties.value(QStringLiteral("Identity"))).left(100);
         m_desktopEntry = textOf(properties.value(QStringLiteral("DesktopEntry")));
-        m_canOpenFiles = textsOf(properties.value(QStringLiteral("SupportedUriSchemes")))
-                             .contains(QLatin1String("file"), Qt::CaseInsensitive);
-        // One lists two kinds of file, none of them a playlist, and takes them all the same.
+        // One names neither among what it takes, and takes both.
+        const bool takesAll = name() == QLatin1String("mpv");
         const QStringList kinds = textsOf(properties.value(QStringLiteral("SupportedMimeTypes")));
-        m_canOpenPlaylists = name() == QLatin1String("mpv") ||
-                             std::any_of(kinds.begin(), kinds.end(), [](const QString& kind) {
+        m_canOpenFiles = takesAll || textsOf(properties.value(QStringLiteral("SupportedUriSchemes")))
+                                         .contains(QLatin1String("file"), Qt::CaseInsensitive);
+        m_canOpenPlaylists = takesAll || std::any_of(kinds.begin(), kinds.end(), [](const QString& kind) {
                                  return kind.contains(QLatin1String("mpegurl"), Qt::CaseInsensitive);
                              });
         m_isIntroduced = true;
