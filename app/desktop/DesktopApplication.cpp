@@ -42,10 +42,12 @@ DesktopApplication::Answer DesktopApplication::askToShow(QDBusConnection bus) {
     return nobody ? Answer::NobodyRuns : Answer::NoAnswer;
 }
 
-DesktopApplication::DesktopApplication(const QDBusConnection& bus) : m_bus(bus) {
+DesktopApplication::DesktopApplication(const QDBusConnection& bus, std::function<QString()> player)
+    : m_bus(bus), m_player(std::move(player)) {
     if (!m_bus.isConnected())
         return;
     new DesktopApplicationAdaptor(this);
+    new DisplayAdaptor(this);
     m_bus.registerObject(objectPath(), this);
     const QString path = QStringLiteral("/org/freedesktop/DBus");
     m_bus.connect(busName, path, busName, QStringLiteral("NameAcquired"), this, SLOT(nameAcquired(QString)));

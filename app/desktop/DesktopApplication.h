@@ -6,6 +6,8 @@
 #include <QStringList>
 #include <QVariantMap>
 
+#include <functional>
+
 namespace tarnwick {
 
 /// The program as the desktop knows it: a name on the session bus that can be asked to show itself.
@@ -20,11 +22,14 @@ public:
     static Answer askToShow(QDBusConnection bus);
 
     /// Asks `bus` for the name; with several copies the first one has it, and the next gets it after that.
-    explicit DesktopApplication(const QDBusConnection& bus);
+    /// `player` tells the unique name of the player that is shown, empty when there is none.
+    DesktopApplication(const QDBusConnection& bus, std::function<QString()> player);
     ~DesktopApplication() override;
 
     /// Whether this copy is the one that would be asked.
     bool hasName() const { return m_hasName; }
+
+    QString player() const { return m_player(); }
 
 Q_SIGNALS:
     /// Somebody wants to see the window.
@@ -36,6 +41,7 @@ private Q_SLOTS:
 
 private:
     QDBusConnection m_bus;
+    const std::function<QString()> m_player;
     bool m_hasName = false;
 };
 
@@ -51,6 +57,23 @@ public Q_SLOTS:
     void Activate(const QVariantMap& platformData);
     void Open(const QStringList& addresses, const QVariantMap& platformData);
     void ActivateAction(const QString& name, const QVariantList& parameter, const QVariantMap& platformData);
+
+private:
+    DesktopApplication& m_application;
+};
+
+/// What the commands ask a display. The names are our own protocol's.
+class DisplayAdaptor : public QDBusAbstractAdaptor {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.tarnwick.Tarnwick")
+    Q_PROPERTY(QString Player READ player)
+
+public:
+    explicit DisplayAdaptor(DesktopApplication* parent)
+        : QDBusAbstractAdaptor(parent), m_application(*parent) {}
+
+    /// The unique bus name of the player that is shown; empty when there is none.
+    QString player() const { return m_application.player(); }
 
 private:
     DesktopApplication& m_application;

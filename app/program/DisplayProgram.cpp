@@ -30,6 +30,9 @@ constexpr int iconSide = 256;
 /// come up minimised.
 constexpr auto longestWait = std::chrono::milliseconds(500);
 
+/// When a player that the command line names should have been found.
+constexpr auto playerPatience = std::chrono::seconds(2);
+
 /// When the start and the first album's coming are over.
 constexpr auto settled = std::chrono::seconds(4);
 
@@ -63,7 +66,7 @@ QDBusConnection desktopBus() {
 } // namespace
 
 DisplayProgram::DisplayProgram(const Invocation& invocation)
-    : m_startsInFullScreen(invocation.has(QStringLiteral("fullscreen"))),
+    : m_invocation(invocation), m_startsInFullScreen(invocation.has(QStringLiteral("fullscreen"))),
       m_session(invocation,
                 {.log = log, .showDialog = [this](const QString& message) { showMessage(message); }}),
       m_copies(RunningCopies::standardFolder()),
@@ -88,6 +91,7 @@ DisplayProgram::~DisplayProgram() {
         m_view->disappear();
     if (m_window)
         disconnect(m_window.get(), nullptr, this, nullptr); // its focus moves while it goes
+    m_session.music().setRefusalHandler({});
     m_session.end();
     m_agentQueue.finish(); // what is stored about the login is also done
     renderqueue::setDispatcher(nullptr);
@@ -200,7 +204,7 @@ void DisplayProgram::loadFonts() {
 
 void DisplayProgram::joinDesktop() {
     const QDBusConnection bus = desktopBus();
-    m_desktop.emplace(bus);
+    m_desktop.emplace(bus, [this] { return m_session.music().playerAddress(); });
     connect(&*m_desktop, &DesktopApplication::activated, &m_app.mainWindow(), &MainWindow::show);
     m_drag.emplace(*m_window);
     m_shortcuts.emplace(m_app.menu(), *m_window);
@@ -229,8 +233,22 @@ void DisplayProgram::showDisplay() {
     makeDisplay();
     // From here on what changes at the player shows at once; the polls are only the floor.
     followPlayer(m_session.source(), m_session.music(), *m_view->controls());
+    const auto invite = [this] { m_view->setCanPlayTitles(m_session.music().capabilities().canOpenTitle); };
+    connect(&m_session.source(), &MusicSource::playerChanged, m_view.get(), invite);
+    invite();
+    m_session.music().setRefusalHandler([this](const QString& line) { showMessage(line); });
     m_view->appear();
+    m_session.dispatcher().asyncAfter(m_session.dispatcher().mainQueue(), playerPatience,
+                                      [this] { tellMissingPlayer(); });
     m_session.dispatcher().asyncAfter(m_session.dispatcher().mainQueue(), settled, giveFreedMemoryBack);
+}
+
+void DisplayProgram::tellMissingPlayer() {
+    const QString missing = missingPlayer(m_invocation, m_session.music());
+    if (missing.isEmpty())
+        return;
+    log(missing);
+    showMessage(missing);
 }
 
 void DisplayProgram::showMessage(const QString& message) {

@@ -57,6 +57,7 @@ private:
     void joinDesktop();
     void followMotion(const QDBusConnection& bus);
     void makeDisplay();
+    void tellMissingPlayer();
     void showMessage(const QString& message);
     void showDisplay();
     void followPhase();
@@ -65,6 +66,7 @@ private:
     /// The window that has the keyboard, or else the main window, which then comes to the front.
     QQuickWindow& windowInUse();
 
+    const Invocation m_invocation;
     const bool m_startsInFullScreen;
     MusicSession m_session;
     RunningCopies m_copies;

@@ -125,7 +125,8 @@ void TarnwickView::trackChanged() {
     drawRandomFonts();
     if (previous != album || (album.isEmpty() && m_previousAlbumIdentity != source.albumIdentity()))
         albumChanged();
-    else if (m_recordAlbum != source.albumIdentity()) // there and back before what was shown had been written down
+    else if (m_recordAlbum !=
+             source.albumIdentity()) // there and back before what was shown had been written down
         refreshRecordImage(true);
     later(albumWriteBackDelay, [this, name = source.currentAlbumName(), identity = source.albumIdentity()] {
         m_transaction.withoutAnimation([&] { m_parts.musicSource.setPreviousAlbumTitle(name); });
@@ -305,6 +306,10 @@ bool TarnwickView::canBeSeen() const {
 
 void TarnwickView::setReducedMotion(bool reduced) {
     assign(m_reducedMotion, reduced, &TarnwickView::reducedMotionChanged);
+}
+
+void TarnwickView::setCanPlayTitles(bool can) {
+    assign(m_canPlayTitles, can, &TarnwickView::canPlayTitlesChanged);
 }
 
 void TarnwickView::setFlipped(bool flipped) {

@@ -71,6 +71,8 @@ class TarnwickView : public QObject {
     Q_PROPERTY(bool reducedMotion READ reducedMotion NOTIFY reducedMotionChanged)
     /// Else nothing moves gradually: what changes is at its end at once.
     Q_PROPERTY(bool canBeSeen READ canBeSeen NOTIFY canBeSeenChanged)
+    /// Whether the player is known to play a title of the list; rows that it does not play do not light up.
+    Q_PROPERTY(bool canPlayTitles READ canPlayTitles NOTIFY canPlayTitlesChanged)
 
 public:
     /// What the view is made of; everything must outlive it.
@@ -153,6 +155,9 @@ public:
 
     void setReducedMotion(bool reduced);
 
+    bool canPlayTitles() const { return m_canPlayTitles; }
+    void setCanPlayTitles(bool can);
+
     MusicSource& musicSource() const { return m_parts.musicSource; }
     Settings* settings() const { return &m_parts.settings; }
     BackgroundManager& backgroundManager() const { return m_parts.backgroundManager; }
@@ -201,6 +206,7 @@ Q_SIGNALS:
     void tracklistUpdateKeyChanged();
     void reducedMotionChanged();
     void canBeSeenChanged();
+    void canPlayTitlesChanged();
 
 private:
     /// What the choice of a record depends on, as it was when the choice was asked for.
@@ -264,7 +270,7 @@ private:
     DiscImage m_cdImage;
     DiscImage m_currentRandomImage;
     std::optional<images::Image> m_cassetteImage;
-    QString m_recordAlbum;         // the identity of the one whose record was asked for last
+    QString m_recordAlbum; // the identity of the one whose record was asked for last
     QString m_previousAlbumIdentity;
     quint64 m_recordOrder = 0;     // of the choice that was asked for last
     bool m_recordIsForced = false; // by a choice that was overtaken
@@ -272,6 +278,7 @@ private:
     bool m_hasCoversColours = false;                      // those of a cover, and not of none
     std::optional<dispatch::Instant> m_withoutCoverSince; // by the dispatcher's clock
     bool m_isFullscreen = false;
+    bool m_canPlayTitles = true;
     double m_rotationAngle = 0;
     bool m_isFlipped = false;
     bool m_isCDVisible = true;

@@ -128,7 +128,7 @@ Rectangle {
                 title: row.title
                 duration: row.duration
                 isCurrent: row.isCurrent
-                isHighlighted: row.isHovered || row.isSelected
+                isHighlighted: (row.isHovered && root.view.canPlayTitles) || row.isSelected
                 textColor: root.view.backgroundManager.dynamicTextColor
                 ground: root.view.backgroundManager.gradientColors[0] ?? "black"
                 veil: root.rowVeil

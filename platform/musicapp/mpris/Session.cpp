@@ -316,7 +316,7 @@ void Session::play(const Track& track) {
                   ending(failure);
                   if (!failure)
                       return;
-                  m_listener.refused(*failure);
+                  m_listener.refused(QStringLiteral("%1 does not play that title").arg(link->identity()));
                   if (link == m_followed)
                       publish(); // it may be known now that it opens nothing
               });
