@@ -35,6 +35,7 @@ struct MprisFixture : testing::Test {
 
     void start(musicapp::MprisMusic::Options options = {}) {
         options.busAddress = bus.address();
+        probe.reset(); // may look at the one before
         music = std::make_unique<musicapp::MprisMusic>(options, dispatcher, images);
         probe = std::make_unique<MusicProbe>(*music);
         ASSERT_TRUE(music->waitUntilReady(5s));

@@ -1,6 +1,7 @@
 // The program as a person runs it: its commands against the demo and against a real player.
 
 #include "music/Scripts.h"
+#include "tests/fakes/FakePlayer.h"
 #include "tests/fakes/Pictures.h"
 #include "tests/fakes/RealPlayer.h"
 #include "tests/players/ProgramFixture.h"
@@ -48,6 +49,26 @@ TEST_F(ProgramTest, ExitCodesMeanSomething) {
         {{"do", "volume", "0.3", "--source", "demo"}, 0, ""},
         {{"do", "shuffle", "--source", "demo"}, 0, ""},
         {{"do", "playlist", "musica", "--source", "demo"}, 0, ""},
+        {{"do", "volume", "+0.1", "--source", "demo"}, 0, ""},
+        {{"do", "volume", "-1", "--source", "demo"}, 0, ""},
+        {{"do", "shuffle", "on", "--source", "demo"}, 0, ""},
+        {{"do", "play", "--source", "demo"}, 0, ""},
+        {{"do", "pause", "--source", "demo"}, 0, ""},
+        {{"do", "stop", "--source", "demo"}, 0, ""},
+        {{"-h"}, 0, ""},
+        {{"-V"}, 0, ""},
+        {{"do", "volume", "+2", "--source", "demo"}, 2, "a step like"},
+        {{"do", "seek", "--source", "demo"}, 2, "usage: tarnwick do seek SECONDS"},
+        {{"do", "seek", "soon", "--source", "demo"}, 2, "number of seconds"},
+        {{"do", "seek", "5", "--source", "demo"}, 1, "(-1728)"},
+        {{"do", "shuffle", "maybe", "--source", "demo"}, 2, "on or off"},
+        {{"do", "playlists", "x", "--source", "demo"}, 2, "usage: tarnwick do playlists"},
+        {{"do", "playlists", "--source", "mpris"}, 1, "no player is running"},
+        {{"status", "--player", "mpv"}, 1, "no session bus"},
+        {{"status", "--player", "mpv", "--source", "demo"}, 2, "does not go with --source demo"},
+        {{"snapshot", "x.jpg"}, 2, "end in .png"},
+        {{"snapshot", "x.png", "--scene", "nope"}, 2, "two-discs"},
+        {{"record", "x.png", "nope", "y.png"}, 2, "33Vinyl"},
         {{"do", "volume", "1.01", "--source", "demo"}, 2, "from 0 to 1"},
         {{"do", "volume", "loud", "--source", "demo"}, 2, "from 0 to 1"},
         {{"do", "dance", "--source", "demo"}, 2, "unknown command"},
@@ -94,6 +115,36 @@ TEST_F(ProgramTest, WhatAScriptSaysIsOneHarmlessLine) {
     EXPECT_EQ(result.code, 0);
     EXPECT_EQ(result.err, "tarnwick: a b \\u001b[31mc\n");
     EXPECT_EQ(result.out, "\"\\u001b]0;x\\u0007\"\n");
+}
+
+TEST_F(ProgramTest, ASecondValueIsStoredToo) {
+    EXPECT_EQ(run({"defaults", "randomBackgroundEnabled", "true"}).code, 0);
+    EXPECT_EQ(run({"defaults", "backgroundOption"}).out, "random\n");
+    EXPECT_EQ(run({"defaults", "randomBackgroundEnabled", "false"}).code, 0);
+    EXPECT_EQ(run({"defaults", "backgroundOption"}).out, "random\n") << "only switching it on chooses";
+}
+
+TEST_F(ProgramTest, AStationWithoutATitleIsShown) {
+    const PrivateBus bus;
+    environment.insert("DBUS_SESSION_BUS_ADDRESS", bus.address());
+    FakePlayer player(bus.address(), "radio");
+    player.put(playing({{"mpris:trackid", "/1"},
+                        {"xesam:artist", QStringList{"Radio Uno"}},
+                        {"xesam:url", "https://radio.example/live"}}));
+    player.appear();
+    const Result result = run({"status", "--json"});
+    EXPECT_EQ(result.code, 0);
+    EXPECT_THAT(result.err, IsEmpty()) << "what a healthy player lacks is no error";
+    const QJsonObject status = json(result).toObject();
+    EXPECT_TRUE(status["isPlaying"].toBool());
+    EXPECT_EQ(status["currentTrackTitle"].toString(), "Titolo sconosciuto");
+    EXPECT_EQ(status["currentArtistName"].toString(), "Radio Uno");
+    EXPECT_EQ(status["currentAlbumName"].toString("?"), "");
+    EXPECT_EQ(status["currentTrackGroup"].toString("?"), "");
+    EXPECT_EQ(status["currentTrackComment"].toString("?"), "");
+    EXPECT_TRUE(status["tracksByDisc"].toArray().isEmpty());
+    EXPECT_THAT(run({"status", "--player", "mpv"}).err,
+                HasSubstr("no player is called 'mpv'; there are radio"));
 }
 
 TEST_F(ProgramTest, BadScriptsEndWithOneLine) {

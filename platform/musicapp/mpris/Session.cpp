@@ -225,6 +225,7 @@ void Session::publish() {
     Snapshot next = m_followed != nullptr ? makeSnapshot() : Snapshot();
     for (const auto& link : m_players->links())
         next.playerNames.append(link->name());
+    next.playerNames.removeDuplicates();
     next.playerNames.sort();
     m_shown = next;
     const bool arePlaylistsKnown = m_followed == nullptr || m_followed->playlists().isKnown();

@@ -34,6 +34,30 @@ TEST_F(MusicSourceTest, DecodesEveryItem) {
     EXPECT_EQ(source->currentSampleRate(), 96000);
 }
 
+TEST_F(MusicSourceTest, AnAlbumWithoutANameIsAnotherInAnotherFolder) {
+    const auto playFrom = [this](const char* title, const char* path) {
+        answer(scripts::trackLocation(), text(path));
+        play(nowPlaying({{1, text(title)}, {3, text("")}}));
+    };
+    playFrom("Uno", "/music/one/1.wav");
+    list(discs({{"Uno", "Due"}}));
+    EXPECT_EQ(source->currentAlbumName(), "");
+    const QString identity = source->albumIdentity();
+    playFrom("Due", "/music/one/2.wav");
+    EXPECT_EQ(source->albumIdentity(), identity);
+    EXPECT_TRUE(source->hasTracksOfCurrentAlbum());
+    playFrom("Tre", "/music/two/1.wav");
+    EXPECT_NE(source->albumIdentity(), identity);
+    EXPECT_FALSE(source->hasTracksOfCurrentAlbum()) << "the list is still that of the folder before";
+    // Streams have no folder.
+    answer(scripts::trackLocation(), [] { return failure(); });
+    play(nowPlaying({{2, text("Radio Uno")}, {3, text("")}}));
+    const QString station = source->albumIdentity();
+    play(nowPlaying({{2, text("Radio Due")}, {3, text("")}}));
+    EXPECT_NE(source->albumIdentity(), station);
+    EXPECT_THAT(lines, IsEmpty());
+}
+
 TEST_F(MusicSourceTest, DecodesWhatIsOddAsItShould) {
     const struct {
         const char* what;

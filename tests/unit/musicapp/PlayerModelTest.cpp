@@ -25,6 +25,19 @@ TEST(PlayerFacts, APictureIsSoughtWhereItIsNow) {
               "https://i.scdn.co/image/ab12");
 }
 
+TEST(PlayerFacts, AnAlbumWithoutANameIsThatOfItsFolderOrArtist) {
+    const auto at = [](const char* url, const char* artist) {
+        return normaliseMetadata({{"xesam:url", url}, {"xesam:title", "Traccia"}, {"xesam:artist", artist}});
+    };
+    const Metadata file = at("file:///music/one/01.wav", "");
+    EXPECT_TRUE(isSameAlbum(file, at("file:///music/one/02.wav", "")));
+    EXPECT_FALSE(isSameAlbum(file, at("file:///music/two/01.wav", "")));
+    EXPECT_FALSE(isSameAlbum(file, at("https://radio.example/live", "")));
+    const Metadata stream = at("https://radio.example/live", "Radio Uno");
+    EXPECT_TRUE(isSameAlbum(stream, at("https://radio.example/live", "Radio Uno")));
+    EXPECT_FALSE(isSameAlbum(stream, at("https://radio.example/live", "Radio Due")));
+}
+
 /// A model whose wishes are granted by a player that is a function of the time.
 struct PlayerModelTest : testing::Test {
     PlayerModel model;
