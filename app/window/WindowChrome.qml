@@ -30,6 +30,15 @@ Item {
         openMenu(Qt.point(24 * point, 24 * point));
     }
 
+    // Like any menu: it goes when another window gets the keyboard, or this one leaves the screen.
+    Connections {
+        target: chrome.frame
+        function onActiveChanged(): void {
+            if (!chrome.frame.active)
+                chrome.menu?.dismiss();
+        }
+    }
+
     ResizeEdges {
         anchors.fill: parent
         frame: chrome.frame
