@@ -30,11 +30,12 @@ Item {
         openMenu(Qt.point(24 * point, 24 * point));
     }
 
-    // Like any menu: it goes when another window gets the keyboard, or this one leaves the screen.
+    // Like any menu: it goes when another window gets the keyboard, or this one leaves the screen. (A window
+    // counts as active while one that belongs to it has the keyboard.)
     Connections {
         target: chrome.frame
-        function onActiveChanged(): void {
-            if (!chrome.frame.active)
+        function onActiveFocusItemChanged(): void {
+            if (!chrome.frame.activeFocusItem)
                 chrome.menu?.dismiss();
         }
     }

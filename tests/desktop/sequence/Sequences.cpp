@@ -62,6 +62,8 @@ public:
         const int length = pick(2, 8);
         for (int i = 0; i < length; ++i)
             doSomething();
+        if (seed % 8 == 0) // it takes a second
+            holdSomething();
         finish();
     }
 
@@ -103,6 +105,8 @@ private:
     void checkRest() {
         const ProgramState now = expect("the keys belong to what is on top", [](const ProgramState& state) {
             const QString keyboard = state.text("keyboard"), focus = state.text("focus");
+            if (keyboard != u"Tarnwick" && state.text("popups").contains(u"menu"))
+                return false; // it goes as any menu does
             if (!state.isThere())
                 return keyboard != u"Tarnwick" || focus.isEmpty();
             if (keyboard == u"Preferences")
@@ -161,11 +165,11 @@ private:
 
     void inDisplay(const ProgramState& now) {
         static constexpr void (Session::*things[])(const ProgramState&) = {
-            &Session::rightClick,  &Session::rightClick,    &Session::pressEscape, &Session::pressEscape,
-            &Session::pressReturn, &Session::pressArrow,    &Session::pressArrow,  &Session::drag,
-            &Session::drag,        &Session::drag,          &Session::hover,       &Session::pressTab,
-            &Session::pressF11,    &Session::minimise,      &Session::hide,        &Session::openPreferences,
-            &Session::menuByKey,   &Session::holdSomething,
+            &Session::rightClick,  &Session::rightClick, &Session::pressEscape, &Session::pressEscape,
+            &Session::pressReturn, &Session::pressArrow, &Session::pressArrow,  &Session::drag,
+            &Session::drag,        &Session::drag,       &Session::hover,       &Session::pressTab,
+            &Session::pressF11,    &Session::minimise,   &Session::hide,        &Session::openPreferences,
+            &Session::menuByKey,
         };
         (this->*things[pick(0, int(std::size(things)) - 1)])(now);
     }
@@ -224,7 +228,7 @@ private:
 
     void pressReturn(const ProgramState& now) {
         const QString entry = now.text("entry");
-        if (entry == u"Quit" || entry.startsWith(u"Import"))
+        if (entry == u"Quit")
             return;
         note(now.popups() > 0 ? "Return on " + entry : QString("Return"));
         if (entry == u"Next Track" || entry == u"Previous Track")
@@ -303,20 +307,34 @@ private:
     }
 
     void minimise(const ProgramState& now) {
-        if (pick(0, 1) == 0 && now.popups() == 0 && !now.is("hasPicker")) {
+        if (now.popups() > 0 || now.is("hasPicker") || now.number("preferences") > 0 || pick(0, 1) == 0) {
+            note("minimise by the taskbar");
+            m_person.minimise(now.window());
+        } else {
             note("minimise by the window's button");
             const QPoint corner = now.place().topLeft();
             m_person.moveTo(corner + QPoint(100, 45));
             m_person.moveTo(corner + QPoint(50, 26));
-            if (now.number("preferences") > 0 && !look().is("hasButtons"))
-                return; // they may lie over the corner
             expect("the buttons are shown", [](const ProgramState& state) { return state.is("hasButtons"); });
             m_person.click(corner + QPoint(50, 26), XCB_BUTTON_INDEX_1);
-        } else {
-            note("minimise by the taskbar");
-            m_person.minimise(now.window());
         }
+        expectMinimised();
+        if (pick(0, 1) == 0)
+            return;
+        note("restore by the taskbar, and close");
+        m_person.activate(now.window());
+        expectShown();
+        hide(now);
+    }
+
+    void expectMinimised() {
         expect("it is minimised", [](const ProgramState& state) { return state.is("isMinimised"); });
+    }
+
+    void expectShown() {
+        expect("it is shown and has the keyboard", [](const ProgramState& state) {
+            return state.isThere() && state.text("keyboard") == u"Tarnwick";
+        });
     }
 
     void hide(const ProgramState&) {
@@ -326,16 +344,9 @@ private:
     }
 
     void showAgain() {
-        if (const ProgramState now = look(); now.is("isMinimised") && pick(0, 1) == 0) {
-            note("restore by the taskbar");
-            m_person.activate(now.window());
-        } else {
-            note("show");
-            m_program.show();
-        }
-        expect("it is shown and has the keyboard", [](const ProgramState& state) {
-            return state.isThere() && state.text("keyboard") == u"Tarnwick";
-        });
+        note("show");
+        m_program.show();
+        expectShown();
     }
 
     void openPreferences(const ProgramState&) {
@@ -347,9 +358,10 @@ private:
         });
     }
 
-    /// A key that is held is pressed once. Takes a second, so it is rare.
-    void holdSomething(const ProgramState& now) {
-        if (pick(0, 9) != 0 || now.popups() > 0)
+    /// A key that is held is pressed once.
+    void holdSomething() {
+        const ProgramState now = look();
+        if (!now.hasKeys() || !now.isThere())
             return;
         switch (pick(0, 3)) {
         case 0:
@@ -372,6 +384,7 @@ private:
             note("hold Escape");
             escape(now, longHeld);
         }
+        checkRest();
     }
 
     void finish() {
