@@ -3,6 +3,7 @@
 #include <poll.h>
 #include <xcb/xtest.h>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -45,16 +46,22 @@ Person::Person() : m_connection(xcb_connect(nullptr, nullptr)) {
 
 Person::~Person() { xcb_disconnect(m_connection); }
 
-void Person::press(xcb_keysym_t key, bool withControl, std::chrono::milliseconds held) {
+void Person::press(xcb_keysym_t key, bool withControl) {
     if (withControl)
         fake(XCB_KEY_PRESS, codeOf(controlKey));
-    fake(XCB_KEY_PRESS, codeOf(key));
-    xcb_flush(m_connection);
-    // No finger is as fast as the server's clock: the next press must not bear the time of this release.
-    std::this_thread::sleep_for(std::max<std::chrono::milliseconds>(held, 2ms));
-    fake(XCB_KEY_RELEASE, codeOf(key));
+    hold(key, [] {});
     if (withControl)
         fake(XCB_KEY_RELEASE, codeOf(controlKey));
+    xcb_flush(m_connection);
+}
+
+void Person::hold(xcb_keysym_t key, const std::function<void()>& watch) {
+    fake(XCB_KEY_PRESS, codeOf(key));
+    xcb_flush(m_connection);
+    watch();
+    // No finger is as fast as the server's clock: the next press must not bear the time of this release.
+    std::this_thread::sleep_for(2ms);
+    fake(XCB_KEY_RELEASE, codeOf(key));
     xcb_flush(m_connection);
     std::this_thread::sleep_for(2ms);
 }

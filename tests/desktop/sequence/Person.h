@@ -7,7 +7,7 @@
 #include <xcb/xcb.h>
 
 #include <array>
-#include <chrono>
+#include <functional>
 
 namespace tarnwick {
 
@@ -20,8 +20,11 @@ public:
     Person& operator=(const Person&) = delete;
     ~Person();
 
-    /// Presses `key` (a keysym), with Control held or not, and lets go of it after `held`.
-    void press(xcb_keysym_t key, bool withControl = false, std::chrono::milliseconds held = {});
+    /// Presses `key` (a keysym), with Control held or not, and lets go of it.
+    void press(xcb_keysym_t key, bool withControl = false);
+
+    /// Presses `key`, and lets go of it when `watch` returns.
+    void hold(xcb_keysym_t key, const std::function<void()>& watch);
 
     void moveTo(QPoint place);
     void pressButton(std::uint8_t button, bool isDown);

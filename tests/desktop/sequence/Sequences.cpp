@@ -35,7 +35,7 @@ enum Key : xcb_keysym_t {
 const QRect home(300, 200, 800, 400);
 
 /// The server repeats a key after 660 ms, and then every 40.
-constexpr auto longHeld = 900ms;
+constexpr qint64 longHeld = 900;
 
 /// What is not so by then will not be.
 constexpr qint64 patience = 10'000; // ms
@@ -165,11 +165,25 @@ private:
 
     void inDisplay(const ProgramState& now) {
         static constexpr void (Session::*things[])(const ProgramState&) = {
-            &Session::rightClick,  &Session::rightClick, &Session::pressEscape, &Session::pressEscape,
-            &Session::pressReturn, &Session::pressArrow, &Session::pressArrow,  &Session::drag,
-            &Session::drag,        &Session::drag,       &Session::hover,       &Session::pressTab,
-            &Session::pressF11,    &Session::minimise,   &Session::hide,        &Session::openPreferences,
+            &Session::rightClick,
+            &Session::rightClick,
+            &Session::pressEscape,
+            &Session::pressEscape,
+            &Session::pressReturn,
+            &Session::pressArrow,
+            &Session::pressArrow,
+            &Session::drag,
+            &Session::drag,
+            &Session::drag,
+            &Session::hover,
+            &Session::pressTab,
+            &Session::pressF11,
+            &Session::minimise,
+            &Session::hide,
+            &Session::openPreferences,
             &Session::menuByKey,
+            &Session::minimiseAndClose,
+            &Session::minimiseAndClose,
         };
         (this->*things[pick(0, int(std::size(things)) - 1)])(now);
     }
@@ -210,11 +224,11 @@ private:
 
     void pressEscape(const ProgramState& now) {
         note("Escape");
-        escape(now, 0ms);
+        m_person.press(Escape);
+        expectEscaped(now);
     }
 
-    void escape(const ProgramState& now, std::chrono::milliseconds held) {
-        m_person.press(Escape, false, held);
+    void expectEscaped(const ProgramState& now) {
         expect("Escape does one thing", [&](const ProgramState& state) {
             const bool isFlipped = state.is("isFlipped"), fills = state.is("isFullScreen");
             if (now.popups() > 0)
@@ -307,24 +321,25 @@ private:
     }
 
     void minimise(const ProgramState& now) {
-        if (now.popups() > 0 || now.is("hasPicker") || now.number("preferences") > 0 || pick(0, 1) == 0) {
-            note("minimise by the taskbar");
-            m_person.minimise(now.window());
-        } else {
-            note("minimise by the window's button");
-            const QPoint corner = now.place().topLeft();
-            m_person.moveTo(corner + QPoint(100, 45));
-            m_person.moveTo(corner + QPoint(50, 26));
-            expect("the buttons are shown", [](const ProgramState& state) { return state.is("hasButtons"); });
-            m_person.click(corner + QPoint(50, 26), XCB_BUTTON_INDEX_1);
-        }
+        note("minimise by the taskbar");
+        m_person.minimise(now.window());
         expectMinimised();
-        if (pick(0, 1) == 0)
+    }
+
+    void minimiseAndClose(const ProgramState& now) {
+        if (!now.hasKeys() || now.number("preferences") > 0) // which may lie over the button
             return;
-        note("restore by the taskbar, and close");
+        note("minimise by the button, restore by the taskbar, close");
+        const QPoint corner = now.place().topLeft();
+        m_person.moveTo(corner + QPoint(100, 45));
+        m_person.moveTo(corner + QPoint(50, 26));
+        expect("the buttons are shown", [](const ProgramState& state) { return state.is("hasButtons"); });
+        m_person.click(corner + QPoint(50, 26), XCB_BUTTON_INDEX_1);
+        expectMinimised();
         m_person.activate(now.window());
         expectShown();
-        hide(now);
+        m_person.press(LetterW, true);
+        expectHidden();
     }
 
     void expectMinimised() {
@@ -340,6 +355,10 @@ private:
     void hide(const ProgramState&) {
         note("close the window");
         m_person.press(LetterW, true);
+        expectHidden();
+    }
+
+    void expectHidden() {
         expect("it is hidden", [](const ProgramState& state) { return !state.is("isVisible"); });
     }
 
@@ -358,32 +377,34 @@ private:
         });
     }
 
-    /// A key that is held is pressed once.
+    /// A key that is held is pressed once: what it did stays as it is.
     void holdSomething() {
-        const ProgramState now = look();
-        if (!now.hasKeys() || !now.isThere())
+        static constexpr std::pair<Key, const char*> keys[] = {
+            {Right, "Right"}, {Return, "Return"}, {F11, "F11"}, {Escape, "Escape"}};
+        const auto& [key, name] = keys[pick(0, 3)];
+        const ProgramState before = look();
+        if (!before.hasKeys() || !before.isThere())
             return;
-        switch (pick(0, 3)) {
-        case 0:
-            note("hold Right");
+        note(QString("hold %1").arg(name));
+        if (key == Right)
             expectSkips(1);
-            m_person.press(Right, false, longHeld);
-            waitForSkips();
-            break;
-        case 1:
-            note("hold Return");
-            m_person.press(Return, false, longHeld);
-            expectTurned(now);
-            break;
-        case 2:
-            note("hold F11");
-            m_person.press(F11, false, longHeld);
-            expectToggledFullScreen(now);
-            break;
-        default:
-            note("hold Escape");
-            escape(now, longHeld);
-        }
+        m_person.hold(key, [&, key = key] {
+            QElapsedTimer timer;
+            timer.start();
+            if (key == Return)
+                expectTurned(before);
+            else if (key == F11)
+                expectToggledFullScreen(before);
+            else if (key == Escape)
+                expectEscaped(before);
+            for (const ProgramState done = look(); timer.elapsed() < longHeld;) {
+                const ProgramState now = look();
+                if (now.is("isFlipped") != done.is("isFlipped") ||
+                    now.is("isFullScreen") != done.is("isFullScreen"))
+                    throw Fault("a key that is held acts again");
+            }
+        });
+        waitForSkips();
         checkRest();
     }
 
