@@ -109,9 +109,12 @@ void QtWindow::setShouldClose(std::function<bool()> shouldClose) { m_shouldClose
 
 void QtWindow::orderFront() {
     const Qt::WindowStates states = m_window.windowStates() & ~Qt::WindowMinimized;
-    if (!m_window.isVisible())
+    const bool wasHidden = !m_window.isVisible();
+    if (wasHidden)
         hintAtOrdinaryStart(m_window); // it may still say minimised, from the last time
     m_window.setVisible(true);
+    if (wasHidden)
+        restateWhatBelongsTo(m_window);
     if (m_window.windowStates() != states) // showing a window may have put it back to normal
         m_window.setWindowStates(states);
     hintAtRatio();

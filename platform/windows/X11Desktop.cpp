@@ -107,6 +107,18 @@ void hintAtOrdinaryStart(const QWindow& window) {
                         hintWords, words.data());
 }
 
+void restateWhatBelongsTo(const QWindow& window) {
+    xcb_connection_t* connection = connectionToX11();
+    if (!connection || !window.handle())
+        return;
+    const auto id = static_cast<xcb_window_t>(window.winId());
+    const auto all = QGuiApplication::topLevelWindows();
+    for (const QWindow* other : all)
+        if (other->transientParent() == &window && other->isVisible())
+            xcb_change_property(connection, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(other->winId()),
+                                XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, 32, 1, &id);
+}
+
 void useStartupId(const QWindow& window) {
     const QByteArray id = qgetenv(startupVariable);
     xcb_connection_t* connection = connectionToX11();

@@ -17,6 +17,10 @@ bool hasWindowManager();
 /// program it would be, every time.
 void hintAtOrdinaryStart(const QWindow& window);
 
+/// Tells the desktop anew which windows belong to `window`: it forgets them when that one leaves the screen,
+/// and would no longer keep them above it.
+void restateWhatBelongsTo(const QWindow& window);
+
 /// Brings `window` to the front with the leave that whoever asked for it has got from the desktop, the
 /// environment's DESKTOP_STARTUP_ID, and tells the desktop that it is there. Without one nothing happens. The
 /// id is used up.
