@@ -101,6 +101,7 @@ QJsonObject state() {
     return {{"isReady", keys->isVisible()},
             {"isVisible", window->isVisible()},
             {"isMinimised", states.testFlag(Qt::WindowMinimized)},
+            {"isExposed", window->isExposed()},
             {"isFullScreen", states.testFlag(Qt::WindowFullScreen)},
             {"isFlipped", view->property("isFlipped").toBool()},
             {"hasPicker", controls->property("showPlaylistPicker").toBool()},
