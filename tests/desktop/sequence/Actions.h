@@ -237,8 +237,9 @@ private:
         };
         const QPoint way(by(off.x()), by(off.y()));
         note(QString("drag from %1, %2 by %3, %4").arg(from.x()).arg(from.y()).arg(way.x()).arg(way.y()));
+        person().moveTo(from);
         const bool isFree = now.number("preferences") == 0 && now.popups() == 0 && !now.is("isFullScreen") &&
-                            !now.is("hasBar");
+                            !m_observer.look().is("hasBar");
         person().drag(from, way);
         if (isFree)
             m_observer.expect("the window goes with the pointer", [&](const ProgramState& state) {
