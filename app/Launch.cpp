@@ -5,7 +5,9 @@
 #include "app/desktop/ScreenProbe.h"
 #include "app/program/MusicSession.h"
 #include "platform/fonts/FontRegistry.h"
+#include "platform/musicapp/mpris/MprisMusic.h"
 
+#include <QDBusConnection>
 #include <QFont>
 #include <QGuiApplication>
 #include <unistd.h>
@@ -45,6 +47,29 @@ void endOnFatal(QtMsgType type, const QMessageLogContext& context, const QString
     qtMessages(type, context, message);
 }
 
+/// Where there is no session bus, Qt's own use of one would start a bus that outlives the program. The
+/// library below reads the address once: it gets one that leads nowhere, and our own environment stays as it
+/// is.
+class NoBusOfItsOwn {
+public:
+    NoBusOfItsOwn() : m_isNeeded(!musicapp::MprisMusic::hasSessionBus()) {
+        if (m_isNeeded)
+            qputenv(variable, "unix:path=/dev/null");
+    }
+    NoBusOfItsOwn(const NoBusOfItsOwn&) = delete;
+    NoBusOfItsOwn& operator=(const NoBusOfItsOwn&) = delete;
+    ~NoBusOfItsOwn() {
+        if (!m_isNeeded)
+            return;
+        QDBusConnection::sessionBus();
+        qunsetenv(variable);
+    }
+
+private:
+    static constexpr const char* variable = "DBUS_SESSION_BUS_ADDRESS";
+    const bool m_isNeeded;
+};
+
 std::unique_ptr<QCoreApplication> makeApplication(const CommandEntry& command, const Invocation& invocation,
                                                   int& argc, char** argv) {
     const bool needsScreen = command.needs == CommandEntry::Screen;
@@ -52,6 +77,7 @@ std::unique_ptr<QCoreApplication> makeApplication(const CommandEntry& command, c
     if (needsScreen || command.needs == CommandEntry::Offscreen || wantsDemo(invocation)) {
         if (!needsScreen)
             qputenv("QT_QPA_PLATFORM", "offscreen");
+        const NoBusOfItsOwn noBus;
         auto application = std::make_unique<QGuiApplication>(argc, argv);
         QGuiApplication::setFont(QFont(fonts::systemFontFamily()));
         return application;

@@ -53,7 +53,7 @@ void Settings::startUp() {
     if (!m_launchInFullscreen)
         return;
     m_parts.dispatcher.mainQueue().async([&windows = m_parts.windows] {
-        if (auto* window = windows.mainWindow())
+        if (auto* window = windows.mainWindow(); window && !window->isFullScreen())
             window->toggleFullScreen();
     });
 }

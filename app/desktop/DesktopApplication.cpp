@@ -5,6 +5,8 @@
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 
+#include <array>
+
 namespace tarnwick {
 
 namespace {
@@ -12,6 +14,10 @@ namespace {
 const auto busName = QStringLiteral("org.freedesktop.DBus");
 const auto interface = QStringLiteral("org.freedesktop.Application");
 constexpr int answerTime = 2000; // ms
+
+/// By which name the bus and the environment carry what a desktop gives to who may come to the front.
+constexpr std::array leaves{std::pair("activation-token", "XDG_ACTIVATION_TOKEN"),
+                            std::pair("desktop-startup-id", "DESKTOP_STARTUP_ID")};
 
 /// The identifier as an object's path.
 QString objectPath() {
@@ -28,8 +34,7 @@ DesktopApplication::Answer DesktopApplication::askToShow(QDBusConnection bus) {
                                                QStringLiteral("Activate"));
     call.setAutoStartService(false);
     QVariantMap platformData;
-    for (const auto& [key, variable] : {std::pair("activation-token", "XDG_ACTIVATION_TOKEN"),
-                                        std::pair("desktop-startup-id", "DESKTOP_STARTUP_ID")})
+    for (const auto& [key, variable] : leaves)
         if (qEnvironmentVariableIsSet(variable))
             platformData.insert(QString::fromLatin1(key), qEnvironmentVariable(variable));
     call.setArguments({platformData});
@@ -76,10 +81,10 @@ DesktopApplicationAdaptor::DesktopApplicationAdaptor(DesktopApplication* parent)
     : QDBusAbstractAdaptor(parent), m_application(*parent) {}
 
 void DesktopApplicationAdaptor::Activate(const QVariantMap& platformData) {
-    // Qt's Wayland side takes the leave to come to the front from here.
-    if (const QString token = platformData.value(QStringLiteral("activation-token")).toString();
-        !token.isEmpty())
-        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
+    // The leave to come to the front; Qt's Wayland side and our X11 one take it from here.
+    for (const auto& [key, variable] : leaves)
+        if (const QString leave = platformData.value(QLatin1String(key)).toString(); !leave.isEmpty())
+            qputenv(variable, leave.toUtf8());
     Q_EMIT m_application.activated();
 }
 

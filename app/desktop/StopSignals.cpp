@@ -20,12 +20,27 @@ void handle(int) {
     [[maybe_unused]] const auto written = write(pipeEnds[1], &byte, 1);
 }
 
-void setHandler(void (*handler)(int)) {
+std::array<struct sigaction, stopping.size()> before{};
+
+/// Who started the program with SIGHUP ignored wants it to go on after the terminal.
+bool stays(int signal, const struct sigaction& action) {
+    return signal == SIGHUP && action.sa_handler == SIG_IGN;
+}
+
+void setHandlers() {
     struct sigaction action = {};
-    action.sa_handler = handler;
+    action.sa_handler = handle;
     action.sa_flags = SA_RESTART;
-    for (const int signal : stopping)
-        sigaction(signal, &action, nullptr);
+    for (std::size_t i = 0; i < stopping.size(); ++i) {
+        sigaction(stopping[i], nullptr, &before[i]);
+        if (!stays(stopping[i], before[i]))
+            sigaction(stopping[i], &action, nullptr);
+    }
+}
+
+void restoreHandlers() {
+    for (std::size_t i = 0; i < stopping.size(); ++i)
+        sigaction(stopping[i], &before[i], nullptr);
 }
 
 } // namespace
@@ -39,13 +54,13 @@ StopSignals::StopSignals(std::function<void()> stop) {
         if (read(pipeEnds[0], &byte, 1) == 1)
             stop();
     });
-    setHandler(handle);
+    setHandlers();
 }
 
 StopSignals::~StopSignals() {
     if (!m_notifier)
         return;
-    setHandler(SIG_DFL);
+    restoreHandlers();
     m_notifier.reset();
     for (int& end : pipeEnds) {
         close(end);

@@ -8,8 +8,8 @@
 
 namespace tarnwick {
 
-/// Turns the signals by which a session or a terminal ends a program into a call on the main thread. One at
-/// a time.
+/// Turns the signals by which a session or a terminal ends a program into a call on the main thread. SIGHUP
+/// stays ignored where it was, as under nohup. One at a time.
 class StopSignals {
 public:
     /// `stop` is called once for each signal.

@@ -106,8 +106,7 @@ TarnwickApp::Parts DisplayProgram::appParts() {
                          .applicationImage = applicationImage},
             .musicSource = m_session.source(),
             .runningCopies = [this] { return m_copies.count(); },
-            .canComeBack =
-                [this] { return (m_desktop && m_desktop->hasName()) || (m_tray && m_tray->isShown()); },
+            .canComeBack = [this] { return canComeBack(); },
             .makePreferencesWindow =
                 [this] { return m_preferencesOfMenu ? m_preferencesOfMenu->open() : nullptr; },
             .importFonts =
@@ -123,7 +122,19 @@ int DisplayProgram::run() {
         return exitFailed;
     connect(&m_app, &TarnwickApp::showSplashChanged, this, &DisplayProgram::showDisplay);
     m_app.splashAppeared();
-    return QCoreApplication::exec();
+    const int code = QCoreApplication::exec();
+    m_app.mainWindow().leave();
+    return code;
+}
+
+/// By the tray, or by the launcher, which asks our bus name; but only where we are installed is there one.
+bool DisplayProgram::canComeBack() const {
+    if (m_tray && m_tray->isShown())
+        return true;
+    return m_desktop && m_desktop->hasName() &&
+           !QStandardPaths::locate(QStandardPaths::ApplicationsLocation,
+                                   bundleIdentifier() + QStringLiteral(".desktop"))
+                .isEmpty();
 }
 
 bool DisplayProgram::openWindow() {
@@ -144,10 +155,7 @@ bool DisplayProgram::openWindow() {
             Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
     m_session.dispatcher().asyncAfter(m_session.dispatcher().mainQueue(), longestWait,
                                       [this] { makeDisplay(); });
-    if (m_startsInFullScreen)
-        m_window->showFullScreen();
-    else
-        m_window->show();
+    m_window->setVisible(true);
     return true;
 }
 
@@ -155,8 +163,9 @@ void DisplayProgram::placeWindow() {
     if (const QScreen* screen = m_window->screen())
         m_window->setGeometry(windows::centred(firstSize, screen->availableGeometry()));
     windows::Window& window = m_windows.add(*m_window);
-    if (const auto frame = m_app.mainWindow().storedFrame())
-        window.setFrame(*frame);
+    m_app.mainWindow().restoreFrame();
+    if (m_startsInFullScreen || m_app.settings().launchInFullscreen())
+        window.toggleFullScreen(); // from its first picture on
 }
 
 void DisplayProgram::makeDisplay() {

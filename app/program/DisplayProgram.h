@@ -19,6 +19,7 @@
 #include "platform/menus/GlobalMenu.h"
 #include "platform/menus/TrayIcon.h"
 #include "platform/power/DBusPowerManager.h"
+#include "platform/windows/HeldKeys.h"
 #include "platform/windows/QtWindowSystem.h"
 #include "visuals/DockIcon.h"
 
@@ -53,6 +54,7 @@ private:
     TarnwickView::Parts viewParts();
     bool openWindow();
     void placeWindow();
+    bool canComeBack() const;
     void loadFonts();
     void joinDesktop();
     void followMotion(const QDBusConnection& bus);
@@ -73,6 +75,7 @@ private:
     defaults::FileDefaults m_defaults;
     power::DBusPowerManager m_power;
     windows::QtWindowSystem m_windows;
+    windows::HeldKeys m_heldKeys;
     dispatch::SerialQueue m_agentQueue;
     LoginAgent m_loginAgent;
     TarnwickApp m_app;

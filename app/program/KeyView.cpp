@@ -9,13 +9,12 @@ namespace tarnwick {
 
 KeyView::KeyView(QQuickItem* parent) : QQuickItem(parent) { setFlag(ItemIsFocusScope, false); }
 
+KeyView::~KeyView() { disconnect(m_following); } // the focus moves while it goes
+
 bool KeyView::hasKeys() const {
     if (!window() || !window()->activeFocusItem())
         return true;
-    for (const QQuickItem* item = window()->activeFocusItem(); item; item = item->parentItem())
-        if (item == this)
-            return true;
-    return window()->activeFocusItem() == window()->contentItem();
+    return window()->activeFocusItem() == this || isAncestorOf(window()->activeFocusItem());
 }
 
 void KeyView::keyPressEvent(QKeyEvent* event) {
@@ -29,9 +28,21 @@ void KeyView::keyPressEvent(QKeyEvent* event) {
 }
 
 void KeyView::itemChange(ItemChange change, const ItemChangeData& data) {
-    if (change == ItemSceneChange && data.window)
-        setFocus(true);
+    if (change == ItemSceneChange) {
+        disconnect(m_following);
+        if (data.window) {
+            setFocus(true);
+            m_following =
+                connect(data.window, &QQuickWindow::activeFocusItemChanged, this, &KeyView::takeBack);
+        }
+    }
     QQuickItem::itemChange(change, data);
+}
+
+/// What goes while it has the focus leaves it with the window's own item, from where no key gets here.
+void KeyView::takeBack() {
+    if (window() && window()->activeFocusItem() == window()->contentItem())
+        forceActiveFocus(Qt::OtherFocusReason);
 }
 
 } // namespace tarnwick

@@ -18,6 +18,7 @@ PreferencesDoor::PreferencesDoor(Parts parts)
                    }}),
       m_opener(m_parts.engine, m_parts.settings, m_model, [this](QQuickWindow& window) {
           window.setScreen(m_parts.mainWindow.screen());
+          window.setTransientParent(&m_parts.mainWindow); // which it stays above, whatever that one's level
           m_window = &m_parts.windows.add(window);
       }) {
     m_model.follow(m_parts.clockFonts, true);

@@ -15,7 +15,7 @@ public:
         QQmlEngine& engine;
         Settings& settings;
         windows::QtWindowSystem& windows; ///< gets the window
-        QQuickWindow& mainWindow;         ///< on whose screen it opens
+        QQuickWindow& mainWindow;         ///< on whose screen it opens, and above which
         ClockFontManager& clockFonts;
         TrackInfoFontManager& trackInfoFonts;
         FontChooser chooseFonts;

@@ -1,5 +1,7 @@
 #include "app/window/MainWindow.h"
 
+#include <utility>
+
 namespace tarnwick {
 
 namespace {
@@ -10,6 +12,9 @@ const auto widthKey = QStringLiteral("WindowWidth");
 const auto heightKey = QStringLiteral("WindowHeight");
 
 const QSize contentAspectRatio(2, 1);
+
+/// Stands for an origin of 0, which would mean that there is none.
+constexpr double nearlyZero = 0.001;
 
 } // namespace
 
@@ -24,6 +29,17 @@ bool MainWindowDelegate::windowShouldClose(windows::Window& window) const {
 
 MainWindow::MainWindow(Parts parts) : m_parts(std::move(parts)), m_delegate(m_parts.canComeBack) {}
 
+void MainWindow::restoreFrame() {
+    windows::Window* window = m_parts.windows.firstWindow();
+    if (!window || std::exchange(m_isFrameRestored, true))
+        return;
+    if (const auto frame = storedFrame())
+        window->setFrame(*frame);
+    if (!window->isFullScreen()) // also for the day when it leaves full screen
+        window->setContentAspectRatio(contentAspectRatio);
+    connect(window, &windows::Window::canBeSeenChanged, this, [this, window] { followFrame(*window); });
+}
+
 void MainWindow::setUp() {
     windows::Window* window = m_parts.windows.firstWindow();
     if (!window)
@@ -32,13 +48,11 @@ void MainWindow::setUp() {
     if (!window->isFullScreen())
         window->setContentAspectRatio(contentAspectRatio);
     window->setShouldClose([this, window] { return m_delegate.windowShouldClose(*window); });
-    if (const auto frame = storedFrame())
-        window->setFrame(*frame);
+    restoreFrame();
     window->orderFront();
     if (m_parts.settings.launchInFullscreen() && !window->isFullScreen())
         window->toggleFullScreen();
-    connect(window, &windows::Window::didMove, this, &MainWindow::saveFrame);
-    connect(window, &windows::Window::didResize, this, &MainWindow::saveFrame);
+    followFrame(*window);
     for (windows::Window* other : m_parts.windows.windows())
         if (other != window)
             other->close();
@@ -57,11 +71,35 @@ std::optional<QRectF> MainWindow::storedFrame() const {
     return frame;
 }
 
+/// From the time when the window is first seen: how the desktop places it is nothing to be kept.
+void MainWindow::followFrame(windows::Window& window) {
+    if (std::exchange(m_isFrameFollowed, true))
+        return;
+    connect(&window, &windows::Window::didMove, this, &MainWindow::saveFrame);
+    connect(&window, &windows::Window::didResize, this, &MainWindow::saveFrame);
+}
+
 void MainWindow::saveFrame() {
     const windows::Window* window = m_parts.windows.firstWindow();
     if (!window)
         return;
-    const QRectF frame = window->frame();
+    m_isFrameStored = true;
+    store(window->frame(), window->isWindowed());
+}
+
+void MainWindow::leave() {
+    const windows::Window* window = m_parts.windows.firstWindow();
+    if (window && m_isFrameStored && !window->isWindowed())
+        store(window->windowedFrame(), true);
+}
+
+void MainWindow::store(QRectF frame, bool isWindowed) {
+    if (isWindowed) {
+        if (frame.x() == 0)
+            frame.moveLeft(nearlyZero);
+        if (frame.y() == 0)
+            frame.moveTop(nearlyZero);
+    }
     m_parts.defaults.setSoon(originXKey, frame.x());
     m_parts.defaults.setSoon(originYKey, frame.y());
     m_parts.defaults.setSoon(widthKey, frame.width());

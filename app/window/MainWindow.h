@@ -37,8 +37,12 @@ public:
 
     explicit MainWindow(Parts parts);
 
-    /// Gives the first of the application's windows its behaviour, its frame and its place in front, and
-    /// closes all others. Does nothing when there is none.
+    /// Gives the first of the application's windows the frame of the last time, before it is first shown.
+    /// Once only: after that the window is the user's.
+    void restoreFrame();
+
+    /// Gives the first of the application's windows its behaviour, its frame if it has not got it, and its
+    /// place in front, and closes all others. Does nothing when there is none.
     void setUp();
 
     /// What the close button does.
@@ -47,14 +51,23 @@ public:
     /// Shows the window, hidden or not, in front of all others.
     void show();
 
+    /// The program ends: what the next start shall find is the window's ordinary frame, also when it fills
+    /// the screen now.
+    void leave();
+
     /// The frame of the last time; none when it was never stored, or one of its numbers is 0.
     std::optional<QRectF> storedFrame() const;
 
 private:
+    void followFrame(windows::Window& window);
     void saveFrame();
+    void store(QRectF frame, bool isWindowed);
 
     const Parts m_parts;
     const MainWindowDelegate m_delegate;
+    bool m_isFrameRestored = false;
+    bool m_isFrameFollowed = false;
+    bool m_isFrameStored = false; ///< in this run
 };
 
 } // namespace tarnwick

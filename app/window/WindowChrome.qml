@@ -30,6 +30,16 @@ Item {
         openMenu(Qt.point(24 * point, 24 * point));
     }
 
+    // Like any menu: it goes when another window gets the keyboard, or this one leaves the screen. (A window
+    // counts as active while one that belongs to it has the keyboard.)
+    Connections {
+        target: chrome.frame
+        function onActiveFocusItemChanged(): void {
+            if (!chrome.frame.activeFocusItem)
+                chrome.menu?.dismiss();
+        }
+    }
+
     ResizeEdges {
         anchors.fill: parent
         frame: chrome.frame

@@ -1,7 +1,11 @@
 #include "app/window/WindowDrag.h"
 
+#include <QGuiApplication>
 #include <QMouseEvent>
 #include <QQuickItem>
+#include <QStyleHints>
+
+#include <algorithm>
 
 namespace tarnwick {
 
@@ -14,11 +18,23 @@ constexpr quint64 echoTime = 30;
 /// the window manager nobody holds the pointer any more.
 constexpr const char* resizing = "isResizing";
 
+/// Beyond what the toolkit takes for a drag, in pixels.
+constexpr int beyondDrag = 6;
+
+double distance(const QPointF& a, const QPointF& b) {
+    return std::max(std::abs(a.x() - b.x()), std::abs(a.y() - b.y()));
+}
+
 } // namespace
 
-WindowDrag::WindowDrag(QQuickWindow& window) : m_window(window) { window.installEventFilter(this); }
+int WindowDrag::threshold() { return QGuiApplication::styleHints()->startDragDistance() + beyondDrag; }
+
+// Of the application's events, because an open popup keeps the press beside it from the window's own filters.
+WindowDrag::WindowDrag(QQuickWindow& window) : m_window(window) { qGuiApp->installEventFilter(this); }
 
 bool WindowDrag::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != &m_window)
+        return false;
     switch (event->type()) {
     case QEvent::MouseButtonPress: {
         const auto& press = static_cast<const QMouseEvent&>(*event);
@@ -30,16 +46,17 @@ bool WindowDrag::eventFilter(QObject* watched, QEvent* event) {
     }
     case QEvent::MouseMove: {
         auto& move = static_cast<QMouseEvent&>(*event);
-        if (!m_pressedAt || (move.position() - *m_pressedAt).manhattanLength() < threshold)
+        if (!m_pressedAt || distance(move.position(), *m_pressedAt) < threshold())
             break;
         m_pressedAt.reset();
-        if (isFree(move))
-            start();
+        if (!isWanted(move))
+            start(move);
         break;
     }
     case QEvent::MouseButtonRelease:
         m_pressedAt.reset();
         m_releasedAt = static_cast<const QMouseEvent&>(*event).timestamp();
+        m_releasedButton = static_cast<const QMouseEvent&>(*event).button();
         break;
     default:
         break;
@@ -50,23 +67,26 @@ bool WindowDrag::eventFilter(QObject* watched, QEvent* event) {
 /// When an X11 window manager hands the pointer back after a move, Qt takes the button for pressed once
 /// more, at the very moment of its release. Let through, it would be a click, or the next drag.
 bool WindowDrag::isEcho(const QMouseEvent& press) const {
-    return m_releasedAt != 0 && press.timestamp() - m_releasedAt < echoTime;
+    return press.button() == m_releasedButton && press.timestamp() - m_releasedAt < echoTime;
 }
 
-bool WindowDrag::isFree(QMouseEvent& move) const {
-    if (m_window.windowStates().testFlag(Qt::WindowFullScreen) || m_window.property(resizing).toBool())
-        return false;
+/// Whether what was pressed needs the drag itself.
+bool WindowDrag::isWanted(QMouseEvent& move) const {
+    if (m_window.property(resizing).toBool())
+        return true;
     const QObject* grabber = move.exclusiveGrabber(move.point(0));
     if (const auto* item = qobject_cast<const QQuickItem*>(grabber))
-        return !item->keepMouseGrab();
-    return !grabber || !grabber->inherits("QQuickDragHandler");
+        return item->keepMouseGrab();
+    return grabber && grabber->inherits("QQuickDragHandler");
 }
 
-void WindowDrag::start() {
-    if (!m_window.startSystemMove())
-        return;
-    if (QQuickItem* pressed = m_window.mouseGrabberItem())
-        pressed->ungrabMouse(); // it shall not take the end for a click
+void WindowDrag::start(QMouseEvent& move) {
+    if (!m_window.windowStates().testFlag(Qt::WindowFullScreen))
+        m_window.startSystemMove();
+    // Whatever was pressed shall not take the end for a click: the window goes with the pointer, so the
+    // button is released where it was pressed. Only another grab cancels a press for items and handlers
+    // alike.
+    move.setExclusiveGrabber(move.point(0), m_window.contentItem());
 }
 
 } // namespace tarnwick

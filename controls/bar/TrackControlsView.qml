@@ -45,8 +45,11 @@ FocusScope {
     Connections {
         target: root.Window.window
         function onActiveFocusItemChanged(): void {
-            if (!root.activeFocus)
-                root.outside = root.Window.activeFocusItem;
+            const item = root.Window.activeFocusItem;
+            if (item === root)
+                root.leaveByTab(); // what had the keyboard here has gone
+            else if (item && !root.activeFocus) // none: another window has it
+                root.outside = item;
         }
     }
 

@@ -17,7 +17,8 @@ Window {
     height: 400
     minimumWidth: 300
     minimumHeight: 200
-    flags: Qt.Window | Qt.CustomizeWindowHint | Qt.WindowTitleHint | Qt.WindowSystemMenuHint
+    // A dialog, because only those are kept above the window that they belong to.
+    flags: Qt.Dialog | Qt.CustomizeWindowHint | Qt.WindowTitleHint | Qt.WindowSystemMenuHint
            | Qt.WindowCloseButtonHint
     color: PreferencesStyle.ground
 

@@ -7,15 +7,22 @@ namespace tarnwick {
 
 namespace {
 
-/// What is left free for the title bar; how high it is, is known only when the window is shown.
-constexpr int titleBarHeight = 32;
+/// What is left free for the desktop's own title and border until they are known.
+constexpr QMargins usualFrame(6, 32, 6, 6);
 
-/// Grows the window to its content, in the middle of its screen and no larger than that.
-void grow(QQuickWindow& window) {
-    const QRect free = window.screen()->availableGeometry().adjusted(0, titleBarHeight, 0, 0);
+/// Grows the window to its content, in the middle of its screen and, with `frame` round it, no larger than
+/// that.
+void grow(QQuickWindow& window, const QMargins& frame) {
+    const QRect free = window.screen()->availableGeometry().marginsRemoved(frame);
     QRect place({}, window.property("contentSize").toSize().boundedTo(free.size()));
     place.moveCenter(free.center());
     window.setGeometry(place);
+}
+
+/// Puts the window wholly onto its screen, should its frame be wider than usual.
+void keepOnScreen(QQuickWindow& window) {
+    if (!window.screen()->availableGeometry().contains(window.frameGeometry()))
+        grow(window, window.frameMargins());
 }
 
 } // namespace
@@ -50,7 +57,10 @@ void PreferencesWindowOpener::open() {
         });
         if (m_opened)
             m_opened(*m_window);
-        grow(*m_window);
+        grow(*m_window, usualFrame);
+        QObject::connect(
+            window, &QQuickWindow::frameSwapped, window, [window] { keepOnScreen(*window); },
+            Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
     }
     m_window->show();
     m_window->raise();

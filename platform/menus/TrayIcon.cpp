@@ -10,6 +10,7 @@ namespace tarnwick::menus {
 namespace {
 
 const auto watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
+const auto watcherPath = QStringLiteral("/StatusNotifierWatcher");
 const auto itemPath = QStringLiteral("/StatusNotifierItem");
 const auto menuPath = QStringLiteral("/TrayMenu");
 
@@ -73,7 +74,9 @@ TrayIcon::TrayIcon(MenuModel& model, const QDBusConnection& bus, const QString& 
     m_adaptor = new TrayAdaptor(this, name, identifier);
     m_bus.registerObject(itemPath, this);
     connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &TrayIcon::announce);
-    connect(&m_watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { m_isShown = false; });
+    connect(&m_watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { m_isTaken = false; });
+    for (const char* change : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
+        m_bus.connect(watcher, watcherPath, watcher, QLatin1String(change), this, SLOT(askForHost()));
     announce();
 }
 
@@ -88,13 +91,28 @@ void TrayIcon::setIcon(const QImage& icon) {
 }
 
 void TrayIcon::announce() {
-    auto call = QDBusMessage::createMethodCall(watcher, QStringLiteral("/StatusNotifierWatcher"), watcher,
+    auto call = QDBusMessage::createMethodCall(watcher, watcherPath, watcher,
                                                QStringLiteral("RegisterStatusNotifierItem"));
     call.setAutoStartService(false);
     call.setArguments({m_bus.baseService()});
     auto* pending = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
     connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending] {
-        m_isShown = !pending->isError();
+        m_isTaken = !pending->isError();
+        pending->deleteLater();
+    });
+    askForHost();
+}
+
+/// A watcher may run with no tray to draw anything. One that does not tell has one.
+void TrayIcon::askForHost() {
+    auto call = QDBusMessage::createMethodCall(
+        watcher, watcherPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    call.setAutoStartService(false);
+    call.setArguments({watcher, QStringLiteral("IsStatusNotifierHostRegistered")});
+    auto* pending = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
+    connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending] {
+        const QVariant answer = pending->reply().arguments().value(0);
+        m_hasHost = pending->isError() || answer.value<QDBusVariant>().variant().toBool();
         pending->deleteLater();
     });
 }

@@ -42,12 +42,15 @@ public:
     /// Shows `icon` instead of the one in the theme; null takes it back.
     void setIcon(const QImage& icon);
 
-    /// Whether a tray has taken the icon in.
-    bool isShown() const { return m_isShown; }
+    /// Whether a tray has taken the icon in and somebody draws what is in it.
+    bool isShown() const { return m_isTaken && m_hasHost; }
 
 Q_SIGNALS:
     /// The user pressed the icon itself.
     void activated();
+
+private Q_SLOTS:
+    void askForHost();
 
 private:
     void announce();
@@ -56,7 +59,8 @@ private:
     MenuExport m_export;
     QDBusServiceWatcher m_watcher;
     class TrayAdaptor* m_adaptor;
-    bool m_isShown = false;
+    bool m_isTaken = false;
+    bool m_hasHost = false;
 };
 
 /// The interface as the bus sees it. The names are the protocol's.

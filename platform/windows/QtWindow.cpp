@@ -3,6 +3,7 @@
 #include "platform/windows/Frames.h"
 #include "platform/windows/QtWindowSystem.h"
 #include "platform/windows/SizeHints.h"
+#include "platform/windows/X11Desktop.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
@@ -33,7 +34,7 @@ bool placesAreKnown() { return !QGuiApplication::platformName().startsWith(QLati
 } // namespace
 
 QtWindow::QtWindow(QWindow& window, dispatch::Dispatcher& dispatcher)
-    : m_window(window), m_dispatcher(dispatcher), m_settledSize(window.size()) {
+    : m_window(window), m_dispatcher(dispatcher), m_settled(window.framePosition(), window.size()) {
     m_window.installEventFilter(this);
     // A desktop that moves what was on the screen does so first, though perhaps not far enough.
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, [this](const QScreen* screen) {
@@ -47,7 +48,7 @@ QtWindow::QtWindow(QWindow& window, dispatch::Dispatcher& dispatcher)
 }
 
 QtWindow::~QtWindow() {
-    m_ratioWork.cancel();
+    m_settlingWork.cancel();
     m_screenWork.cancel();
 }
 
@@ -60,6 +61,8 @@ void QtWindow::setLevel(Level level) {
 
 void QtWindow::toggleFullScreen() {
     m_window.setWindowStates(m_window.windowStates() ^ Qt::WindowFullScreen);
+    if (!hasWindowManager()) // nobody else does it
+        m_window.setGeometry(isFullScreen() ? m_window.screen()->geometry() : m_settled);
     hintAtRatio();
 }
 
@@ -71,7 +74,7 @@ void QtWindow::setTitleBarHidden(bool hidden) {
 void QtWindow::setContentAspectRatio(QSize ratio) {
     m_ratio = ratio;
     hintAtRatio();
-    keepRatioSoon();
+    settleSoon();
 }
 
 void QtWindow::setFrame(const QRectF& frame) {
@@ -80,7 +83,7 @@ void QtWindow::setFrame(const QRectF& frame) {
 }
 
 void QtWindow::place(const QRect& wanted) {
-    m_settledSize = wanted.size();
+    m_settled = wanted;
     if (placesAreKnown())
         m_window.setFramePosition(wanted.topLeft());
     m_window.resize(wanted.size());
@@ -90,13 +93,12 @@ void QtWindow::place(const QRect& wanted) {
 void QtWindow::leaveLostScreen() {
     if (!placesAreKnown())
         return;
-    const QRect now(m_window.framePosition(), m_window.size());
     if (!isFullScreen()) {
-        place(whollyOnScreen(now, freeAreas()));
-    } else if (!QGuiApplication::screenAt(now.center())) {
+        place(whollyOnScreen(rectangle(), freeAreas()));
+    } else if (!QGuiApplication::screenAt(rectangle().center())) {
         // A window fills the screen that it is on, so it goes there as an ordinary one.
-        QRect windowed({}, m_settledSize);
-        windowed.moveCenter(now.center());
+        QRect windowed({}, m_settled.size());
+        windowed.moveCenter(rectangle().center());
         toggleFullScreen();
         place(whollyOnScreen(windowed, freeAreas()));
         toggleFullScreen();
@@ -107,12 +109,18 @@ void QtWindow::setShouldClose(std::function<bool()> shouldClose) { m_shouldClose
 
 void QtWindow::orderFront() {
     const Qt::WindowStates states = m_window.windowStates() & ~Qt::WindowMinimized;
+    const bool wasHidden = !m_window.isVisible();
+    if (wasHidden)
+        hintAtOrdinaryStart(m_window); // it may still say minimised, from the last time
     m_window.setVisible(true);
+    if (wasHidden)
+        restateWhatBelongsTo(m_window);
     if (m_window.windowStates() != states) // showing a window may have put it back to normal
         m_window.setWindowStates(states);
     hintAtRatio();
     m_window.raise();
     m_window.requestActivate();
+    useStartupId(m_window);
 }
 
 void QtWindow::orderOut() { m_window.setVisible(false); }
@@ -129,20 +137,32 @@ bool QtWindow::isFullScreen() const { return m_window.windowStates().testFlag(Qt
 
 bool QtWindow::isVisible() const { return m_window.isVisible(); }
 
-QRectF QtWindow::frame() const {
-    QRect rectangle(m_window.framePosition(), m_window.size());
-    if (!placesAreKnown() && m_window.screen())
-        rectangle = centred(m_window.size(), m_window.screen()->geometry());
-    return frameFromRectangle(rectangle, firstScreen());
+bool QtWindow::isWindowed() const {
+    return !(m_window.windowStates() & (Qt::WindowMaximized | Qt::WindowFullScreen));
 }
+
+QRectF QtWindow::frame() const { return frameFromRectangle(rectangle(), firstScreen()); }
+
+QRectF QtWindow::windowedFrame() const {
+    return isWindowed() ? frame() : frameFromRectangle(m_settled, firstScreen());
+}
+
+QRect QtWindow::rectangle() const {
+    if (!placesAreKnown() && m_window.screen())
+        return centred(m_window.size(), m_window.screen()->geometry());
+    return {m_window.framePosition(), m_window.size()};
+}
+
+void QtWindow::setIcon(const QIcon& icon) { m_window.setIcon(icon); }
 
 bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
     case QEvent::Move:
+        settleSoon();
         Q_EMIT didMove();
         break;
     case QEvent::Resize:
-        keepRatioSoon();
+        settleSoon();
         Q_EMIT didResize();
         break;
     case QEvent::Close:
@@ -152,9 +172,13 @@ bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
         }
         Q_EMIT willClose();
         break;
+    case QEvent::WindowStateChange: // which the desktop may tell after the new size
+        lookWhetherSeen();
+        settleSoon();
+        Q_EMIT didResize();
+        break;
     case QEvent::Expose:
     case QEvent::Hide:
-    case QEvent::WindowStateChange:
         lookWhetherSeen();
         break;
     default:
@@ -174,23 +198,26 @@ void QtWindow::lookWhetherSeen() {
 
 void QtWindow::hintAtRatio() { hintAtAspectRatio(m_window, m_ratio); }
 
-void QtWindow::keepRatioSoon() {
-    m_ratioWork.cancel();
-    if (!m_ratio.isEmpty())
-        m_ratioWork = m_dispatcher.asyncAfter(m_dispatcher.mainQueue(), QtWindowSystem::settlingTime,
-                                              [this] { keepRatio(); });
+void QtWindow::settleSoon() {
+    m_settlingWork.cancel();
+    m_settlingWork =
+        m_dispatcher.asyncAfter(m_dispatcher.mainQueue(), QtWindowSystem::settlingTime, [this] { settle(); });
+}
+
+void QtWindow::settle() {
+    if (m_window.windowStates() != Qt::WindowNoState || !m_window.screen())
+        return;
+    keepRatio();
+    m_settled = rectangle();
 }
 
 void QtWindow::keepRatio() {
-    if (m_window.windowStates() != Qt::WindowNoState || !m_window.screen())
-        return;
     const QSize size = m_window.size();
     // A pixel more or less is the desktop's rounding.
-    if (std::abs(size.width() * m_ratio.height() - size.height() * m_ratio.width()) >
-        m_ratio.width() + m_ratio.height())
+    if (!m_ratio.isEmpty() && std::abs(size.width() * m_ratio.height() - size.height() * m_ratio.width()) >
+                                  m_ratio.width() + m_ratio.height())
         m_window.resize(
-            inProportion(size, m_settledSize, m_ratio, m_window.screen()->availableGeometry().size()));
-    m_settledSize = m_window.size();
+            inProportion(size, m_settled.size(), m_ratio, m_window.screen()->availableGeometry().size()));
 }
 
 } // namespace tarnwick::windows

@@ -3,7 +3,7 @@
 #include "platform/dispatch/Dispatcher.h"
 #include "platform/windows/Windows.h"
 
-#include <QPointer>
+#include <QIcon>
 #include <QWindow>
 
 namespace tarnwick::windows {
@@ -31,8 +31,13 @@ public:
     Level level() const override { return m_level; }
     bool isFullScreen() const override;
     bool isVisible() const override;
+    bool isWindowed() const override;
     bool canBeSeen() const override { return m_canBeSeen; }
     QRectF frame() const override;
+    QRectF windowedFrame() const override;
+
+    /// What the desktop shows beside the window's name; null for the application's own, as it is now.
+    void setIcon(const QIcon& icon);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -42,16 +47,18 @@ private:
     void leaveLostScreen();
     void lookWhetherSeen();
     void hintAtRatio();
-    void keepRatioSoon();
+    void settleSoon();
+    void settle();
     void keepRatio();
+    QRect rectangle() const;
 
     QWindow& m_window;
     dispatch::Dispatcher& m_dispatcher;
     Level m_level = Level::Normal;
-    QSize m_ratio; ///< empty: any
-    QSize m_settledSize;
+    QSize m_ratio;   ///< empty: any
+    QRect m_settled; ///< as an ordinary window, when it had last come to rest
     std::function<bool()> m_shouldClose;
-    dispatch::WorkItem m_ratioWork;
+    dispatch::WorkItem m_settlingWork;
     dispatch::WorkItem m_screenWork;
     bool m_closing = false;
     bool m_canBeSeen = false;

@@ -39,6 +39,8 @@ void QtWindowSystem::setApplicationIcon(const QImage& icon) {
             all.addPixmap(
                 QPixmap::fromImage(icon.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
     QGuiApplication::setWindowIcon(all);
+    for (const auto& window : m_windows) // one that has once shown the application's keeps that
+        window->setIcon(all);
     Q_EMIT applicationIconChanged();
 }
 

@@ -54,6 +54,9 @@ public:
     virtual bool isFullScreen() const = 0;
     virtual bool isVisible() const = 0;
 
+    /// Neither maximised nor in full screen.
+    virtual bool isWindowed() const { return !isFullScreen(); }
+
     /// Neither off the screen nor minimised; where the desktop does not tell, true.
     virtual bool canBeSeen() const = 0;
 
@@ -61,8 +64,12 @@ public:
     /// upwards. Where the desktop does not tell places, as if in the middle of its screen.
     virtual QRectF frame() const = 0;
 
+    /// The frame that it has as an ordinary window: when it is maximised or in full screen, the one before.
+    virtual QRectF windowedFrame() const { return frame(); }
+
 Q_SIGNALS:
     void didMove();
+    /// Also sent when the window has been maximised, filled the screen, or stopped to.
     void didResize();
     void willClose();
     void canBeSeenChanged();

@@ -20,8 +20,15 @@ trap cleanup EXIT
 export HOME=$folder/home XDG_RUNTIME_DIR=$folder/run QT_QUICK_BACKEND=software NO_AT_BRIDGE=1
 export XDG_CONFIG_HOME=$HOME/.config XDG_DATA_HOME=$HOME/.local/share XDG_CACHE_HOME=$HOME/.cache
 unset WAYLAND_DISPLAY QT_QPA_PLATFORM DISPLAY DBUS_SESSION_BUS_ADDRESS
-mkdir -p "$HOME/music" "$XDG_RUNTIME_DIR" "$XDG_CONFIG_HOME/tarnwick"
+mkdir -p "$HOME/music" "$XDG_RUNTIME_DIR" "$XDG_CONFIG_HOME/tarnwick" "$XDG_DATA_HOME/applications"
 chmod 700 "$XDG_RUNTIME_DIR"
+
+# The launcher's entry, by which a hidden window can be brought back.
+launcher=$XDG_DATA_HOME/applications/org.tarnwick.Tarnwick.desktop
+make_launcher() {
+    printf '[Desktop Entry]\nType=Application\nName=Tarnwick\nExec=%s --show\n' "$program" >"$launcher"
+}
+make_launcher
 
 # in_background COMMAND…: its process number is left in `started`.
 in_background() {
@@ -38,6 +45,7 @@ make_screen() {
     DISPLAY=:$(head -n 1 "$folder/display")
     export DISPLAY
     in_background openbox
+    manager=$started
     until_true 20 has_manager || fail "the window manager"
 }
 has_manager() { xprop -root _NET_SUPPORTING_WM_CHECK | grep -q window; }

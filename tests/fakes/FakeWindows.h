@@ -12,10 +12,13 @@ class FakeWindow : public Window {
 public:
     void setLevel(Level level) override { m_level = level; }
     void toggleFullScreen() override { m_isFullScreen = !m_isFullScreen; }
+    void setMaximized(bool isMaximized) { m_isMaximized = isMaximized; }
     void setTitleBarHidden(bool hidden) override { m_isTitleBarHidden = hidden; }
     void setContentAspectRatio(QSize ratio) override { m_ratio = ratio; }
     void setFrame(const QRectF& frame) override {
         m_frame = frame;
+        if (isWindowed())
+            m_windowedFrame = frame;
         Q_EMIT didMove();
         Q_EMIT didResize();
     }
@@ -45,8 +48,10 @@ public:
     Level level() const override { return m_level; }
     bool isFullScreen() const override { return m_isFullScreen; }
     bool isVisible() const override { return m_isVisible; }
+    bool isWindowed() const override { return !m_isFullScreen && !m_isMaximized; }
     bool canBeSeen() const override { return m_canBeSeen; }
     QRectF frame() const override { return m_frame; }
+    QRectF windowedFrame() const override { return m_windowedFrame; }
 
     /// The user presses the close button.
     void pressClose() {
@@ -68,6 +73,7 @@ private:
 
     Level m_level = Level::Normal;
     bool m_isFullScreen = false;
+    bool m_isMaximized = false;
     bool m_isTitleBarHidden = false;
     bool m_isVisible = false;
     bool m_canBeSeen = true;
@@ -76,6 +82,7 @@ private:
     int m_timesOrderedFront = 0;
     QSize m_ratio;
     QRectF m_frame;
+    QRectF m_windowedFrame;
     std::function<bool()> m_shouldClose;
 };
 

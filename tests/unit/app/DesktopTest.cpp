@@ -2,6 +2,7 @@
 #include "app/desktop/FontFileChooser.h"
 #include "app/desktop/RunningCopies.h"
 #include "app/desktop/StopSignals.h"
+#include "app/program/KeyView.h"
 #include "app/program/MenuShortcuts.h"
 #include "tests/fakes/Files.h"
 #include "tests/fakes/PrivateBus.h"
@@ -94,6 +95,20 @@ TEST(StopSignals, ArriveOnTheMainThread) {
     }
 }
 
+TEST(StopSignals, WhoIsToOutliveTheTerminalDoes) {
+    std::signal(SIGHUP, SIG_IGN); // as nohup does
+    int stops = 0;
+    {
+        const StopSignals signals([&] { ++stops; });
+        std::raise(SIGHUP);
+        std::raise(SIGTERM);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return stops > 0; }));
+        QCoreApplication::processEvents();
+        EXPECT_EQ(stops, 1);
+    }
+    EXPECT_EQ(std::signal(SIGHUP, SIG_DFL), SIG_IGN);
+}
+
 TEST(FontFileChooser, OpensOneAtATimeAndGoesWithItsWindow) {
     QQmlEngine engine;
     auto window = std::make_unique<QQuickWindow>();
@@ -135,6 +150,62 @@ TEST(MenuShortcuts, PlainKeysCanBeSwitchedOff) {
     EXPECT_EQ(press(), (QStringList{"next", "full screen", "preferences"}));
     shortcuts.setPlainKeysEnabled(false);
     EXPECT_EQ(press(), (QStringList{"full screen", "preferences"}));
+}
+
+/// A window with a key view, an item in it and an item over it.
+class KeyViewTest : public testing::Test {
+protected:
+    void SetUp() override {
+        keys.setParentItem(window.contentItem());
+        inside.setParentItem(&keys);
+        over->setParentItem(window.contentItem());
+        for (QQuickItem* item : {&inside, over.get()})
+            item->setFlag(QQuickItem::ItemIsFocusScope);
+        window.show();
+        window.requestActivate();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+
+    QQuickWindow window;
+    KeyView keys;
+    QQuickItem inside;
+    std::unique_ptr<QQuickItem> over = std::make_unique<QQuickItem>();
+};
+
+TEST_F(KeyViewTest, HasTheKeysWheneverNobodyOverItNeedsThem) {
+    struct {
+        const char* what;
+        std::function<void()> go;
+    } const ways[] = {
+        {"lets go of it", [this] { over->setFocus(false); }},
+        {"goes while another window has it",
+         [this] {
+             QWindow other;
+             other.show();
+             other.requestActivate();
+             EXPECT_TRUE(QTest::qWaitForWindowActive(&other));
+             over->setFocus(false);
+             window.requestActivate();
+             EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+         }},
+        {"is destroyed", [this] { over.reset(); }},
+    };
+    QSignalSpy presses(&keys, &KeyView::keyDown);
+    for (const auto& way : ways) {
+        over->forceActiveFocus();
+        EXPECT_FALSE(keys.hasKeys()) << way.what;
+        way.go();
+        EXPECT_TRUE(keys.hasKeys()) << way.what;
+        presses.clear();
+        QTest::keyClick(&window, Qt::Key_Return);
+        EXPECT_EQ(presses.count(), 1) << way.what;
+    }
+}
+
+TEST_F(KeyViewTest, LeavesTheFocusToWhatIsInIt) {
+    inside.forceActiveFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(keys.hasKeys());
+    EXPECT_TRUE(inside.hasActiveFocus());
 }
 
 } // namespace

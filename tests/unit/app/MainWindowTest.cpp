@@ -55,6 +55,49 @@ TEST_F(MainWindowTest, FrameIsRestoredOnlyWhenNoneOfItsNumbersIsZero) {
     }
 }
 
+TEST_F(MainWindowTest, FrameIsRestoredOnce) {
+    windows::FakeWindow& window = windows.addWindow();
+    store(100, 200, 1200, 600);
+    window.orderOut();
+    mainWindow.restoreFrame();
+    EXPECT_EQ(window.frame(), QRectF(100, 200, 1200, 600));
+    window.orderFront(); // with the splash
+    const QRectF moved(300, 250, 1200, 600);
+    window.setFrame(moved);
+    mainWindow.setUp();
+    EXPECT_EQ(window.frame(), moved);
+    EXPECT_EQ(mainWindow.storedFrame(), moved) << "it is the user's place";
+}
+
+TEST_F(MainWindowTest, AnOriginOfZeroIsStoredAsAPlaceUnlessTheScreenIsFilled) {
+    windows::FakeWindow& window = windows.addWindow();
+    mainWindow.setUp();
+    window.setFrame(QRectF(0, 0, 800, 400));
+    EXPECT_EQ(mainWindow.storedFrame(), QRectF(0.001, 0.001, 800, 400));
+    window.setFrame(QRectF(0, 70, 800, 400));
+    EXPECT_EQ(mainWindow.storedFrame(), QRectF(0.001, 70, 800, 400));
+    for (const bool maximized : {true, false}) {
+        window.setMaximized(maximized);
+        if (!maximized)
+            window.toggleFullScreen();
+        window.setFrame(QRectF(0, 0, 1920, 1080));
+        EXPECT_EQ(mainWindow.storedFrame(), std::nullopt);
+    }
+}
+
+TEST_F(MainWindowTest, TheEndStoresTheOrdinaryFrame) {
+    windows::FakeWindow& window = windows.addWindow();
+    mainWindow.setUp();
+    mainWindow.leave();
+    EXPECT_EQ(mainWindow.storedFrame(), std::nullopt) << "nothing was moved";
+    const QRectF ordinary(50, 60, 800, 400);
+    window.setFrame(ordinary);
+    window.toggleFullScreen();
+    window.setFrame(QRectF(0, 0, 1920, 1080));
+    mainWindow.leave();
+    EXPECT_EQ(mainWindow.storedFrame(), ordinary);
+}
+
 TEST_F(MainWindowTest, FrameIsStoredAfterEveryMoveInFullScreenToo) {
     windows::FakeWindow& window = windows.addWindow();
     window.setFrame(QRectF(1, 2, 3, 4));

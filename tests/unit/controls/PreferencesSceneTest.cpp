@@ -196,11 +196,12 @@ TEST_F(PreferencesSceneTest, ThePreferencesWindowExistsOnceUntilItIsClosed) {
     EXPECT_EQ(first->title(), "Preferences");
     EXPECT_EQ(first->width(), 590) << "grown to its content";
     EXPECT_FALSE(first->flags() & (Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint));
+    EXPECT_EQ(first->type(), Qt::Dialog) << "only such are kept above the display";
     opener.open();
     EXPECT_EQ(opener.window(), first);
     const QRect free = first->screen()->availableGeometry();
-    EXPECT_TRUE(free.contains(first->geometry()));
-    EXPECT_GT(first->y(), free.y()) << "there is room for a title bar";
+    const QMargins usualFrame(5, 28, 5, 5);
+    EXPECT_TRUE(free.contains(first->geometry().marginsAdded(usualFrame))) << "with its title and border";
     model.askToRemove(true);
     first->close();
     EXPECT_EQ(opener.window(), nullptr);

@@ -18,17 +18,25 @@ namespace {
 using testing::ElementsAre;
 
 const auto menuInterface = QStringLiteral("com.canonical.dbusmenu");
+const auto everything = QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllProperties |
+                        QDBusConnection::ExportAllSignals;
 
 /// A tray that takes note of who registers.
 class Tray : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
+    Q_PROPERTY(bool IsStatusNotifierHostRegistered MEMBER hasHost)
 
 public:
     QStringList items;
+    bool hasHost = true;
 
 public Q_SLOTS:
     void RegisterStatusNotifierItem(const QString& item) { items.append(item); }
+
+Q_SIGNALS:
+    void StatusNotifierHostRegistered();
+    void StatusNotifierHostUnregistered();
 };
 
 class MenusOnARealBus : public testing::Test {
@@ -118,7 +126,7 @@ TEST_F(MenusOnARealBus, ATrayThatComesLaterTakesTheIconIn) {
     TrayIcon icon(model, program, "Tarnwick", "org.tarnwick.Tarnwick");
     QSignalSpy activations(&icon, &TrayIcon::activated);
     Tray tray;
-    ASSERT_TRUE(panel.registerObject("/StatusNotifierWatcher", &tray, QDBusConnection::ExportAllSlots));
+    ASSERT_TRUE(panel.registerObject("/StatusNotifierWatcher", &tray, everything));
     for (const int round : {1, 2}) { // the second time it has crashed in between
         ASSERT_TRUE(panel.registerService("org.kde.StatusNotifierWatcher"));
         EXPECT_TRUE(QTest::qWaitFor([&] { return icon.isShown(); }));
@@ -129,6 +137,23 @@ TEST_F(MenusOnARealBus, ATrayThatComesLaterTakesTheIconIn) {
     }
     call("/StatusNotifierItem", "org.kde.StatusNotifierItem", "Activate", {0, 0});
     EXPECT_TRUE(QTest::qWaitFor([&] { return activations.count() == 1; }));
+}
+
+TEST_F(MenusOnARealBus, WithoutAHostNothingOfTheTrayIsSeen) {
+    TrayIcon icon(model, program, "Tarnwick", "org.tarnwick.Tarnwick");
+    Tray tray;
+    tray.hasHost = false;
+    ASSERT_TRUE(panel.registerObject("/StatusNotifierWatcher", &tray, everything));
+    ASSERT_TRUE(panel.registerService("org.kde.StatusNotifierWatcher"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !tray.items.isEmpty(); }));
+    call("/StatusNotifierItem", "org.freedesktop.DBus.Properties", "GetAll", {"org.kde.StatusNotifierItem"});
+    EXPECT_FALSE(icon.isShown());
+    tray.hasHost = true;
+    Q_EMIT tray.StatusNotifierHostRegistered();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return icon.isShown(); }));
+    tray.hasHost = false;
+    Q_EMIT tray.StatusNotifierHostUnregistered();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !icon.isShown(); }));
 }
 
 TEST_F(MenusOnARealBus, TheIconIsTheThemesUntilThereIsACover) {

@@ -1,6 +1,7 @@
 #include "platform/dispatch/VirtualDispatcher.h"
 #include "platform/windows/KeyCodes.h"
 #include "platform/windows/QtWindowSystem.h"
+#include "platform/windows/X11Desktop.h"
 
 #include <QGuiApplication>
 #include <QJsonArray>
@@ -146,6 +147,48 @@ TEST_F(QtWindowTest, AScreenThatGoesTakesNoWindowWithIt) {
             EXPECT_EQ(qWindow->geometry(), QRect(400, 300, 600, 300)) << isFullScreen << isShown;
         }
     }
+}
+
+TEST_F(QtWindowTest, TheFrameOfAnOrdinaryWindowOutlivesItsFillingTheScreen) {
+    const QRectF ordinary(30, 40, 300, 150);
+    show();
+    window.setFrame(ordinary);
+    QCoreApplication::processEvents();
+    dispatcher.advance(QtWindowSystem::settlingTime);
+    for (const Qt::WindowState filling : {Qt::WindowFullScreen, Qt::WindowMaximized}) {
+        QSignalSpy resizes(&window, &Window::didResize);
+        qWindow->setWindowStates(filling);
+        QCoreApplication::processEvents();
+        dispatcher.advance(QtWindowSystem::settlingTime);
+        EXPECT_FALSE(window.isWindowed());
+        EXPECT_NE(window.frame(), ordinary);
+        EXPECT_EQ(window.windowedFrame(), ordinary);
+        EXPECT_FALSE(resizes.isEmpty());
+        qWindow->setWindowStates(Qt::WindowNoState);
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(window.isWindowed());
+    }
+}
+
+TEST_F(QtWindowTest, EveryWindowShowsTheIconThatTheApplicationHasNow) {
+    QWindow other;
+    system.add(other);
+    show();
+    for (const QColor& colour : {QColor(Qt::red), QColor(Qt::blue), QColor(Qt::red)}) {
+        QImage icon(64, 64, QImage::Format_RGB32);
+        icon.fill(colour);
+        system.setApplicationIcon(icon);
+        QCoreApplication::processEvents();
+        for (const QWindow* each : {qWindow.get(), &other})
+            EXPECT_EQ(each->icon().pixmap(64, 64).toImage().pixelColor(32, 32), colour);
+    }
+}
+
+TEST(StartupId, TellsWhenTheUserActed) {
+    EXPECT_EQ(timeOfStartupId("panel-7-host-menu-0_TIME123456"), 123456U);
+    EXPECT_EQ(timeOfStartupId("x_TIME1_TIME4294967295"), 4294967295U);
+    EXPECT_EQ(timeOfStartupId("x_TIME"), std::nullopt);
+    EXPECT_EQ(timeOfStartupId("without"), std::nullopt);
 }
 
 TEST_F(QtWindowTest, FloatsAndSinksAgain) {
