@@ -7,6 +7,9 @@
 #include "tests/fakes/Files.h"
 #include "tests/fakes/PrivateBus.h"
 
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDBusVariant>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -55,9 +58,9 @@ TEST(DesktopApplication, TheFirstCopyIsAskedAndTheNextTakesOver) {
     auto connect = [&](const char* name) { return QDBusConnection::connectToBus(bus.address(), name); };
     EXPECT_EQ(DesktopApplication::askToShow(connect("early")), DesktopApplication::Answer::NobodyRuns);
     QDBusConnection::disconnectFromBus("early");
-    std::optional<DesktopApplication> first(connect("first"));
+    std::optional<DesktopApplication> first(std::in_place, connect("first"), [] { return ":1.7"; });
     EXPECT_TRUE(QTest::qWaitFor([&] { return first->hasName(); }));
-    std::optional<DesktopApplication> second(connect("second"));
+    std::optional<DesktopApplication> second(std::in_place, connect("second"), [] { return QString(); });
     QSignalSpy shownFirst(&*first, &DesktopApplication::activated);
     QSignalSpy shownSecond(&*second, &DesktopApplication::activated);
     const auto ask = [&] {
@@ -75,6 +78,15 @@ TEST(DesktopApplication, TheFirstCopyIsAskedAndTheNextTakesOver) {
     EXPECT_EQ(ask(), DesktopApplication::Answer::Shown);
     EXPECT_EQ(shownFirst.count(), 1);
     EXPECT_EQ(shownSecond.count(), 0);
+
+    auto whom = QDBusMessage::createMethodCall("org.tarnwick.Tarnwick", "/org/tarnwick/Tarnwick",
+                                               "org.freedesktop.DBus.Properties", "Get");
+    whom << "org.tarnwick.Tarnwick"
+         << "Player";
+    const QDBusPendingCall told = connect("asker").asyncCall(whom);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return told.isFinished(); }));
+    EXPECT_EQ(told.reply().arguments().value(0).value<QDBusVariant>().variant(), ":1.7");
+    QDBusConnection::disconnectFromBus("asker");
 
     first.reset();
     QDBusConnection::disconnectFromBus("first");
