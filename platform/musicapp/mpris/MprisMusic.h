@@ -21,7 +21,7 @@ public:
         QString player = {};      ///< bus name or Identity of the only player to follow; empty: choose
         QString cacheFolder = {}; ///< for pictures from the web; empty: none are kept
         QString stateFile = {};   ///< names the player followed last; empty: it is not remembered
-        bool remembers = true;    ///< whether it is written down who is followed
+        bool remembers = true;    ///< whether one is written down too that does not play when it is followed
         QString display = {};     ///< bus name of the display whose player is to be followed; empty: choose
     };
 

@@ -192,7 +192,7 @@ void Session::follow(PlayerLink* link) {
     if (link == nullptr)
         return;
     link->playlists().refresh();
-    if (m_options.remembers)
+    if (m_options.remembers || link->isPlaying())
         m_memory.run([this, entry = link->desktopEntry()] { m_launcher.remember(entry); });
 }
 
