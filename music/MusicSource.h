@@ -134,8 +134,8 @@ public:
     /// The names of Music's playlists in its order; empty on any failure. Any thread.
     QStringList fetchPlaylists() const;
 
-    /// Plays the first playlist whose name is `named`, letter case and white space around it apart. Why it was
-    /// not started, in one line; none when it was.
+    /// Plays the first playlist whose name is `named`, letter case and white space around it apart. Why it
+    /// was not started, in one line; none when it was.
     std::optional<QString> playPlaylist(const QString& named);
 
     /// Plays "Musica", after starting a player when none runs; goes on by itself.
@@ -155,8 +155,8 @@ public:
     /// Whether `tracksByDisc` is the list of the current album, and not one that is about to be replaced.
     bool hasTracksOfCurrentAlbum() const;
 
-    /// What tells the current album from others: its name or, where it has none, the folder of its file or, of
-    /// a stream, the artist. Only good for comparing.
+    /// What tells the current album from others: its name or, where it has none, the folder of its file or,
+    /// of a stream, the artist. Only good for comparing.
     const QString& albumIdentity() const { return m_albumIdentity; }
     Q_SIGNAL void albumIdentityChanged();
 
@@ -208,7 +208,7 @@ private:
     ChangePass m_changes;
     QString m_albumIdentity;
     std::optional<QString> m_albumOfTracks; ///< the identity of the album that the list is of
-    dispatch::SerialQueue m_lasting; ///< texts that may start a player and wait for it
+    dispatch::SerialQueue m_lasting;        ///< texts that may start a player and wait for it
 
     std::unique_ptr<dispatch::TimerSource> updateTimer;
     std::unique_ptr<dispatch::TimerSource> shuffleSyncTimer;

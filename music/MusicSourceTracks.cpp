@@ -70,8 +70,6 @@ void MusicSource::applyTracksByDisc(const script::Descriptor& reply) {
     }
 }
 
-bool MusicSource::hasTracksOfCurrentAlbum() const {
-    return m_albumOfTracks == m_albumIdentity;
-}
+bool MusicSource::hasTracksOfCurrentAlbum() const { return m_albumOfTracks == m_albumIdentity; }
 
 } // namespace tarnwick
