@@ -26,9 +26,10 @@ _tarnwick() {
     local words='--source --player --help --version'
     case $command in
         '') words+=" $commands --fullscreen --show" ;;
-        do) words+=' play-pause next previous shuffle volume title playlist playlists --json' ;;
+        do) words+=' play-pause play pause stop next previous seek shuffle volume title playlist playlists --json' ;;
         script) words+=' --json --limit' ;;
-        status | palette) words+=' --json' ;;
+        status) words+=' --json --follow' ;;
+        palette) words+=' --json' ;;
         defaults)
             words+=" --json $(tarnwick defaults 2>/dev/null | cut -d: -f1)" ;;
         snapshot) words+=' --view --scene --size --fullscreen --set --flipped --after' ;;
