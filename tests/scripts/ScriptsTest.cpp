@@ -104,6 +104,11 @@ std::shared_ptr<fakes::FakeLibrary> libraryFor(const QString& source) {
         known.size = 30'000'000'000;
         library->artwork = "cover";
     }
+    if (isGiven("no title"))
+        library->tracks[1].name.clear();
+    if (isGiven("no albums"))
+        for (auto& track : library->tracks)
+            track.album.clear();
     library->current = isGiven("no track") ? 1000 : 1;
     library->running = !isGiven("not running");
     library->state = isGiven("stopped") || !library->running ? musicapp::PlayerState::Stopped
@@ -194,6 +199,13 @@ TEST(MusicTexts, DoWhatTheyAreFor) {
         {scripts::nowPlaying(),
          R"(-- given: no facts
             -- expect reply: {"Uno", "Aria", "Prima", 0, 1, 1, 0, "", "", "", missing value, "playing", 245.5, 12.5, {"Due", "Uno", "Zero", "Fine"}, {200.0, 245.5, 10.0, 1.2345E+4}, "", 0, 0, 0.0})"},
+        {scripts::nowPlaying(),
+         R"(-- given: no facts
+            -- given: no title
+            -- expect reply: {"Titolo sconosciuto", "Aria", "Prima", 0, 1, 1, 0, "", "", "", missing value, "playing", 245.5, 12.5, {"Due", "", "Zero", "Fine"}, {200.0, 245.5, 10.0, 1.2345E+4}, "", 0, 0, 0.0})"},
+        {scripts::tracksByDisc(), R"(-- given: no title
+            -- expect reply: {{1, {{1, ""}, {2, "Due"}}}, {2, {{1, "Fine"}}}})"},
+        {title("Due", ""), "-- given: no albums\n-- expect: play track 1 of library playlist 1"},
         {scripts::nowPlaying(),
          R"(-- given: stopped
             -- expect reply: {"", "", "", "", 0, 0, 0, "Gruppo sconosciuto", "", "Nessun commento", missing value, "stopped", 0, 0, {}, {}, "Genere sconosciuto", 0, 0, 0})"},
