@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QList>
+#include <QObject>
 #include <QRectF>
 #include <QtQmlIntegration/qqmlintegration.h>
 
