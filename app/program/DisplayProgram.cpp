@@ -101,7 +101,7 @@ TarnwickApp::Parts DisplayProgram::appParts() {
                          .launchAgent = &m_loginAgent.manager(),
                          .applicationImage = applicationImage},
             .musicSource = m_session.source(),
-            .runningCopies = [this] { return m_copies.count(); },
+            .isFirstCopy = [this] { return m_copies.isFirst(); },
             .canComeBack =
                 [this] { return (m_desktop && m_desktop->hasName()) || (m_tray && m_tray->isShown()); },
             .makePreferencesWindow =
