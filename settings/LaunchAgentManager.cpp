@@ -61,8 +61,18 @@ void LaunchAgentManager::run(Operation operation, const QString& failure) const 
 }
 
 QString LaunchAgentManager::install() const {
-    if (isInstalled())
+    QFile file(agentFile());
+    if (!file.open(QIODevice::ReadOnly) || file.readAll() != document()) {
+        if (const QString error = writeDocument(); !error.isEmpty())
+            return error;
+    } else if (m_parts.launchctl.isRegistered(agentFile())) {
         return {};
+    }
+    return m_parts.launchctl.run(
+        {QStringLiteral("bootstrap"), QStringLiteral("gui/%1").arg(::getuid()), agentFile()});
+}
+
+QString LaunchAgentManager::writeDocument() const {
     if (!QDir().mkpath(m_parts.folder))
         return QStringLiteral("%1: the folder cannot be made").arg(m_parts.folder);
     QSaveFile file(agentFile());
@@ -70,8 +80,7 @@ QString LaunchAgentManager::install() const {
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write(text) != text.size() ||
         !file.commit())
         return file.errorString();
-    return m_parts.launchctl.run(
-        {QStringLiteral("bootstrap"), QStringLiteral("gui/%1").arg(::getuid()), agentFile()});
+    return {};
 }
 
 QString LaunchAgentManager::remove() const {

@@ -32,7 +32,8 @@ public:
     /// What `parts` refers to must outlive the manager and its operations.
     explicit LaunchAgentManager(Parts parts);
 
-    /// Writes and registers the agent, unless its file exists.
+    /// Writes and registers the agent, unless both was done and still holds: a file that says something else,
+    /// like the path of another executable, is written anew, and a registration that is gone is made again.
     void installLaunchAgent();
 
     /// Unregisters the agent and deletes its file, if there is one.
@@ -54,6 +55,7 @@ private:
 
     void run(Operation operation, const QString& failure) const;
     QString install() const;
+    QString writeDocument() const;
     QString remove() const;
     QString deactivate() const;
 

@@ -105,7 +105,7 @@ TarnwickApp::Parts DisplayProgram::appParts() {
                          .launchAgent = &m_loginAgent.manager(),
                          .applicationImage = applicationImage},
             .musicSource = m_session.source(),
-            .runningCopies = [this] { return m_copies.count(); },
+            .isFirstCopy = [this] { return m_copies.isFirst(); },
             .canComeBack = [this] { return canComeBack(); },
             .makePreferencesWindow =
                 [this] { return m_preferencesOfMenu ? m_preferencesOfMenu->open() : nullptr; },

@@ -45,11 +45,11 @@ void TarnwickApp::endSplash() {
 
 void TarnwickApp::startUp() {
     later({}, &TarnwickApp::setUpWindow);
-    if (m_parts.runningCopies() >= 2)
+    if (!m_parts.isFirstCopy())
         return;
     if (m_settings.launchAtLogin()) {
-        if (LaunchAgentManager* agent = m_parts.settings.launchAgent; agent && !agent->isInstalled())
-            agent->installLaunchAgent();
+        if (LaunchAgentManager* agent = m_parts.settings.launchAgent)
+            agent->installLaunchAgent(); // or repairs it
         later(startupPlaylistDelay, &TarnwickApp::playStartupPlaylist);
     }
     m_fillsPlaylistMenu = true;

@@ -38,7 +38,7 @@ public:
     struct Parts {
         Settings::Parts settings;
         MusicSource& musicSource;
-        std::function<int()> runningCopies;                      ///< this one included
+        std::function<bool()> isFirstCopy;                       ///< none that was started before it runs
         std::function<bool()> canComeBack;                       ///< see `MainWindowDelegate`
         std::function<windows::Window*()> makePreferencesWindow; ///< may be empty, may give none
         std::function<void(bool forClock)> importFonts;

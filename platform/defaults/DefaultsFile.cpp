@@ -8,8 +8,10 @@
 #include <QSaveFile>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <chrono>
 #include <thread>
 
@@ -22,6 +24,7 @@ using namespace std::chrono_literals;
 /// A writer holds the lock for milliseconds; one that was stopped in the middle must not stop us too.
 constexpr auto longestWait = 1s;
 constexpr auto pauseBetweenTries = 500us;
+constexpr auto pauseBetweenLooks = 10ms;
 
 void merge(QJsonObject& into, const QJsonObject& changes) {
     for (auto it = changes.begin(); it != changes.end(); ++it)
@@ -61,23 +64,37 @@ private:
     QString m_error;
 };
 
-DefaultsFile::DefaultsFile(QString path, Report report)
-    : m_path(std::move(path)), m_report(std::move(report)) {}
-
-QJsonObject DefaultsFile::load() {
-    const QJsonObject changes = unwritten(); // first: what is written from here on is in the file
-    QString error;
-    auto content = read(&error);
-    if (!content) {
-        const Lock lock(m_path + QStringLiteral(".lock"));
-        content = read(&error); // somebody may have replaced it by now
-        if (!content) {
-            const QString failure = lock.error().isEmpty() ? setAside(error) : lock.error();
-            if (!failure.isEmpty())
-                m_report(QStringLiteral("The preferences in %1 cannot be read: %2").arg(m_path, failure));
-        }
+/// Tells, without reading it, whether something has happened to a file.
+class DefaultsFile::Mark {
+public:
+    explicit Mark(const QString& path) {
+        struct stat file = {};
+        if (::stat(QFile::encodeName(path).constData(), &file) == 0)
+            m_fields = {qint64(file.st_dev), qint64(file.st_ino), qint64(file.st_size),
+                        qint64(file.st_ctim.tv_sec), qint64(file.st_ctim.tv_nsec)};
     }
-    QJsonObject values = content.value_or(QJsonObject());
+    bool operator==(const Mark&) const = default;
+
+private:
+    std::array<qint64, 5> m_fields{};
+};
+
+DefaultsFile::DefaultsFile(QString path, Report report, Pause pause)
+    : m_path(std::move(path)), m_report(std::move(report)), m_pause(std::move(pause)),
+      m_wasThere(QFileInfo::exists(lockPath())) {}
+
+QJsonObject DefaultsFile::load(bool isQuiet) {
+    const QJsonObject changes = unwritten(); // first: what is written from here on is in the file
+    bool isWhole = isQuiet;
+    const Content content = isQuiet ? read() : readWhole(&isWhole);
+    if (!content.error.isEmpty())
+        m_report(QStringLiteral("The preferences in %1 cannot be read: %2").arg(m_path, content.error));
+    const std::scoped_lock guard(m_mutex);
+    if (content.values)
+        m_last = *content.values;
+    m_wasThere = m_wasThere || content.values;
+    m_lost = content.values || !isWhole ? nullptr : std::make_shared<Mark>(m_path);
+    QJsonObject values = m_last;
     merge(values, changes);
     return values;
 }
@@ -90,7 +107,7 @@ void DefaultsFile::tidy() {
     for (const QString& name : names) {
         if (!ending.match(name.mid(file.fileName().size())).hasMatch())
             continue;
-        const Lock lock(m_path + QStringLiteral(".lock")); // so nobody is writing one right now
+        const Lock lock(lockPath()); // so nobody is writing one right now
         if (lock.error().isEmpty())
             QFile::remove(folder.filePath(name));
     }
@@ -146,46 +163,69 @@ QJsonObject DefaultsFile::unwritten() {
 QString DefaultsFile::replace(const std::function<void(QJsonObject& content)>& amend) {
     if (!QDir().mkpath(QFileInfo(m_path).path()))
         return QStringLiteral("its folder cannot be made");
-    const Lock lock(m_path + QStringLiteral(".lock"));
+    const Lock lock(lockPath());
     if (!lock.error().isEmpty())
         return lock.error();
-    QString error;
-    auto content = read(&error);
-    if (!content) {
-        if (const QString failure = setAside(error); !failure.isEmpty())
+    bool isWhole = true;
+    Content content = readWhole(&isWhole);
+    if (!isWhole)
+        return QStringLiteral("somebody else is writing it");
+    if (!content.error.isEmpty())
+        if (const QString failure = setAside(content.error); !failure.isEmpty())
             return failure;
-        content.emplace();
+    if (!content.values) {
+        const std::scoped_lock guard(m_mutex);
+        content.values = m_last;
     }
-    amend(*content);
+    amend(*content.values);
     QSaveFile file(m_path);
-    const QByteArray bytes = QJsonDocument(*content).toJson();
+    const QByteArray bytes = QJsonDocument(*content.values).toJson();
     // Unbuffered, because commit() does not notice that the last buffer found no room.
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write(bytes) != bytes.size() ||
         !file.commit())
         return file.errorString();
+    const std::scoped_lock guard(m_mutex);
+    m_last = *content.values;
+    m_wasThere = true;
     return {};
 }
 
-/// A file that is not there is an empty one.
-std::optional<QJsonObject> DefaultsFile::read(QString* error) const {
+QString DefaultsFile::lockPath() const { return m_path + QStringLiteral(".lock"); }
+
+DefaultsFile::Content DefaultsFile::read() const {
     QFile file(m_path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        if (!QFileInfo(m_path).exists())
-            return QJsonObject();
-        *error = file.errorString();
-        return std::nullopt;
-    }
+    if (!file.open(QIODevice::ReadOnly))
+        return {{}, QFileInfo::exists(m_path) ? file.errorString() : QString()};
     const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        *error = file.errorString();
-        return std::nullopt;
-    }
+    if (file.error() != QFileDevice::NoError)
+        return {{}, file.errorString()};
     QJsonParseError parseError;
     const auto document = QJsonDocument::fromJson(bytes, &parseError);
     if (document.isObject())
-        return document.object();
-    *error = document.isNull() ? parseError.errorString() : QStringLiteral("it holds no object");
-    return std::nullopt;
+        return {document.object(), {}};
+    return {{}, document.isNull() ? parseError.errorString() : QStringLiteral("it holds no object")};
+}
+
+/// Waits until the file can be read, or its writer is done; `*isWhole` tells whether one of the two came.
+DefaultsFile::Content DefaultsFile::readWhole(bool* isWhole) {
+    Mark mark(m_path);
+    Content content = read();
+    dispatch::Duration waited{}, quiet{};
+    while (!isBelieved(content, mark) && quiet < quietTime && waited < longestWait) {
+        m_pause(pauseBetweenLooks);
+        waited += pauseBetweenLooks;
+        const Mark before = std::exchange(mark, Mark(m_path));
+        quiet = mark == before ? quiet + pauseBetweenLooks : dispatch::Duration{};
+        content = read();
+    }
+    *isWhole = quiet >= quietTime || isBelieved(content, mark);
+    return content;
+}
+
+/// Whether it needs no waiting: it can be read, it was waited for already, or there never was a file.
+bool DefaultsFile::isBelieved(const Content& content, const Mark& mark) {
+    const std::scoped_lock guard(m_mutex);
+    return content.values || (m_lost && *m_lost == mark) || (content.error.isEmpty() && !m_wasThere);
 }
 
 /// Moves the file out of the way; returns the error, empty for none. The lock must be held.

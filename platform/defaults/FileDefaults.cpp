@@ -5,6 +5,7 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <thread>
 
 namespace tarnwick::defaults {
 
@@ -50,8 +51,13 @@ QString FileDefaults::standardPath() {
 }
 
 FileDefaults::FileDefaults(const QString& path, dispatch::Dispatcher& dispatcher, Report report)
-    : m_dispatcher(dispatcher), m_file(std::make_shared<DefaultsFile>(path, std::move(report))) {
-    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, &FileDefaults::reload);
+    : m_dispatcher(dispatcher),
+      m_file(std::make_shared<DefaultsFile>(path, std::move(report), [&dispatcher](dispatch::Duration pause) {
+          if (!dispatcher.sleepFor(pause))
+              std::this_thread::sleep_for(pause); // what is left to be stored at the end waits all the same
+      })) {
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, &FileDefaults::somethingHappened);
+    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, &FileDefaults::somethingHappened);
     m_file->tidy();
     watch(); // before the file is read: what is changed between the two is told
     m_values = m_file->load();
@@ -59,6 +65,7 @@ FileDefaults::FileDefaults(const QString& path, dispatch::Dispatcher& dispatcher
 
 FileDefaults::~FileDefaults() {
     m_writing.cancel();
+    m_reloading.cancel();
     m_file->write();
 }
 
@@ -66,7 +73,7 @@ bool FileDefaults::set(const QString& key, const Value& value) {
     m_values.insert(key, toJson(value));
     m_file->change(key, toJson(value));
     const bool isWritten = m_file->write();
-    watch();
+    watchNewFolder();
     return isWritten;
 }
 
@@ -91,7 +98,7 @@ bool FileDefaults::update(const QString& key, const Change& change) {
     };
     if (const auto stored = m_file->update(key, changed)) {
         m_values.insert(key, *stored);
-        watch();
+        watchNewFolder();
         return true;
     }
     const QJsonValue unstored = changed(m_values.value(key));
@@ -104,15 +111,33 @@ bool FileDefaults::update(const QString& key, const Change& change) {
 
 std::optional<Value> FileDefaults::value(const QString& key) const { return fromJson(m_values.value(key)); }
 
-/// The folder and not the file: a file that is replaced is another one to the watcher.
+/// The folder, because a file that is replaced is another one to the watcher; and the file, because the
+/// folder does not notice what is written into it.
 void FileDefaults::watch() {
     const QString folder = QFileInfo(m_file->path()).path();
     if (m_watcher.directories().isEmpty() && QFileInfo(folder).isDir())
         m_watcher.addPath(folder);
+    if (!m_watcher.files().isEmpty())
+        m_watcher.removePath(m_file->path()); // it may watch one that was replaced
+    if (QFileInfo::exists(m_file->path()))
+        m_watcher.addPath(m_file->path());
+}
+
+/// After a write that may have made the folder.
+void FileDefaults::watchNewFolder() {
+    if (m_watcher.directories().isEmpty())
+        watch();
+}
+
+void FileDefaults::somethingHappened() {
+    watch();
+    m_reloading.cancel();
+    m_reloading =
+        m_dispatcher.asyncAfter(m_dispatcher.mainQueue(), DefaultsFile::quietTime, [this] { reload(); });
 }
 
 void FileDefaults::reload() {
-    const QJsonObject before = std::exchange(m_values, m_file->load());
+    const QJsonObject before = std::exchange(m_values, m_file->load(true));
     QStringList keys = before.keys() + m_values.keys();
     std::sort(keys.begin(), keys.end());
     keys.erase(std::unique(keys.begin(), keys.end()), keys.end());

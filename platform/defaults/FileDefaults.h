@@ -10,7 +10,8 @@
 
 namespace tarnwick::defaults {
 
-/// Defaults in a file that several processes share.
+/// Defaults in a file that several processes share, and that people edit. It is read again when it has been
+/// quiet for `DefaultsFile::quietTime`.
 class FileDefaults : public Defaults {
 public:
     /// How long `setSoon` gathers what comes before it writes; it writes on another thread.
@@ -32,6 +33,8 @@ public:
 
 private:
     void watch();
+    void watchNewFolder();
+    void somethingHappened();
     void reload();
 
     dispatch::Dispatcher& m_dispatcher;
@@ -39,6 +42,7 @@ private:
     QJsonObject m_values;
     QFileSystemWatcher m_watcher;
     dispatch::WorkItem m_writing;
+    dispatch::WorkItem m_reloading;
     bool m_writeIsDue = false;
 };
 

@@ -10,6 +10,8 @@
 #include <QStandardPaths>
 #include <QXmlStreamReader>
 
+#include <algorithm>
+
 namespace tarnwick::launchctl {
 
 namespace {
@@ -29,6 +31,7 @@ public:
         process.waitForFinished(longestRun);
         return {};
     }
+    bool isRegistered(const QString& file) const override { return QFileInfo::exists(file); }
     void forget(const QString&) override {}
 
 private:
@@ -40,6 +43,11 @@ struct Agent {
     QString label;
     QStringList programArguments;
     bool runAtLoad = false;
+
+    /// Whether it can be and wants to be started.
+    bool isStarted() const {
+        return runAtLoad && !programArguments.isEmpty() && !label.isEmpty() && !label.contains(u'/');
+    }
 };
 
 Agent readAgent(QIODevice& file) {
@@ -77,6 +85,20 @@ QByteArray autostartEntry(const Agent& agent, const QString& file) {
         .toUtf8();
 }
 
+/// The lines of the group that says what is started, sorted.
+QList<QByteArray> linesOfEntry(const QByteArray& entry) {
+    QList<QByteArray> lines;
+    bool isInside = false;
+    for (const QByteArray& line : entry.split('\n')) {
+        if (line.startsWith('['))
+            isInside = line.trimmed() == "[Desktop Entry]";
+        if (isInside && !line.trimmed().isEmpty())
+            lines.append(line);
+    }
+    std::sort(lines.begin(), lines.end());
+    return lines;
+}
+
 } // namespace
 
 std::unique_ptr<Launchctl> makeLaunchctl() {
@@ -100,17 +122,34 @@ QString AutostartLaunchctl::bootstrap(const QString& file) const {
     if (!list.open(QIODevice::ReadOnly))
         return list.errorString();
     const Agent agent = readAgent(list);
-    if (agent.label.isEmpty() || agent.label.contains(u'/') || agent.programArguments.isEmpty() ||
-        !agent.runAtLoad)
+    if (!agent.isStarted())
         return {};
     if (!QDir().mkpath(m_folder))
         return QStringLiteral("%1: the folder cannot be made").arg(m_folder);
-    QSaveFile entry(m_folder + u'/' + agent.label + QStringLiteral(".desktop"));
+    QSaveFile entry(entryPath(agent.label));
     const QByteArray text = autostartEntry(agent, file);
     if (!entry.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || entry.write(text) != text.size() ||
         !entry.commit())
         return entry.errorString();
     return {};
+}
+
+/// Desktops add lines of their own to an entry; what it starts is what counts.
+bool AutostartLaunchctl::isRegistered(const QString& file) const {
+    QFile list(file);
+    if (!list.open(QIODevice::ReadOnly))
+        return false;
+    const Agent agent = readAgent(list);
+    QFile entry(entryPath(agent.label));
+    if (!agent.isStarted() || !entry.open(QIODevice::ReadOnly))
+        return false;
+    const auto held = linesOfEntry(entry.readAll());
+    const auto wanted = linesOfEntry(autostartEntry(agent, file));
+    return std::includes(held.begin(), held.end(), wanted.begin(), wanted.end());
+}
+
+QString AutostartLaunchctl::entryPath(const QString& label) const {
+    return m_folder + u'/' + label + QStringLiteral(".desktop");
 }
 
 void AutostartLaunchctl::forget(const QString& file) {

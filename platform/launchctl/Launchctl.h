@@ -21,6 +21,10 @@ public:
     /// the command could not be run; empty when it was, whatever came of it.
     virtual QString run(const QStringList& arguments) = 0;
 
+    /// Whether the agent of the property list `file`, as it is now, is one that the next login starts.
+    /// Somebody may have switched it off by the desktop's own means, which is respected.
+    virtual bool isRegistered(const QString& file) const = 0;
+
     /// Tells that the property list `file` is gone for good.
     virtual void forget(const QString& file) = 0;
 };
@@ -35,10 +39,12 @@ public:
     explicit AutostartLaunchctl(QString folder);
 
     QString run(const QStringList& arguments) override;
+    bool isRegistered(const QString& file) const override;
     void forget(const QString& file) override;
 
 private:
     QString bootstrap(const QString& file) const;
+    QString entryPath(const QString& label) const;
 
     const QString m_folder;
 };

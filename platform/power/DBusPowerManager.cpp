@@ -1,195 +1,247 @@
 #include "platform/power/DBusPowerManager.h"
 
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusObjectPath>
-#include <QDBusUnixFileDescriptor>
-#include <QFileInfo>
-#include <QVariantMap>
+#include "platform/power/ScreenSaverSuspension.h"
 
+#include <QDBusServiceWatcher>
+#include <QGuiApplication>
+#include <QThread>
+
+#include <algorithm>
 #include <atomic>
 #include <map>
 #include <mutex>
+#include <vector>
 
 namespace tarnwick::power {
 
 namespace {
 
-const auto applicationName = QStringLiteral("Tarnwick");
-constexpr unsigned portalIdleFlag = 8;
-
 /// The one with threads to spare: a service that hangs holds a thread for a second.
 constexpr auto askingQueue = dispatch::QualityOfService::Default;
 
-/// Whether there is a session bus, without the start of one that connecting could mean.
-bool hasSessionBus() {
-    return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
-           QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
+/// Where the X server is; none when there is no business with one.
+std::optional<QByteArray> displayOf(const DBusPowerManager::Places& places) {
+    if (places.display.isEmpty() && QGuiApplication::platformName() != QLatin1String("xcb"))
+        return std::nullopt;
+    return places.display.toUtf8();
 }
 
-/// A bus connection that is nobody else's.
-class Connection {
-public:
-    Connection(QDBusConnection::BusType type, const QString& address) : m_bus(open(type, address, m_name)) {}
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
-    ~Connection() { QDBusConnection::disconnectFromBus(m_name); }
-
-    bool isConnected() const { return m_bus.isConnected(); }
-
-    /// Blocks for as long as a service may take.
-    QDBusMessage call(const QDBusMessage& message) {
-        return m_bus.call(message, QDBus::Block, int(DBusPowerManager::timeout.count()));
-    }
-
-private:
-    static QString uniqueName() {
-        static std::atomic<int> number = 0;
-        return QStringLiteral("tarnwick-power-%1").arg(++number);
-    }
-    static QDBusConnection open(QDBusConnection::BusType type, const QString& address, const QString& name) {
-        if (!address.isEmpty())
-            return QDBusConnection::connectToBus(address, name);
-        if (type == QDBusConnection::SessionBus && !hasSessionBus())
-            return QDBusConnection(name);
-        return QDBusConnection::connectToBus(type, name);
-    }
-
-    const QString m_name = uniqueName();
-    QDBusConnection m_bus;
+/// What an assertion is kept by.
+struct Hold {
+    QString reason;
+    std::unique_ptr<Inhibition> inhibition;
+    std::unique_ptr<ScreenSaverSuspension> suspension;
 };
-
-/// A granted request. Its end is the request's end.
-class Grant {
-public:
-    Grant(std::unique_ptr<Connection> connection, std::optional<QDBusMessage> ending, QVariant held = {})
-        : m_connection(std::move(connection)), m_ending(std::move(ending)), m_held(std::move(held)) {}
-    Grant(const Grant&) = delete;
-    Grant& operator=(const Grant&) = delete;
-    ~Grant() = default;
-
-    /// Ends it with a word. Blocks for as long as a service may take.
-    void end() {
-        if (m_ending)
-            m_connection->call(*m_ending);
-    }
-
-private:
-    std::unique_ptr<Connection> m_connection;
-    std::optional<QDBusMessage> m_ending;
-    QVariant m_held; ///< logind's descriptor; closing it ends the request
-};
-
-/// What a service is asked, and what ends it again given the reply's first value.
-struct Request {
-    QDBusMessage message;
-    std::function<std::optional<QDBusMessage>(const QVariant& reply)> ending;
-};
-
-Request screenSaverRequest(const QString& reason) {
-    const auto call = [](const QString& method) {
-        return QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.ScreenSaver"),
-                                              QStringLiteral("/org/freedesktop/ScreenSaver"),
-                                              QStringLiteral("org.freedesktop.ScreenSaver"), method);
-    };
-    auto message = call(QStringLiteral("Inhibit"));
-    message << applicationName << reason;
-    return {message, [call](const QVariant& cookie) {
-                auto ending = call(QStringLiteral("UnInhibit"));
-                ending << cookie.toUInt();
-                return std::optional(ending);
-            }};
-}
-
-Request portalRequest(const QString& reason) {
-    const auto service = QStringLiteral("org.freedesktop.portal.Desktop");
-    auto message = QDBusMessage::createMethodCall(service, QStringLiteral("/org/freedesktop/portal/desktop"),
-                                                  QStringLiteral("org.freedesktop.portal.Inhibit"),
-                                                  QStringLiteral("Inhibit"));
-    message << QString() << portalIdleFlag << QVariantMap{{QStringLiteral("reason"), reason}};
-    return {message, [service](const QVariant& handle) {
-                return std::optional(QDBusMessage::createMethodCall(
-                    service, handle.value<QDBusObjectPath>().path(),
-                    QStringLiteral("org.freedesktop.portal.Request"), QStringLiteral("Close")));
-            }};
-}
-
-Request logindRequest(const QString& reason) {
-    auto message = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.login1"), QStringLiteral("/org/freedesktop/login1"),
-        QStringLiteral("org.freedesktop.login1.Manager"), QStringLiteral("Inhibit"));
-    message << QStringLiteral("idle") << applicationName << reason << QStringLiteral("block");
-    return {message, [](const QVariant&) { return std::optional<QDBusMessage>(); }};
-}
-
-/// A new connection for each service: a request that was given up must not be granted later on.
-std::unique_ptr<Grant> ask(QDBusConnection::BusType type, const QString& address, const Request& request) {
-    auto connection = std::make_unique<Connection>(type, address);
-    if (!connection->isConnected())
-        return nullptr;
-    const QDBusMessage reply = connection->call(request.message);
-    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
-        return nullptr;
-    const QVariant value = reply.arguments().constFirst();
-    return std::make_unique<Grant>(std::move(connection), request.ending(value), value);
-}
-
-std::unique_ptr<Grant> askEverybody(const DBusPowerManager::Buses& buses, const QString& reason) {
-    if (auto grant = ask(QDBusConnection::SessionBus, buses.session, screenSaverRequest(reason)))
-        return grant;
-    if (auto grant = ask(QDBusConnection::SessionBus, buses.session, portalRequest(reason)))
-        return grant;
-    return ask(QDBusConnection::SystemBus, buses.system, logindRequest(reason));
-}
 
 } // namespace
 
-struct DBusPowerManager::State {
-    explicit State(Buses buses_) : buses(std::move(buses_)) {}
+/// Tells when the services come and go.
+class DBusPowerManager::Watch {
+public:
+    using Changed = std::function<void(Service service, const QString& owner)>;
 
-    const Buses buses;
-    std::mutex mutex;
-    std::map<Assertion, std::unique_ptr<Grant>> grants;
-    Assertion last = 0;
+    /// Blocks until the buses watch. `changed` is called on the thread that this is moved to.
+    Watch(const Places& places, const Changed& changed)
+        : m_session(QDBusConnection::SessionBus, places.session),
+          m_system(QDBusConnection::SystemBus, places.system) {
+        for (const Service service : allServices) {
+            const Connection& connection =
+                busOf(service) == QDBusConnection::SystemBus ? m_system : m_session;
+            auto watcher = std::make_unique<QDBusServiceWatcher>(nameOf(service), connection.bus(),
+                                                                 QDBusServiceWatcher::WatchForOwnerChange);
+            QObject::connect(watcher.get(), &QDBusServiceWatcher::serviceOwnerChanged, watcher.get(),
+                             [service, changed](const QString&, const QString&, const QString& owner) {
+                                 changed(service, owner);
+                             });
+            m_watchers.push_back(std::move(watcher));
+        }
+        const QString bus = QStringLiteral("org.freedesktop.DBus");
+        for (const Connection* connection :
+             {&m_session, &m_system}) // an answer comes after what was asked before
+            if (connection->isConnected())
+                connection->call(QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"),
+                                                                bus, QStringLiteral("GetId")));
+    }
+
+    void moveToThread(QThread* thread) {
+        for (const auto& watcher : m_watchers)
+            watcher->moveToThread(thread);
+    }
+
+    bool seesAnybody() const { return m_session.isConnected() || m_system.isConnected(); }
+
+private:
+    const Connection m_session;
+    const Connection m_system;
+    std::vector<std::unique_ptr<QDBusServiceWatcher>> m_watchers;
+};
+
+/// Used on the queue, and for its end on the main thread.
+struct DBusPowerManager::State {
+    State(Places places_, std::optional<QByteArray> display_)
+        : places(std::move(places_)), display(std::move(display_)) {}
+
+    bool startWatching(const Watch::Changed& changed);
+    void take(Assertion assertion, bool mayStart);
+    void drop(Service service, const QString& owner);
+    bool isHeldBy(Service service);
+    std::vector<Assertion> assertions();
+
+    const Places places;
+    const std::optional<QByteArray> display;
+    QThread* const mainThread = QThread::currentThread();
+    std::mutex mutex; ///< for all that follows; held for moments
+    std::map<Assertion, Hold> holds;
+    std::unique_ptr<Watch> watch;
     std::atomic<bool> ended = false;
 };
 
-DBusPowerManager::DBusPowerManager(dispatch::Dispatcher& dispatcher, Buses buses)
-    : m_dispatcher(dispatcher), m_state(std::make_shared<State>(std::move(buses))) {}
+/// Whether there is anybody who could come.
+bool DBusPowerManager::State::startWatching(const Watch::Changed& changed) {
+    if (!watch) {
+        auto made = std::make_unique<Watch>(places, changed);
+        const std::scoped_lock lock(mutex);
+        if (ended)
+            return false;
+        made->moveToThread(mainThread);
+        watch = std::move(made);
+    }
+    return watch->seesAnybody();
+}
+
+/// Asks whoever is better than the one by whom the assertion is held, until somebody grants it.
+void DBusPowerManager::State::take(Assertion assertion, bool mayStart) {
+    QString reason;
+    std::unique_ptr<Inhibition> granted;
+    std::unique_ptr<ScreenSaverSuspension> suspension;
+    std::optional<Service> now;
+    {
+        const std::scoped_lock lock(mutex);
+        const auto hold = holds.find(assertion);
+        if (hold == holds.end())
+            return;
+        reason = hold->second.reason;
+        if (hold->second.inhibition)
+            now = hold->second.inhibition->service();
+        suspension = std::move(hold->second.suspension);
+    }
+    for (const Service service : allServices) {
+        if (granted || (now && *now <= service))
+            break;
+        granted = Inhibition::ask(
+            service, busOf(service) == QDBusConnection::SystemBus ? places.system : places.session, reason,
+            mayStart);
+        if (granted)
+            now = service;
+    }
+    // The portal and logind may grant what has no effect on an X server that nobody else looks after.
+    if (now == Service::ScreenSaver)
+        suspension.reset();
+    else if (display && !suspension)
+        suspension = ScreenSaverSuspension::ask(*display);
+    {
+        const std::scoped_lock lock(mutex);
+        if (const auto hold = holds.find(assertion); hold != holds.end() && !ended) {
+            hold->second.suspension = std::move(suspension);
+            if (granted)
+                std::swap(hold->second.inhibition, granted);
+        }
+    }
+    if (granted)
+        granted->end(); // the one before, or one that came too late
+}
+
+/// Forgets what was granted by a process that `service` is not any more.
+void DBusPowerManager::State::drop(Service service, const QString& owner) {
+    std::vector<std::unique_ptr<Inhibition>> gone;
+    const std::scoped_lock lock(mutex);
+    for (auto& [assertion, hold] : holds)
+        if (hold.inhibition && hold.inhibition->service() == service && hold.inhibition->owner() != owner)
+            gone.push_back(std::move(hold.inhibition));
+}
+
+/// Whether every assertion is held by it or by a better one.
+bool DBusPowerManager::State::isHeldBy(Service service) {
+    const std::scoped_lock lock(mutex);
+    return std::all_of(holds.begin(), holds.end(), [service](const auto& each) {
+        const auto& inhibition = each.second.inhibition;
+        return inhibition && inhibition->service() <= service;
+    });
+}
+
+std::vector<PowerManager::Assertion> DBusPowerManager::State::assertions() {
+    const std::scoped_lock lock(mutex);
+    std::vector<Assertion> all;
+    for (const auto& [assertion, hold] : holds)
+        all.push_back(assertion);
+    return all;
+}
+
+DBusPowerManager::DBusPowerManager(dispatch::Dispatcher& dispatcher, const Places& places)
+    : m_dispatcher(dispatcher), m_queue(dispatcher.globalQueue(askingQueue)),
+      m_state(std::make_shared<State>(places, displayOf(places))) {}
 
 DBusPowerManager::~DBusPowerManager() {
     const std::scoped_lock lock(m_state->mutex);
     m_state->ended = true;
-    m_state->grants.clear();
+    m_state->watch.reset();
+    m_state->holds.clear();
 }
 
 void DBusPowerManager::preventUserIdleDisplaySleep(const QString& reason, CreatedHandler created) {
-    auto& queue = m_dispatcher.globalQueue(askingQueue);
-    queue.async([state = m_state, &dispatcher = m_dispatcher, reason, created = std::move(created)] {
-        auto grant = askEverybody(state->buses, reason);
-        std::optional<Assertion> assertion;
-        if (const std::scoped_lock lock(state->mutex); grant && !state->ended) {
-            assertion = ++state->last;
-            state->grants.emplace(*assertion, std::move(grant));
+    const Watch::Changed changed = [this](Service service, const QString& owner) {
+        renew(service, owner, repetitions); // the watch ends with this object
+    };
+    m_queue.async([state = m_state, &dispatcher = m_dispatcher, assertion = ++m_last, reason, changed,
+                   created = std::move(created)] {
+        const bool somebodyMayCome = state->startWatching(changed);
+        {
+            const std::scoped_lock lock(state->mutex);
+            if (state->ended)
+                return;
+            state->holds[assertion].reason = reason;
         }
-        dispatcher.mainQueue().async([state, created, assertion] {
+        state->take(assertion, true);
+        std::optional<Assertion> answer = assertion;
+        if (const std::scoped_lock lock(state->mutex); !somebodyMayCome && !state->ended) {
+            if (!state->holds[assertion].suspension) {
+                state->holds.erase(assertion);
+                answer.reset();
+            }
+        }
+        dispatcher.mainQueue().async([state, created, answer] {
             if (!state->ended)
-                created(assertion);
+                created(answer);
         });
     });
 }
 
 void DBusPowerManager::release(Assertion assertion) {
-    auto& queue = m_dispatcher.globalQueue(askingQueue);
-    queue.async([state = m_state, assertion] {
-        std::unique_ptr<Grant> grant;
+    m_queue.async([state = m_state, assertion] {
+        Hold hold;
         {
             const std::scoped_lock lock(state->mutex);
-            if (const auto node = state->grants.extract(assertion))
-                grant = std::move(node.mapped());
+            if (auto node = state->holds.extract(assertion))
+                hold = std::move(node.mapped());
         }
-        if (grant)
-            grant->end();
+        if (hold.inhibition)
+            hold.inhibition->end();
+    });
+}
+
+/// `owner` is the process that has the service's name now; empty for nobody.
+void DBusPowerManager::renew(Service service, const QString& owner, int repetitionsLeft) {
+    m_queue.async([this, state = m_state, &dispatcher = m_dispatcher, service, owner, repetitionsLeft] {
+        state->drop(service, owner);
+        for (const Assertion assertion : state->assertions())
+            state->take(assertion, false);
+        if (owner.isEmpty() || repetitionsLeft == 0 || state->isHeldBy(service))
+            return;
+        dispatcher.asyncAfter(dispatcher.mainQueue(), timeToRepetition,
+                              [this, state, service, owner, repetitionsLeft] {
+                                  if (!state->ended)
+                                      renew(service, owner, repetitionsLeft - 1);
+                              });
     });
 }
 

@@ -20,9 +20,10 @@ public:
     virtual ~PowerManager() = default;
 
     /// Asks that an idle user's display stays awake, giving `reason` to whoever looks. Returns at once;
-    /// `created` is called later on the main queue with the assertion, or with none when nobody here
-    /// grants one, and not any more once this object has gone. It ends when it is released, and at the latest
-    /// with the process.
+    /// `created` is called later on the main queue with the assertion, or with none when nobody here could
+    /// ever grant one, and not any more once this object has gone. The assertion holds whenever there is
+    /// somebody who grants it, whoever comes and goes; it ends when it is released, and at the latest with
+    /// the process.
     virtual void preventUserIdleDisplaySleep(const QString& reason, CreatedHandler created) = 0;
 
     /// Ends an assertion. Returns at once.

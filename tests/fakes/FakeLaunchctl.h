@@ -14,10 +14,12 @@ public:
         calls.append(arguments.join(u' '));
         return error;
     }
+    bool isRegistered(const QString&) const override { return registered; }
     void forget(const QString& file) override { calls.append(QStringLiteral("forget ") + file); }
 
     QStringList commands; ///< without their arguments
     QStringList calls;
+    bool registered = true;
     QString error; ///< what every command says; empty when it succeeds
 };
 

@@ -1,6 +1,5 @@
 #include "app/desktop/DesktopApplication.h"
 #include "app/desktop/FontFileChooser.h"
-#include "app/desktop/RunningCopies.h"
 #include "app/desktop/StopSignals.h"
 #include "app/program/KeyView.h"
 #include "app/program/MenuShortcuts.h"
@@ -21,36 +20,6 @@
 
 namespace tarnwick {
 namespace {
-
-TEST(RunningCopies, CrashedOnesDoNotCount) {
-    QTemporaryDir folder;
-    const QString inside = folder.filePath("tarnwick"); // made when it is missing
-    const RunningCopies own(inside);
-    EXPECT_EQ(own.count(), 1);
-    const QString stale = writeFile(inside + "/copy-999999", {});
-    EXPECT_EQ(own.count(), 1);
-    EXPECT_FALSE(QFile::exists(stale));
-    int ready[2] = {}, done[2] = {};
-    ASSERT_EQ(pipe(ready) + pipe(done), 0);
-    const pid_t other = fork();
-    if (other == 0) { // another process, with a lock of its own
-        const RunningCopies copy(inside);
-        char byte = 0;
-        [[maybe_unused]] auto ignored = write(ready[1], &byte, 1);
-        ignored = read(done[0], &byte, 1);
-        _exit(0); // as if it had crashed
-    }
-    char byte = 0;
-    ASSERT_EQ(read(ready[0], &byte, 1), 1);
-    EXPECT_EQ(own.count(), 2);
-    ASSERT_EQ(write(done[1], &byte, 1), 1);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return own.count() == 1; }));
-}
-
-TEST(RunningCopies, WithoutAFolderItIsTheOnlyOne) {
-    EXPECT_EQ(RunningCopies(QString()).count(), 1);
-    EXPECT_EQ(RunningCopies("/proc/nowhere").count(), 1);
-}
 
 TEST(DesktopApplication, TheFirstCopyIsAskedAndTheNextTakesOver) {
     const PrivateBus bus;

@@ -25,7 +25,7 @@ protected:
             .settings =
                 {.dispatcher = dispatcher, .defaults = defaults, .windows = windows, .launchAgent = &agent},
             .musicSource = *source,
-            .runningCopies = [this] { return copies; },
+            .isFirstCopy = [this] { return isFirstCopy; },
             .canComeBack = [] { return true; },
             .makePreferencesWindow =
                 [this] {
@@ -71,7 +71,7 @@ protected:
     LaunchAgentManager agent{{folder.path(), "org.tarnwick.Tarnwick", "/usr/bin/tarnwick", launchctl, nullptr,
                               [](const auto&) {}}};
     QStringList imports;
-    int copies = 1;
+    bool isFirstCopy = true;
     int preferencesMade = 0;
     int quits = 0;
     std::unique_ptr<TarnwickApp> app;
@@ -102,6 +102,9 @@ TEST_F(TarnwickAppTest, AStartAtLoginInstallsTheAgentAndPlaysThePlaylist) {
 
     start();
     EXPECT_THAT(launchctl.commands, ElementsAre("bootstrap")) << "the agent is there";
+    launchctl.registered = false;
+    start();
+    EXPECT_THAT(launchctl.commands, ElementsAre("bootstrap", "bootstrap")) << "its registration is not";
 }
 
 TEST_F(TarnwickAppTest, WithoutStartAtLoginNothingIsInstalledOrPlayed) {
@@ -114,7 +117,7 @@ TEST_F(TarnwickAppTest, WithoutStartAtLoginNothingIsInstalledOrPlayed) {
 
 TEST_F(TarnwickAppTest, ASecondCopyLeavesAllThatToTheFirst) {
     defaults.set("launchAtLogin", true);
-    copies = 2;
+    isFirstCopy = false;
     windows::FakeWindow& window = windows.addWindow();
     start();
     dispatcher.advance(10s);

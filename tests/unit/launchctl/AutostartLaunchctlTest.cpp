@@ -80,6 +80,38 @@ TEST_F(AutostartLaunchctlTest, UnloadingKeepsTheNextLoginsStartAndForgettingEnds
     EXPECT_THAT(QDir(autostart).entryList(QDir::Files), ElementsAre("other.desktop"));
 }
 
+TEST_F(AutostartLaunchctlTest, AnAgentIsRegisteredWhileItsEntryStartsIt) {
+    const QString agent = writeAgent("a.plist", "/usr/bin/player");
+    EXPECT_FALSE(launchctl.isRegistered(agent));
+    bootstrap(agent);
+    EXPECT_TRUE(launchctl.isRegistered(agent));
+    const QByteArray good = readFile(entry);
+    const std::pair<const char*, QByteArray> respected[] = {
+        {"switched off by the desktop", good + "X-GNOME-Autostart-enabled=false\nHidden=true\n"},
+        {"with an action", good + "Actions=Quit;\n[Desktop Action Quit]\nExec=quit\n"},
+    };
+    for (const auto& [what, text] : respected) {
+        writeFile(entry, text);
+        EXPECT_TRUE(launchctl.isRegistered(agent)) << what;
+    }
+    const std::pair<const char*, QByteArray> broken[] = {
+        {"empty", {}},
+        {"cut off", good.left(good.size() / 2)},
+        {"another executable", QByteArray(good).replace("/usr/bin/player", "/opt/player")},
+        {"in another group", "[Desktop Action Quit]\n" + good.mid(good.indexOf('\n') + 1)},
+    };
+    for (const auto& [what, text] : broken) {
+        writeFile(entry, text);
+        EXPECT_FALSE(launchctl.isRegistered(agent)) << what;
+        bootstrap(agent);
+        EXPECT_EQ(readFile(entry), good) << what;
+    }
+    writeAgent("a.plist", "/opt/player");
+    EXPECT_FALSE(launchctl.isRegistered(agent)) << "the entry starts what the agent was";
+    QFile::remove(agent);
+    EXPECT_FALSE(launchctl.isRegistered(agent));
+}
+
 TEST_F(AutostartLaunchctlTest, SaysWhatItCannotDoAndIgnoresWhatIsNoAgent) {
     EXPECT_NE(bootstrap(folder.filePath("missing")), QString());
     EXPECT_EQ(bootstrap(write("b", "<plist><dict>")), QString());

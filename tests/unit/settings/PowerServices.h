@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <QDBusContext>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusServiceWatcher>
@@ -48,16 +49,16 @@ private:
 };
 
 /// An object that a bus knows by a name as long as it lives.
-class Service : public QObject, protected QDBusContext {
+class StandIn : public QObject, protected QDBusContext {
     Q_OBJECT
 
 protected:
-    Service(const QDBusConnection& bus, const QString& name, const QString& path)
+    StandIn(const QDBusConnection& bus, const QString& name, const QString& path)
         : m_bus(bus), m_name(name), m_path(path) {
         m_bus.registerObject(path, this, QDBusConnection::ExportAllSlots);
         m_bus.registerService(name);
     }
-    ~Service() override {
+    ~StandIn() override {
         m_bus.unregisterService(m_name);
         m_bus.unregisterObject(m_path);
     }
@@ -70,28 +71,36 @@ private:
 };
 
 /// Stands in for the screen saver.
-class ScreenSaverService : public Service {
+class ScreenSaverService : public StandIn {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.ScreenSaver")
 
 public:
-    explicit ScreenSaverService(const QDBusConnection& bus, bool hangs = false)
-        : Service(bus, "org.freedesktop.ScreenSaver", "/org/freedesktop/ScreenSaver"), inhibitions(bus),
-          m_hangs(hangs) {}
+    enum class Manner { Grants, Refuses, Hangs };
+
+    explicit ScreenSaverService(const QDBusConnection& bus, Manner manner = Manner::Grants)
+        : StandIn(bus, "org.freedesktop.ScreenSaver", "/org/freedesktop/ScreenSaver"), inhibitions(bus),
+          m_manner(manner) {}
+
+    void setManner(Manner manner) { m_manner = manner; }
 
     Inhibitions inhibitions;
 
 public Q_SLOTS:
     uint Inhibit(const QString& application, const QString& reason) {
         Q_UNUSED(application)
-        if (m_hangs)
+        if (m_manner == Manner::Refuses) {
+            sendErrorReply(QDBusError::Failed);
+            return 0;
+        }
+        if (m_manner == Manner::Hangs)
             setDelayedReply(true);
         return inhibitions.add(message().service(), reason);
     }
     void UnInhibit(uint cookie) { inhibitions.remove(cookie); }
 
 private:
-    const bool m_hangs;
+    Manner m_manner;
 };
 
 /// Stands in for a request of the portal.
@@ -111,13 +120,13 @@ private:
 };
 
 /// Stands in for the portal; knows only the idle flag.
-class PortalService : public Service {
+class PortalService : public StandIn {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Inhibit")
 
 public:
     explicit PortalService(const QDBusConnection& bus)
-        : Service(bus, "org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop"),
+        : StandIn(bus, "org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop"),
           inhibitions(bus) {}
 
     Inhibitions inhibitions;
@@ -138,13 +147,13 @@ private:
 };
 
 /// Stands in for logind: an inhibition ends when the last copy of its descriptor is closed.
-class LogindService : public Service {
+class LogindService : public StandIn {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.login1.Manager")
 
 public:
     explicit LogindService(const QDBusConnection& bus)
-        : Service(bus, "org.freedesktop.login1", "/org/freedesktop/login1") {}
+        : StandIn(bus, "org.freedesktop.login1", "/org/freedesktop/login1") {}
 
     QString reason;
     int count = 0;

@@ -5,6 +5,7 @@
 #include "tests/fakes/CountingPower.h"
 #include "tests/fakes/FakeLaunchctl.h"
 #include "tests/fakes/FakeWindows.h"
+#include "tests/fakes/Files.h"
 
 #include <QCryptographicHash>
 #include <QFile>
@@ -187,6 +188,25 @@ TEST_F(SettingsTest, StartingAtLoginInstallsAndRemovesTheAgentOncePerChange) {
     EXPECT_THAT(launchctl.calls, ElementsAre(QStringLiteral("bootstrap gui/%1 ").arg(::getuid()) + file,
                                              "unload " + file, "unload " + file, "forget " + file));
     EXPECT_THAT(log, IsEmpty());
+}
+
+TEST_F(SettingsTest, AnAgentThatIsNotWhatItShouldBeIsRepaired) {
+    const auto bootstraps = [this] { return launchctl.commands.count("bootstrap"); };
+    launchctl.error = "not today";
+    agent.installLaunchAgent();
+    launchctl.error.clear();
+    launchctl.registered = false;
+    agent.installLaunchAgent();
+    EXPECT_EQ(bootstraps(), 2) << "the first failed";
+    launchctl.registered = true;
+    for (const QByteArray& bytes : {QByteArray(), agent.document().replace("/a b/", "/c/")}) {
+        writeFile(agent.agentFile(), bytes);
+        launchctl.commands.clear();
+        agent.installLaunchAgent();
+        agent.installLaunchAgent();
+        EXPECT_EQ(readFile(agent.agentFile()), agent.document());
+        EXPECT_EQ(bootstraps(), 1) << bytes.constData();
+    }
 }
 
 TEST_F(SettingsTest, TheAgentsFailuresArePrintedAndLeaveTheFileAsItIs) {

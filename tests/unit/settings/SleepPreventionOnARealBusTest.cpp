@@ -2,6 +2,7 @@
 #include "platform/power/DBusPowerManager.h"
 #include "settings/ScreenSaverManager.h"
 #include "tests/fakes/PrivateBus.h"
+#include "tests/unit/settings/BlankingXServer.h"
 #include "tests/unit/settings/PowerServices.h"
 
 #include <QElapsedTimer>
@@ -41,7 +42,7 @@ protected:
     PrivateBus session;
     PrivateBus system;
     dispatch::SystemDispatcher dispatcher;
-    DBusPowerManager power{dispatcher, {session.address(), system.address()}};
+    DBusPowerManager power{dispatcher, {session.address(), system.address(), {}}};
     ScreenSaverManager manager{&power};
 };
 
@@ -74,21 +75,127 @@ TEST_F(SleepPreventionOnARealBus, AsksThePortalNextAndLogindLast) {
     EXPECT_TRUE(waitFor([&] { return logind.count == 0; }));
 }
 
-TEST_F(SleepPreventionOnARealBus, NoServiceAndNoBusMeanNoAssertionAndNoFuss) {
-    DBusPowerManager nowhere(dispatcher, {"unix:path=/nonexistent", "unix:path=/nonexistent"});
-    for (power::PowerManager* each :
-         {static_cast<power::PowerManager*>(&power), static_cast<power::PowerManager*>(&nowhere)}) {
-        std::optional<std::optional<power::PowerManager::Assertion>> answer;
-        each->preventUserIdleDisplaySleep(reason, [&](auto assertion) { answer = assertion; });
-        ASSERT_TRUE(waitFor([&] { return answer.has_value(); }));
-        EXPECT_EQ(*answer, std::nullopt);
+TEST_F(SleepPreventionOnARealBus, WhereNobodyCouldEverGrantItThereIsNoAssertionAndNoFuss) {
+    DBusPowerManager nowhere(dispatcher, {"unix:path=/nonexistent", "unix:path=/nonexistent", {}});
+    ScreenSaverManager alone(&nowhere);
+    alone.preventSleep();
+    std::optional<std::optional<power::PowerManager::Assertion>> answer;
+    nowhere.preventUserIdleDisplaySleep(reason, [&](auto assertion) { answer = assertion; });
+    ASSERT_TRUE(waitFor([&] { return answer.has_value(); }));
+    EXPECT_EQ(*answer, std::nullopt);
+    EXPECT_EQ(alone.activity(), std::nullopt);
+    alone.allowSleep();
+}
+
+TEST_F(SleepPreventionOnARealBus, AServiceThatComesBackIsAskedAgainAndTheOldCookieIsNotItsOwn) {
+    for (int way = 0; way < 3; ++way) {
+        std::optional<power::ScreenSaverService> screenSaver;
+        std::optional<power::PortalService> portal;
+        std::optional<power::LogindService> logind;
+        const std::pair<std::function<void(const QDBusConnection&)>, std::function<qsizetype()>> services[] =
+            {{[&](const auto& bus) { screenSaver.emplace(bus); },
+              [&] { return screenSaver->inhibitions.count(); }},
+             {[&](const auto& bus) { portal.emplace(bus); }, [&] { return portal->inhibitions.count(); }},
+             {[&](const auto& bus) { logind.emplace(bus); }, [&] { return qsizetype(logind->count); }}};
+        const auto& [start, count] = services[way];
+        const QString address = way == 2 ? system.address() : session.address();
+        start(QDBusConnection::connectToBus(address, "old"));
+        preventSleep();
+        EXPECT_EQ(count(), 1);
+        screenSaver.reset(), portal.reset(), logind.reset();
+        QDBusConnection::disconnectFromBus("old");
+
+        start(QDBusConnection::connectToBus(address, "new"));
+        ASSERT_TRUE(waitFor([&] { return count() == 1; })) << way;
+        manager.allowSleep();
+        EXPECT_TRUE(waitFor([&] { return count() == 0; })) << way;
+        screenSaver.reset(), portal.reset(), logind.reset();
+        QDBusConnection::disconnectFromBus("new");
     }
-    manager.preventSleep();
+}
+
+TEST_F(SleepPreventionOnARealBus, WhatTheSuccessorGrantedToOthersIsNotTaken) {
+    std::optional<power::ScreenSaverService> screenSaver(
+        std::in_place, QDBusConnection::connectToBus(session.address(), "old"));
+    preventSleep();
+    screenSaver.reset();
+    QDBusConnection::disconnectFromBus("old");
+    // Everybody counts from the same number; here somebody else has ours.
+    screenSaver.emplace(bus("session"), power::ScreenSaverService::Manner::Refuses);
+    screenSaver->inhibitions.add(bus("session").baseService(), "theirs");
     manager.allowSleep();
+    power.preventUserIdleDisplaySleep(reason, [](auto) {});
+    QTest::qWait(300);
+    EXPECT_EQ(screenSaver->inhibitions.firstReason(), "theirs");
+}
+
+TEST_F(SleepPreventionOnARealBus, AServiceThatAppearsLaterIsAskedAndABetterOneTakesOver) {
+    preventSleep(); // nobody is there
+    power::LogindService logind(bus("system"));
+    EXPECT_TRUE(waitFor([&] { return logind.count == 1; }));
+    power::PortalService portal(bus("session"));
+    EXPECT_TRUE(waitFor([&] { return portal.inhibitions.count() == 1 && logind.count == 0; }));
+    {
+        power::ScreenSaverService screenSaver(bus("session"));
+        EXPECT_TRUE(
+            waitFor([&] { return screenSaver.inhibitions.count() == 1 && portal.inhibitions.count() == 0; }));
+        EXPECT_EQ(screenSaver.inhibitions.firstReason(), reason);
+    }
+    EXPECT_TRUE(waitFor([&] { return portal.inhibitions.count() == 1; })) << "and the next best when it goes";
+    EXPECT_EQ(logind.count, 0);
+    manager.allowSleep();
+    EXPECT_TRUE(waitFor([&] { return portal.inhibitions.count() == 0; }));
+    power::ScreenSaverService late(bus("session"));
+    QTest::qWait(300);
+    EXPECT_EQ(late.inhibitions.count(), 0) << "what was released does not come back";
+}
+
+TEST_F(SleepPreventionOnARealBus, AServiceThatHasItsNameBeforeItCanAnswerIsAskedOnceMore) {
+    preventSleep();
+    power::ScreenSaverService screenSaver(bus("session"), power::ScreenSaverService::Manner::Refuses);
+    QTest::qWait(300);
+    screenSaver.setManner(power::ScreenSaverService::Manner::Grants);
+    EXPECT_TRUE(waitFor([&] { return screenSaver.inhibitions.count() == 1; }));
+}
+
+TEST_F(SleepPreventionOnARealBus, WhereNoScreenSaverDoesItTheXServersOwnIsSuspended) {
+    const BlankingXServer server; // which blanks after a second
+    ASSERT_FALSE(server.display().isEmpty());
+    power::LogindService logind(bus("system"));
+    const auto staysAwake = [&] {
+        server.wake();
+        return !QTest::qWaitFor([&] { return server.isBlank(); }, 1300);
+    };
+    {
+        QProcess holder;
+        holder.setProcessChannelMode(QProcess::ForwardedChannels);
+        holder.start(QStringLiteral(POWER_HOLDER), {session.address(), system.address(), server.display()});
+        ASSERT_TRUE(waitFor([&] { return logind.count == 1; }));
+        EXPECT_TRUE(staysAwake()) << "whatever logind does";
+        {
+            power::ScreenSaverService screenSaver(bus("session"));
+            ASSERT_TRUE(waitFor([&] { return screenSaver.inhibitions.count() == 1; }));
+            EXPECT_TRUE(waitFor([&] { return server.isBlank(); })) << "left to the desktop";
+        }
+        server.wake();
+        EXPECT_TRUE(waitFor([&] { return logind.count == 1; }));
+        holder.kill();
+        holder.waitForFinished();
+    }
+    EXPECT_TRUE(waitFor([&] { return server.isBlank(); })) << "it does not outlive the process";
+    // With no bus at all it is reason enough for an assertion.
+    DBusPowerManager alone(dispatcher,
+                           {"unix:path=/nonexistent", "unix:path=/nonexistent", server.display()});
+    ScreenSaverManager holder(&alone);
+    holder.preventSleep();
+    ASSERT_TRUE(waitFor([&] { return holder.activity().has_value(); }));
+    EXPECT_TRUE(staysAwake());
+    holder.allowSleep();
+    EXPECT_TRUE(waitFor([&] { return server.isBlank(); }));
 }
 
 TEST_F(SleepPreventionOnARealBus, AScreenSaverThatHangsBlocksNobodyAndHoldsNothing) {
-    power::ScreenSaverService screenSaver(bus("session"), true);
+    power::ScreenSaverService screenSaver(bus("session"), power::ScreenSaverService::Manner::Hangs);
     power::PortalService portal(bus("session"));
     std::chrono::nanoseconds longest{0};
     QElapsedTimer sinceTick;
