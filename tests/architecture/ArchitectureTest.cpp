@@ -135,6 +135,16 @@ TEST(Architecture, ViewsUseNothingThatOneRendererLacks) {
     }
 }
 
+// A header of a whole module costs each source that sees it more than a second.
+TEST(Architecture, NobodyIncludesAWholeModule) {
+    static const QRegularExpression banned(
+        R"(#include <Qt(Core|DBus|Gui|Network|Qml|QmlIntegration|Quick|QuickControls2|Svg|Test|Widgets)>)");
+    for (const QString& file : files({"*.h", "*.cpp"})) {
+        const auto match = banned.match(read(file));
+        EXPECT_FALSE(match.hasMatch()) << file.toStdString() << " has " << match.captured().toStdString();
+    }
+}
+
 TEST(Architecture, EveryFolderSaysWhatBelongsThere) {
     const QDir root(QStringLiteral(TARNWICK_SOURCE_DIR));
     QSet<QString> folders;
