@@ -90,6 +90,8 @@ struct DBusPowerManager::State {
     const Places places;
     const std::optional<QByteArray> display;
     QThread* const mainThread = QThread::currentThread();
+    bool isWatching = false; ///< the queue's own
+    bool somebodyMayCome = false;
     std::mutex mutex; ///< for all that follows; held for moments
     std::map<Assertion, Hold> holds;
     std::unique_ptr<Watch> watch;
@@ -98,15 +100,17 @@ struct DBusPowerManager::State {
 
 /// Whether there is anybody who could come.
 bool DBusPowerManager::State::startWatching(const Watch::Changed& changed) {
-    if (!watch) {
+    if (!isWatching) {
         auto made = std::make_unique<Watch>(places, changed);
         const std::scoped_lock lock(mutex);
         if (ended)
             return false;
+        isWatching = true;
+        somebodyMayCome = made->seesAnybody();
         made->moveToThread(mainThread);
         watch = std::move(made);
     }
-    return watch->seesAnybody();
+    return somebodyMayCome;
 }
 
 /// Asks whoever is better than the one by whom the assertion is held, until somebody grants it.
