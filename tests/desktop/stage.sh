@@ -153,7 +153,8 @@ still() {
 title_is() { [[ $(playerctl -p mpv metadata title) == "$1" ]]; }
 status_is() { [[ $(playerctl -p mpv status) == "$1" ]]; }
 ended() { ! kill -0 "$1"; }
-copies() { [[ $(find "$XDG_RUNTIME_DIR/tarnwick" -name 'copy-*' | wc -l) == "$1" ]]; }
+# Each copy that runs holds a lock on a byte of one file.
+copies() { [[ $(grep -c "OFDLCK.*:$(stat -c %i "$XDG_RUNTIME_DIR/tarnwick/copies") " /proc/locks) == "$1" ]]; }
 preferences() { "$program" defaults; }
 preferences_differ() { [[ $(preferences) != "$1" ]]; }
 
