@@ -1,18 +1,18 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Tarnwick.Assets
 import Tarnwick.Display
 
 // A text of figures and colons in its place on the panel.
-FigureCells {
+TypeItem {
     required property panelFigures figures
 
+    inCells: true
     font: figures.font
-    cell: figures.cell
-    colon: figures.colon
     raise: figures.raise
     x: figures.box.x
-    y: figures.baseline
+    y: figures.baseline - baselineOffset
     Accessible.role: Accessible.StaticText
     Accessible.name: text
 }

@@ -1,6 +1,6 @@
 #include "display/panel/PanelColumn.h"
 
-#include "display/panel/TextInk.h"
+#include "assets/type/TextInk.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,6 +12,7 @@ namespace {
 constexpr double topMargin = 20;
 constexpr double bottomMargin = 12;
 constexpr double smallestScale = 0.6;
+constexpr double spare = 0.995;         // a size that is just right could turn out a hair too wide
 constexpr double tallestOverhang = 0.6; // of the type's size, beyond the line, above and below
 
 } // namespace
@@ -40,22 +41,21 @@ std::optional<double> PanelColumn::takeHeight(double height) {
 }
 
 QFont PanelColumn::fontFor(const QStringList& lines, const Style& style, double width) {
-    const auto sized = [&](int size) { return panelFont(style.face, size, style.weight(size)); };
-    const int wanted = qRound(style.points);
-    const QFont font = sized(wanted);
+    const auto sized = [&](double size) { return panelFont(style.face, size, style.weight(size)); };
+    const QFont font = sized(style.points);
     double widest = 0;
     for (const QString& line : lines)
         widest = std::max(widest, measureInk(line, font).ink.width());
     if (widest <= width)
         return font;
-    return sized(static_cast<int>(wanted * std::clamp(width / widest, smallestScale, 1.0)));
+    return sized(style.points * std::clamp(spare * width / widest, smallestScale, 1.0));
 }
 
 bool PanelColumn::addText(const QStringList& lines, const QString& spoken, const Style& style,
                           double reserve) {
     const double width = m_frame.widestLine() - style.room;
     const QFont font = fontFor(lines, style, width);
-    const double height = lineHeight * font.pixelSize();
+    const double height = lineHeight * typeSize(font);
     if (width <= 0 || !fits(height)) {
         m_full = true;
         return false;
@@ -91,7 +91,7 @@ void PanelColumn::endLast(const QString& text, double width) {
 bool PanelColumn::place(const QString& text, const Style& style, const QFont& font, double width) {
     PanelLine line{.block = style.block, .text = elidedToInk(text, font, width), .font = font};
     const QRectF ink = measureInk(line.text, font).ink;
-    const double size = font.pixelSize();
+    const double size = typeSize(font);
 
     // Tall scripts get the air they need, so that their ink touches no other line's.
     const double most = tallestOverhang * size;
@@ -118,7 +118,7 @@ void PanelColumn::addLabels(const QString& text, const QFont& font, double dista
     const PanelLine& first = m_lines[m_firstOfText];
     PanelLine line{
         .block = first.block, .text = text, .font = font, .baseline = first.baseline, .spoken = text};
-    const double size = font.pixelSize();
+    const double size = typeSize(font);
     line.box = QRectF(0, line.baseline - ascent * size, 0, lineHeight * size);
     align(line, left - distance);
     m_lines.insert(m_lines.begin() + static_cast<std::ptrdiff_t>(m_firstOfText), line);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "assets/type/TypeItem.h"
 #include "display/panel/PanelLayout.h"
 
 #include <functional>
@@ -19,9 +20,8 @@ public:
         QString ending = QStringLiteral("…"); ///< of a text with more lines than fit
     };
 
-    /// A line is this many times as high as its type is large, and its baseline lies this far below its top.
-    static constexpr double lineHeight = 1.21;
-    static constexpr double ascent = 0.96875;
+    static constexpr double lineHeight = TypeItem::lineHeight;
+    static constexpr double ascent = TypeItem::ascent;
 
     explicit PanelColumn(const PanelFrame& frame);
 

@@ -1,5 +1,7 @@
 #include "display/panel/PanelFonts.h"
 
+#include "assets/type/TextInk.h"
+
 #include <QStringList>
 
 namespace tarnwick {
@@ -8,7 +10,7 @@ QFont systemFont() {
     QFont font;
     font.setFamilies({fonts::systemFontFamily(), QStringLiteral("Noto Sans"),
                       QStringLiteral("Noto Sans CJK JP"), QStringLiteral("Noto Sans Arabic"),
-                      QStringLiteral("Noto Sans Hebrew")});
+                      QStringLiteral("Noto Sans Hebrew"), QStringLiteral("Noto Color Emoji")});
     return font;
 }
 
@@ -24,14 +26,13 @@ QFont RegisteredPanelFonts::font(const QString& name) const {
     return font;
 }
 
-QFont panelFont(const QFont& font, int pixels, int weight) {
-    QFont sized = font;
-    sized.setPixelSize(qMax(1, pixels));
+QFont panelFont(const QFont& font, double points, int weight) {
+    QFont sized = sizedFont(font, points);
     sized.setHintingPreference(QFont::PreferVerticalHinting);
-    if (!sized.styleName().isEmpty() && weight < QFont::DemiBold)
-        return sized;
-    sized.setStyleName({});
-    sized.setWeight(static_cast<QFont::Weight>(weight));
+    if (sized.styleName().isEmpty())
+        sized.setWeight(static_cast<QFont::Weight>(weight));
+    else if (weight >= QFont::DemiBold)
+        sized.setStyleName(fonts::bolderStyle({sized.families().constFirst(), sized.styleName()}));
     return sized;
 }
 

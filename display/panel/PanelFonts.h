@@ -41,8 +41,9 @@ private:
 /// The system font: Inter, with faces beside it for the scripts that it lacks.
 QFont systemFont();
 
-/// `font` at a size in logical pixels and a weight of 100 to 900, laid out without rounding to whole
-/// pixels sideways. A face that was named keeps its style, except where a bold one is asked for.
-QFont panelFont(const QFont& font, int pixels, int weight);
+/// `font` at a size in points and a weight of 100 to 900, laid out without rounding to whole pixels sideways.
+/// A face that was named keeps its style; where a bold line is asked for it is set in the face's bolder cut,
+/// if there is one.
+QFont panelFont(const QFont& font, double points, int weight);
 
 } // namespace tarnwick

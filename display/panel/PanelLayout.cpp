@@ -1,7 +1,7 @@
 #include "display/panel/PanelLayout.h"
 
+#include "assets/type/TextInk.h"
 #include "display/panel/PanelColumn.h"
-#include "display/panel/TextInk.h"
 #include "display/state/TrackTexts.h"
 
 #include <QRegularExpression>
@@ -17,8 +17,6 @@ constexpr double colonRaise = 0.07;
 constexpr double leastProgressRow = 120;
 constexpr double recordEnd = 0.75; // of the window's width
 constexpr double capHeight = 0.727;
-
-int fontSize(double points) { return qRound(points); }
 
 int lightOf(double points) {
     constexpr double hairlineFrom = 20; // thinner strokes break up below
@@ -97,14 +95,9 @@ private:
 PanelFigures Composer::figures(const QString& text, const QFont& font) const {
     PanelFigures figures;
     figures.font = font;
-    for (char16_t figure = u'0'; figure <= u'9'; ++figure)
-        figures.cell = std::max(figures.cell, measureInk(QString(QChar(figure)), font).advance);
-    figures.colon = measureInk(QStringLiteral(":"), font).advance;
-    const double size = font.pixelSize();
-    double width = 0;
-    for (const QChar character : text)
-        width += character == u':' ? figures.colon : figures.cell;
-    figures.box = QRectF(0, -PanelColumn::ascent * size, width, PanelColumn::lineHeight * size);
+    const double size = typeSize(font);
+    figures.box = QRectF(0, -PanelColumn::ascent * size, figureCells(font).width(text, font),
+                         PanelColumn::lineHeight * size);
     return figures;
 }
 
@@ -115,7 +108,7 @@ void Composer::addProgress() {
     const std::optional<double> top = m_column.takeHeight(height);
     if (!top || frame().widestLine() <= 0)
         return;
-    const QFont font = panelFont(systemFont(), fontSize(m_sizes.times()), QFont::Medium);
+    const QFont font = panelFont(systemFont(), m_sizes.times(), QFont::Medium);
     PanelProgress row{figures(*m_facts.elapsed, font), {}, figures(m_facts.duration, font)};
 
     const double edge = frame().inkEdge();
@@ -128,7 +121,7 @@ void Composer::addProgress() {
         return; // times of a thousand days, or a window that is none
 
     const double baseline = m_column.snapped(*top + PanelColumn::ascent * m_sizes.times());
-    const double overhang = cellOverhang * font.pixelSize();
+    const double overhang = cellOverhang * typeSize(font);
     const auto put = [&](PanelFigures& figures, double left) {
         figures.baseline = baseline;
         figures.box.translate(left, baseline);
@@ -136,7 +129,7 @@ void Composer::addProgress() {
     put(row.elapsed, edge - width - overhang);
     put(row.duration, edge + overhang - row.duration.box.width());
     const double thickness = (frame().fullScreen ? 5 : 3);
-    const double middle = baseline - capHeight / 2 * font.pixelSize();
+    const double middle = baseline - capHeight / 2 * typeSize(font);
     const double left = row.elapsed.box.right() + gap;
     row.bar = snapped({left, middle - thickness / 2, row.duration.box.left() - gap - left, thickness});
     m_layout.progress = row;
@@ -146,7 +139,7 @@ void Composer::addTitle() {
     const QStringList lines = linesOf(m_facts.title, m_limits.title);
     if (lines.isEmpty())
         return;
-    const QFont labelFont = panelFont(m_face, fontSize(m_sizes.base), QFont::Light);
+    const QFont labelFont = panelFont(m_face, m_sizes.base, QFont::Light);
     QString labels = m_facts.labels;
     const double distance = 0.5 * m_sizes.base;
     double room = labels.isEmpty() ? 0 : measureInk(labels, labelFont).ink.width() + distance;
@@ -226,11 +219,11 @@ void Composer::addClock() {
     constexpr double paddingOfTime = 3;
     constexpr double paddingBelow = 5;
     m_column.skip(m_sizes.gap());
-    QFont font = panelFont(m_clockFace, fontSize(m_sizes.clock), QFont::Light);
+    QFont font = panelFont(m_clockFace, m_sizes.clock, QFont::Light);
     PanelFigures clock = figures(*m_facts.clock, font);
     if (clock.box.width() > frame().widestLine() && clock.box.width() > 0) {
         const double scale = frame().widestLine() / clock.box.width();
-        font = panelFont(m_clockFace, std::max(1, static_cast<int>(scale * font.pixelSize())), QFont::Light);
+        font = panelFont(m_clockFace, scale * typeSize(font), QFont::Light);
         clock = figures(*m_facts.clock, font);
     }
     const double height = PanelColumn::lineHeight * m_sizes.clock;
@@ -239,9 +232,9 @@ void Composer::addClock() {
         return;
     }
     const double top = m_column.takeHeight(height).value_or(0);
-    clock.raise = colonRaise * font.pixelSize();
+    clock.raise = colonRaise * typeSize(font);
     clock.baseline = m_column.snapped(top + PanelColumn::ascent * m_sizes.clock);
-    clock.box.translate(frame().inkEdge() + cellOverhang * font.pixelSize() - clock.box.width(),
+    clock.box.translate(frame().inkEdge() + cellOverhang * typeSize(font) - clock.box.width(),
                         clock.baseline);
     m_layout.clock = clock;
 

@@ -58,22 +58,18 @@ struct PanelLine {
     friend bool operator==(const PanelLine&, const PanelLine&) = default;
 };
 
-/// A text of figures and colons that changes: each character stands in the middle of a cell.
+/// A text of figures and colons that changes: each figure stands in the middle of a cell.
 struct PanelFigures {
     Q_GADGET
     QML_VALUE_TYPE(panelFigures)
     Q_PROPERTY(QFont font MEMBER font)
     Q_PROPERTY(double baseline MEMBER baseline)
-    Q_PROPERTY(double cell MEMBER cell)
-    Q_PROPERTY(double colon MEMBER colon)
     Q_PROPERTY(double raise MEMBER raise)
     Q_PROPERTY(QRectF box MEMBER box)
 
 public:
     QFont font;
     double baseline = 0;
-    double cell = 0;  ///< width of a figure's cell
-    double colon = 0; ///< width of a colon's
     double raise = 0; ///< how far colons stand above the baseline
     QRectF box;
 

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Tarnwick.Assets
 import Tarnwick.Display
 
 // The times of the track, and between them how much of it has been played.
@@ -18,8 +19,9 @@ Item {
         text: root.panel.elapsedText
         figures: root.panel.elapsedFigures
         color: root.panel.textColor
+        pixelRatio: root.panel.pixelRatio
     }
-    Rectangle {
+    SharpRectangle {
         x: root.bar.x
         y: root.bar.y
         width: root.bar.width
@@ -27,8 +29,9 @@ Item {
         radius: height / 2
         color: root.panel.textColor
         opacity: 0.28
+        pixelRatio: root.panel.pixelRatio
     }
-    Rectangle {
+    SharpRectangle {
         readonly property real played: root.panel.progress * root.bar.width
 
         visible: played > 0
@@ -38,10 +41,12 @@ Item {
         height: root.bar.height
         radius: height / 2
         color: root.panel.progressColor
+        pixelRatio: root.panel.pixelRatio
     }
     FigureRow {
         text: root.panel.durationText
         figures: root.panel.durationFigures
         color: root.panel.textColor
+        pixelRatio: root.panel.pixelRatio
     }
 }

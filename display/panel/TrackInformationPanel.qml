@@ -53,19 +53,18 @@ PanelItem {
                 block: lineBlock
 
                 Item {
-                    y: line.lineBox.y
+                    y: Theme.onPixels(line.lineBox.y, root.pixelRatio)
                     width: parent.width
                     height: line.lineBox.height
                     clip: line.lineClipped
 
-                    Text {
+                    TypeItem {
                         x: line.lineX
                         y: line.lineBaseline - baselineOffset - parent.y
                         color: root.textColor
                         font: line.lineFont
                         text: line.lineText
-                        textFormat: Text.PlainText
-                        horizontalAlignment: Text.AlignLeft
+                        pixelRatio: root.pixelRatio
                         Accessible.role: Accessible.StaticText
                         Accessible.name: line.lineSpoken
                         Accessible.ignored: line.lineSpoken === ""
@@ -97,6 +96,7 @@ PanelItem {
                 text: root.hasClock ? root.clockText : "" // what is not seen draws nothing anew
                 figures: root.clockFigures
                 color: root.textColor
+                pixelRatio: root.pixelRatio
             }
         }
 

@@ -11,22 +11,22 @@ Item {
     required property color color
     required property bool isFirst
     required property real gapBelow
+    required property real pixelRatio
 
     readonly property real gapAbove: isFirst ? 0 : 24
 
     implicitHeight: gapAbove + title.height + gapBelow
     height: implicitHeight
 
-    Text {
+    TypeItem {
         id: title
 
+        x: (root.width - implicitWidth) / 2
         y: root.gapAbove
-        width: parent.width
-        height: Theme.lineHeight * Theme.titleSize
         color: root.color
         font { family: Theme.fontFamily; pixelSize: Theme.titleSize; weight: Theme.semibold }
-        horizontalAlignment: Text.AlignHCenter
         text: "Disc " + root.discNumber
+        pixelRatio: root.pixelRatio
         Accessible.role: Accessible.Heading
         Accessible.name: text
     }

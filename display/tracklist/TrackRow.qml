@@ -41,10 +41,11 @@ Item {
     Accessible.selected: isHighlighted
     Accessible.onPressAction: tapped()
 
-    component Line: Text {
+    component Line: TypeItem {
+        y: root.typeLine - baselineOffset
         color: root.ink
         font { family: Theme.fontFamily; pixelSize: root.size; weight: root.isBold ? Theme.bold : Theme.regular }
-        textFormat: Text.PlainText
+        pixelRatio: root.pixelRatio
         Accessible.ignored: true
     }
 
@@ -84,37 +85,18 @@ Item {
         Behavior on scale { NumberAnimation { duration: Theme.fadeDuration; easing.type: Easing.InOutQuad } }
 
         Line {
-            id: name
-
             x: root.padding
-            y: root.typeLine - baselineOffset
             width: time.x - 16 - x
-            elide: Text.ElideRight
-            maximumLineCount: 1
+            elides: true
             text: root.title.replace(/[\r\n\u2028]+/g, " ")
         }
 
-        FigureCells {
+        Line {
             id: time
 
-            anchors { right: parent.right; rightMargin: root.padding }
-            y: root.typeLine
+            x: parent.width - root.padding - implicitWidth
+            inCells: true
             text: root.duration
-            font: name.font
-            color: root.ink
-            cell: Math.max(...Array.from("0123456789", figure => metrics.widthOf(figure)))
-            colon: metrics.widthOf(":")
-        }
-
-        FontMetrics {
-            id: metrics
-
-            font: name.font
-
-            // Asks for the font too, so that who binds to the width is told when it is another.
-            function widthOf(character) {
-                return font.pixelSize > 0 ? advanceWidth(character) : 0;
-            }
         }
     }
 

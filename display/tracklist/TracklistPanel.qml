@@ -6,11 +6,10 @@ import Tarnwick.Display
 import Tarnwick.Settings
 
 // The back of the cover: the album's titles by disc, in one of three styles.
-Rectangle {
+SharpRectangle {
     id: root
 
     required property TarnwickView view
-    required property real pixelRatio
     required property bool isInUse ///< else there are no rows and no pictures
 
     /// What lies under the rows of the dynamic style so that their text can be read; clear for nothing.
@@ -38,9 +37,10 @@ Rectangle {
     ListView {
         id: list
 
-        anchors.centerIn: parent
-        width: root.fraction * root.width
-        height: root.fraction * root.height
+        x: root.onPixels((root.width - width) / 2)
+        y: root.onPixels((root.height - height) / 2)
+        width: root.onPixels(root.fraction * root.width)
+        height: root.onPixels(root.fraction * root.height)
         topMargin: root.isDynamic ? root.padding : 0
         bottomMargin: topMargin
         clip: true
@@ -116,6 +116,7 @@ Rectangle {
                 color: root.plainText
                 isFirst: row.index <= 1
                 gapBelow: root.isIPod ? 0 : 15
+                pixelRatio: root.pixelRatio
             }
 
             TrackRow {
@@ -162,20 +163,22 @@ Rectangle {
     }
 
     Rectangle {
-        anchors.horizontalCenter: parent.horizontalCenter
-        y: root.copyHeight > 0 ? list.y + list.topMargin + root.copyHeight : (root.height - height) / 2
+        x: root.onPixels((root.width - width) / 2)
+        y: root.onPixels(root.copyHeight > 0 ? list.y + list.topMargin + root.copyHeight : (root.height - height) / 2)
         visible: tracks.isEmpty
         width: message.implicitWidth + 2 * Theme.padding
         height: message.implicitHeight + 2 * Theme.padding
         color: Qt.rgba(1, 0, 0, 0.5)
 
-        Text {
+        TypeItem {
             id: message
 
-            anchors.centerIn: parent
+            x: (parent.width - implicitWidth) / 2
+            y: (parent.height - implicitHeight) / 2
             color: root.plainText
             font { family: Theme.fontFamily; pixelSize: Theme.headlineSize; weight: Theme.semibold }
             text: "Nessuna traccia trovata."
+            pixelRatio: root.pixelRatio
             Accessible.role: Accessible.StaticText
             Accessible.name: text
         }

@@ -1,6 +1,7 @@
 #include "display/veil/VeilModel.h"
 
 #include "assets/RenderQueue.h"
+#include "assets/type/TextInk.h"
 #include "display/panel/Legibility.h"
 
 namespace tarnwick {
@@ -11,14 +12,14 @@ std::vector<VeilLine> linesOf(const PanelLayout& layout) {
     constexpr double graphic = 3; // what is no text needs this much
     std::vector<VeilLine> lines;
     for (const PanelLine& line : layout.lines)
-        lines.push_back({line.box, neededContrast(line.font.pixelSize())});
+        lines.push_back({line.box, neededContrast(typeSize(line.font))});
     if (layout.progress) {
         for (const PanelFigures* figures : {&layout.progress->elapsed, &layout.progress->duration})
-            lines.push_back({figures->box, neededContrast(figures->font.pixelSize())});
+            lines.push_back({figures->box, neededContrast(typeSize(figures->font))});
         lines.push_back({layout.progress->bar, graphic});
     }
     if (layout.clock)
-        lines.push_back({layout.clock->box, neededContrast(layout.clock->font.pixelSize())});
+        lines.push_back({layout.clock->box, neededContrast(typeSize(layout.clock->font))});
     if (layout.logo)
         lines.push_back({layout.logo->box, neededContrast(1)});
     return lines;

@@ -70,7 +70,39 @@ std::optional<FontFace> installedFace(const QString& name) {
     return std::nullopt;
 }
 
+/// What a style's name says of its width; empty for the usual one.
+QString widthOf(const QString& style) {
+    for (const char* word :
+         {"SemiCondensed", "Semi Condensed", "ExtraCondensed", "Extra Condensed", "Condensed", "Narrow",
+          "Compressed", "SemiExpanded", "Expanded", "Extended", "Wide"}) {
+        if (style.contains(QLatin1String(word), Qt::CaseInsensitive))
+            return QString::fromLatin1(word).remove(u' ');
+    }
+    return {};
+}
+
 } // namespace
+
+QString bolderStyle(const FontFace& face) {
+    const int weight = QFontDatabase::weight(face.family, face.style);
+    const bool isSlanted = QFontDatabase::italic(face.family, face.style);
+    const QString width = widthOf(face.style);
+    QString bolder = face.style;
+    int bolderWeight = weight;
+    for (const QString& style : QFontDatabase::styles(face.family)) {
+        const int other = QFontDatabase::weight(face.family, style);
+        if (other <= weight || QFontDatabase::italic(face.family, style) != isSlanted ||
+            widthOf(style) != width)
+            continue;
+        if (bolderWeight >= QFont::Bold && bolderWeight > weight
+                ? other >= QFont::Bold && other < bolderWeight
+                : other > bolderWeight) {
+            bolder = style;
+            bolderWeight = other;
+        }
+    }
+    return bolder;
+}
 
 QString systemFontFamily() { return QStringLiteral("Inter"); }
 

@@ -19,6 +19,11 @@ struct FontFace {
 /// The family of texts whose font is not chosen, or cannot be found.
 QString systemFontFamily();
 
+/// The style of `face`'s family in which a bold line is set beside it: as slanted and as wide, bold, or where
+/// it is bold itself the next heavier one; where there is none of these the heaviest that is heavier. Its own
+/// style when there is nothing heavier.
+QString bolderStyle(const FontFace& face);
+
 /// The PostScript name of the first face of a font file; none when it is no font or its face has none.
 std::optional<QString> postScriptName(const QString& path);
 

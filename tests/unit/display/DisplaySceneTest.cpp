@@ -158,7 +158,8 @@ TEST_F(DisplaySceneTest, TheCommentGivesWayToTheBarInFullScreen) {
     settings.setShowTrackFlags(true);
     answer(scripts::nowPlaying(),
            nowPlaying({{10, text("Italy, Japan. Registrato dal vivo a Trieste nel maggio 2019, missaggio di "
-                                 "Ada Ferri, pianoforte, e un coro di trenta voci.")}}));
+                                 "Ada Ferri, pianoforte, e un coro di trenta voci, tutte in piedi "
+                                 "sul molo, al buio, davanti a un pubblico di pescatori e gatti.")}}));
     windows.addWindow().toggleFullScreen();
     open({1920, 1080});
     advance(4s);
@@ -168,14 +169,14 @@ TEST_F(DisplaySceneTest, TheCommentGivesWayToTheBarInFullScreen) {
             count += item->property("lineBlock") == static_cast<int>(block) && item->isVisible();
         return count;
     };
-    EXPECT_EQ(shownLines(PanelBlock::Comment), 4);
+    EXPECT_EQ(shownLines(PanelBlock::Comment), 5);
     view->controls()->setShowTrackControls(true);
     advance(300ms);
     EXPECT_EQ(shownLines(PanelBlock::Comment), 0);
     EXPECT_EQ(shownLines(PanelBlock::Clock), 1);
     view->controls()->setShowTrackControls(false);
     advance(300ms);
-    EXPECT_EQ(shownLines(PanelBlock::Comment), 4);
+    EXPECT_EQ(shownLines(PanelBlock::Comment), 5);
 }
 
 TEST_F(DisplaySceneTest, WhileNothingMovesNothingIsDrawn) {

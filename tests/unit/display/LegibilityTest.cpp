@@ -83,7 +83,7 @@ protected:
         std::vector<std::pair<QRectF, double>> boxes;
         const PanelLayout& layout = panel().layout();
         for (const PanelLine& line : layout.lines)
-            boxes.emplace_back(line.box, neededContrast(line.font.pixelSize()));
+            boxes.emplace_back(line.box, neededContrast(typeSize(line.font)));
         if (layout.clock)
             boxes.emplace_back(layout.clock->box, 3);
         if (layout.logo)

@@ -159,7 +159,7 @@ TEST(PanelLayout, StandsWhereItShouldAtTheUsualSize) {
 
     const PanelLayout screen = laidOut(everything(), {.window = {1920, 1080}, .fullScreen = true});
     EXPECT_NEAR(screen.progress->elapsed.box.left(), 1440, 1);
-    EXPECT_EQ(linesOf(screen, PanelBlock::Title).back()->font.pixelSize(), 38);
+    EXPECT_EQ(typeSize(linesOf(screen, PanelBlock::Title).back()->font), 38);
     EXPECT_NEAR(screen.bounds(PanelBlock::Comment).bottom(), 874, 10);
     EXPECT_EQ(linesOf(screen, PanelBlock::Title).front()->font.weight(), QFont::Light) << "the number";
     EXPECT_EQ(linesOf(screen, PanelBlock::Comment).back()->font.weight(), QFont::Light);
@@ -189,7 +189,7 @@ TEST(PanelLayout, SetsWideLinesSmallerAndThenCutsThem) {
     facts.title = QString(400, u'n');
     const PanelLayout cut = laidOut(facts, frame);
     line = linesOf(cut, PanelBlock::Title).back();
-    EXPECT_EQ(line->font.pixelSize(), 13);
+    EXPECT_NEAR(typeSize(line->font), 13.2, 0.001);
     EXPECT_TRUE(line->text.endsWith(u'…'));
     EXPECT_EQ(line->spoken, facts.title);
     EXPECT_LE(line->box.width(), frame.widestLine());
@@ -233,6 +233,27 @@ TEST(PanelLayout, GivesWayOnlyWhereTheBarComesNear) {
     EXPECT_FALSE(layout.givesWay(PanelBlock::Comment, bar.translated(0, 2), 12));
     EXPECT_FALSE(layout.givesWay(PanelBlock::Flags, bar, 12));
     EXPECT_FALSE(layout.givesWay(PanelBlock::Title, layout.bounds(PanelBlock::Title), 12));
+}
+
+TEST(PanelFonts, AChosenFaceKeepsItsStyleAndBoldLinesAreNeverLighter) {
+    struct Row {
+        const char* family;
+        const char* style;
+        const char* bold;
+    };
+    for (const Row& row : {Row{"Inter", "Italic", "Bold Italic"}, Row{"Inter", "Black", "Black"},
+                           Row{"Inter", "Regular", "Bold"}, Row{"Inter", "Bold", "Extra Bold"},
+                           Row{"Inter", "Light Italic", "Bold Italic"},
+                           Row{"DejaVu Sans", "Condensed Oblique", "Condensed Bold Oblique"},
+                           Row{"DejaVu Sans", "Bold", "Bold"}, Row{"Noto Serif", "Italic", "Bold Italic"}}) {
+        QFont face;
+        face.setFamilies({row.family, "Inter"});
+        face.setStyleName(row.style);
+        EXPECT_EQ(panelFont(face, 14, QFont::Light).styleName(), row.style);
+        const QString bold = panelFont(face, 14, QFont::Bold).styleName();
+        EXPECT_EQ(bold.simplified().remove(u' '), QString(row.bold).remove(u' '))
+            << row.family << " " << row.style;
+    }
 }
 
 TEST(PanelLayout, HasTheSystemFont) {

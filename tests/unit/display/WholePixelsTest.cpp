@@ -1,3 +1,4 @@
+#include "assets/type/TypeItem.h"
 #include "display/pictures/CutPictureItem.h"
 #include "tests/unit/display/SceneFixture.h"
 
@@ -18,6 +19,8 @@ protected:
         rows = 0;
         for (const QQuickItem* item : itemsBelow(renderer->root())) {
             const auto* cover = qobject_cast<const CutPictureItem*>(item);
+            if (const auto* type = qobject_cast<const TypeItem*>(item); type && item->isVisible())
+                expectSharp(*type);
             const bool isRow =
                 item->property("discNumber").isValid() && item->property("isHovered").isValid();
             if (!item->isVisible() || !(isRow || (cover && cover->isShown() && !cover->isRound())))
@@ -31,6 +34,13 @@ protected:
             }
         }
         EXPECT_EQ(covers, 1);
+    }
+
+    static void expectSharp(const TypeItem& type) {
+        const QQuickItem* picture = type.childItems().constFirst();
+        const QRectF place = picture->mapRectToScene(picture->boundingRect());
+        EXPECT_TRUE(isWhole(place.x()) && isWhole(place.y()) && isWhole(place.width()))
+            << qPrintable(type.text()) << " " << place.x() << " " << place.y();
     }
 
     int rows = 0;

@@ -1,0 +1,154 @@
+#include "assets/type/TextInk.h"
+
+#include <QGlyphRun>
+#include <QHash>
+#include <QPainterPath>
+#include <QRawFont>
+#include <QTextBoundaryFinder>
+#include <QTextLayout>
+#include <QTextOption>
+
+#include <algorithm>
+#include <vector>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr int referenceSize = 128; // of the type that lines are laid out in
+
+/// The outline's box; a picture glyph, which has none, gives the box of its picture. The boxes that were
+/// found last are kept: outlines are slow, and a track's texts are measured several times.
+QRectF glyphBox(const QRawFont& font, quint32 glyph) {
+    constexpr qsizetype most = 4096;
+    thread_local QHash<std::pair<QRawFont, quint32>, QRectF> known;
+    const std::pair key(font, glyph);
+    if (const auto found = known.constFind(key); found != known.cend())
+        return *found;
+    if (known.size() >= most)
+        known.clear();
+    const QRectF outline = font.pathForGlyph(glyph).boundingRect();
+    return *known.insert(key, outline.isEmpty() ? font.boundingRect(glyph) : outline);
+}
+
+/// A font's sizes are whole pixels, a raw font's are not. Those that were asked for last are kept, with the
+/// glyphs that they have painted.
+QRawFont sizedRawFont(const QRawFont& font, double size) {
+    constexpr qsizetype most = 128;
+    constexpr int steps = 1000;
+    thread_local QHash<std::pair<QRawFont, int>, QRawFont> known;
+    const std::pair key(font, qRound(size * steps));
+    if (const auto found = known.constFind(key); found != known.cend())
+        return *found;
+    if (known.size() >= most)
+        known.clear();
+    QRawFont sized = font;
+    sized.setPixelSize(size);
+    return *known.insert(key, sized);
+}
+
+QRectF inkOfRun(const QGlyphRun& run) {
+    QRectF ink;
+    const QList<quint32> glyphs = run.glyphIndexes();
+    const QList<QPointF> positions = run.positions();
+    for (qsizetype i = 0; i < glyphs.size(); ++i) {
+        const QRectF box = glyphBox(run.rawFont(), glyphs[i]);
+        if (!box.isEmpty())
+            ink |= box.translated(positions[i]);
+    }
+    return ink;
+}
+
+} // namespace
+
+double typeSize(const QFont& font) { return font.pixelSize() > 0 ? font.pixelSize() : font.pointSizeF(); }
+
+QFont sizedFont(const QFont& font, double points) {
+    QFont sized = font;
+    sized.setPointSizeF(std::max(1.0, points));
+    return sized;
+}
+
+TypeLine typeLine(const QString& text, const QFont& font) {
+    QFont reference = font;
+    reference.setPixelSize(referenceSize);
+    reference.setHintingPreference(QFont::PreferVerticalHinting);
+    reference.setStyleStrategy(QFont::NoSubpixelAntialias); // grey edges, which look the same on every ground
+    QTextLayout layout(text, reference);
+    QTextOption option;
+    option.setWrapMode(QTextOption::NoWrap);
+    option.setUseDesignMetrics(true);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    layout.endLayout();
+    if (!line.isValid())
+        return {};
+
+    const double scale = typeSize(font) / referenceSize;
+    const QPointF origin(0, line.y() + line.ascent());
+    TypeLine result{layout.glyphRuns(), line.naturalTextWidth() * scale};
+    for (QGlyphRun& run : result.runs) {
+        QList<QPointF> positions = run.positions();
+        for (QPointF& position : positions)
+            position = (position - origin) * scale;
+        run.setRawFont(sizedRawFont(run.rawFont(), typeSize(font)));
+        run.setPositions(positions);
+    }
+    return result;
+}
+
+TextInk measureInk(const QString& text, const QFont& font) {
+    const TypeLine line = typeLine(text, font);
+    TextInk measured{{}, line.advance};
+    for (const QGlyphRun& run : line.runs)
+        measured.ink |= inkOfRun(run);
+    return measured;
+}
+
+QString elidedToInk(const QString& text, const QFont& font, double width, const QString& ending) {
+    if (measureInk(text, font).ink.width() <= width)
+        return text;
+    std::vector<qsizetype> ends;
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+    while (finder.toNextBoundary() >= 0)
+        ends.push_back(finder.position());
+
+    const auto cut = [&](size_t characters) { return text.left(ends[characters - 1]).trimmed() + ending; };
+    size_t fitting = 0;
+    for (size_t low = 1, high = ends.size(); low <= high;) {
+        const size_t middle = (low + high) / 2;
+        if (measureInk(cut(middle), font).ink.width() <= width) {
+            fitting = middle;
+            low = middle + 1;
+        } else {
+            high = middle - 1;
+        }
+    }
+    return fitting == 0 ? QString() : cut(fitting);
+}
+
+std::vector<double> FigureCells::places(const QString& text, const QFont& font) const {
+    std::vector<double> places;
+    double x = 0;
+    for (const QChar character : text) {
+        const double advance = measureInk(QString(character), font).advance;
+        const double cell = character == u':' ? colon : character.isDigit() ? figure : advance;
+        places.push_back(x + (cell - advance) / 2);
+        x += cell;
+    }
+    places.push_back(x);
+    return places;
+}
+
+double FigureCells::width(const QString& text, const QFont& font) const { return places(text, font).back(); }
+
+FigureCells figureCells(const QFont& font) {
+    FigureCells cells;
+    for (char16_t figure = u'0'; figure <= u'9'; ++figure)
+        cells.figure = std::max(cells.figure, measureInk(QString(QChar(figure)), font).advance);
+    cells.colon = measureInk(QStringLiteral(":"), font).advance;
+    return cells;
+}
+
+} // namespace tarnwick
