@@ -7,24 +7,24 @@ import Tarnwick.Display
 Item {
     id: root
 
-    required property TarnwickView view
+    required property Stage stage
     required property real pixelRatio
 
-    readonly property bool isActive: view.musicSource.isPlayerActive
+    readonly property CutPictureItem logoItem: logo
 
     ColourBackground {
         anchors.fill: parent
-        visible: root.isActive || !logo.isShown
-        colors: root.view.paintedColors
-        textColor: root.view.backgroundManager.dynamicTextColor
+        visible: root.stage.isActive || !logo.isShown
+        colors: root.stage.colors
+        textColor: root.stage.textColor
     }
 
     CutPictureItem {
         id: logo
 
         anchors.fill: parent
-        visible: !root.isActive
-        picture: root.view.namedPicture(root.isActive ? "" : "applogo800")
+        visible: !root.stage.isActive
+        picture: root.stage.logo
         pixelRatio: root.pixelRatio
         Accessible.role: Accessible.Graphic
         Accessible.name: "Tarnwick"

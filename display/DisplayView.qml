@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Tarnwick.Assets
 import Tarnwick.Controls
 import Tarnwick.Display
 
@@ -11,7 +10,6 @@ Item {
 
     required property TarnwickView view
 
-    readonly property var source: view.musicSource
     readonly property real point: view.isFullscreen ? Math.max(1, height / 1080) : 1
     readonly property real pixelRatio: point * Screen.devicePixelRatio
 
@@ -27,16 +25,29 @@ Item {
         scale: root.point
         transformOrigin: Item.TopLeft
 
-        DisplayBackground {
+        Stage {
+            id: stage
+
             anchors.fill: parent
             view: root.view
+            panel: panel
+            coverItem: coverArea.coverItem
+            cassetteItem: recordArea.cassetteItem
+            logoItem: background.logoItem
+        }
+
+        DisplayBackground {
+            id: background
+
+            anchors.fill: parent
+            stage: stage
             pixelRatio: root.pixelRatio
         }
 
         Veil {
             anchors.fill: parent
-            veil: veils.background
-            isGentle: root.view.canBeSeen
+            veil: stage.overBackground
+            isGentle: root.view.canBeSeen && stage.comesGently
         }
 
         RecordArea {
@@ -45,9 +56,9 @@ Item {
             anchors.fill: parent
             z: 1
             view: root.view
+            stage: stage
             point: root.point
             pixelRatio: root.pixelRatio
-            veil: veils.overRecord
         }
 
         CoverArea {
@@ -57,9 +68,8 @@ Item {
             height: scene.height
             z: 2
             view: root.view
+            stage: stage
             pixelRatio: root.pixelRatio
-            veil: veils.overCover
-            rowVeil: veils.rowColor
         }
 
         TrackInformationPanel {
@@ -68,8 +78,8 @@ Item {
             anchors.fill: parent
             z: 3
             view: root.view
+            stage: stage
             pixelRatio: root.pixelRatio
-            hasCassette: recordArea.hasCassette
             isBesideList: coverArea.showsBack
             bar: {
                 const place = transportBar.panelItem, isShown = root.view.controls.showTrackControls;
@@ -80,22 +90,6 @@ Item {
         }
     }
 
-    VeilModel {
-        id: veils
-
-        view: root.view
-        panel: panel
-        record: root.view.record
-        recordPlace: recordArea.discPlace
-        cassette: root.view.cassetteImage
-        cassettePlace: recordArea.cassettePlace
-        cover: root.view.isFlipped ? root.view.noPicture : root.view.artwork
-        coverPlace: coverArea.picturePlace
-        coverRadius: Theme.coverRadius
-        listPlace: root.view.isFlipped ? Qt.rect(coverArea.x, coverArea.y, coverArea.width, coverArea.height)
-                                       : Qt.rect(0, 0, 0, 0)
-    }
-
     TrackControlsView {
         id: transportBar
 
@@ -104,10 +98,10 @@ Item {
         settings: root.view.settings
         backgroundManager: root.view.backgroundManager
         point: root.point
-        backdrop: root.view.backdrop(Qt.size(scene.width, scene.height), root.view.paintedColors,
-                                     root.view.isFlipped ? root.view.noPicture : root.view.artwork,
-                                     coverArea.picturePlace,
-                                     recordArea.visible && !recordArea.hasCassette ? root.view.record
+        backdrop: root.view.backdrop(Qt.size(scene.width, scene.height), stage.colors,
+                                     root.view.isFlipped ? root.view.noPicture : stage.artwork,
+                                     stage.coverPlace,
+                                     recordArea.visible && !recordArea.hasCassette ? stage.record
                                                                                    : root.view.noPicture,
                                      recordArea.diameter)
     }

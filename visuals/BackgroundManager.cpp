@@ -112,6 +112,8 @@ void BackgroundManager::publishNext() {
 void BackgroundManager::publish(BackgroundOption style, const BackgroundColours& found) {
     assignColours(style, found);
     Q_EMIT published();
+    if (hasPublishedAll())
+        Q_EMIT settled();
 }
 
 void BackgroundManager::assignColours(BackgroundOption style, const BackgroundColours& found) {
@@ -152,12 +154,16 @@ void BackgroundManager::assignDarkPair(const std::vector<Colour>& colours) {
 void BackgroundManager::publishTextColor(const Colour& color) {
     if (color == m_lastDynamicTextColor)
         return;
+    ++m_textsDue;
     m_dispatcher.mainQueue().async([this, color, alive = std::weak_ptr(m_alive)] {
         if (alive.expired())
             return;
+        --m_textsDue;
         m_dynamicTextColor = color;
         m_lastDynamicTextColor = color;
         Q_EMIT dynamicTextColorChanged();
+        if (hasPublishedAll())
+            Q_EMIT settled();
     });
 }
 

@@ -53,6 +53,9 @@ public:
     /// Whether everything that was asked for is published, the text colour apart.
     bool isSettled() const { return m_requests.empty(); }
 
+    /// Whether everything that was asked for is published, the text colour too.
+    bool hasPublishedAll() const { return m_requests.empty() && m_textsDue == 0; }
+
     /// The style that `random` stands for; none until one is drawn. Setting it to none makes the next
     /// call draw anew.
     std::optional<BackgroundOption> lastRandomChoice;
@@ -70,6 +73,8 @@ Q_SIGNALS:
     void darkGradientColorsChanged();
     /// What was asked for is published, whether or not it is another than before.
     void published();
+    /// Nothing is left to publish.
+    void settled();
 
 private:
     /// A cover and a style.
@@ -98,6 +103,7 @@ private:
     Colour m_dynamicTextColor = colours::white;
     Colour m_lastDynamicTextColor = colours::white;
     std::deque<Request> m_requests; ///< that wait for an analysis or for those before them
+    int m_textsDue = 0;             ///< tasks that will publish a text colour
     bool m_textMayBeDue = false;    ///< of the request that was published last from there
     std::map<Key, Found> m_found;
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);

@@ -123,6 +123,16 @@ std::shared_ptr<const QImage> DiscImage::render(int side) const {
     return m_content && side >= smallestSide ? m_content->render(side) : nullptr;
 }
 
+DiscImage DiscImage::rendered(int side) const {
+    DiscImage disc = *this;
+    disc.m_rendering = render(side);
+    return disc;
+}
+
+std::shared_ptr<const QImage> DiscImage::rendering(int side) const {
+    return m_rendering && m_rendering->width() == side ? m_rendering : nullptr;
+}
+
 bool DiscImage::operator==(const DiscImage& other) const {
     if (m_content == other.m_content)
         return true;

@@ -56,6 +56,12 @@ public:
     /// `smallestSide`.
     std::shared_ptr<const QImage> render(int side) const;
 
+    /// The same, with a drawing of it at hand. Takes as long as `render`.
+    DiscImage rendered(int side) const;
+    /// The drawing that is at hand; null when there is none of that size.
+    std::shared_ptr<const QImage> rendering(int side) const;
+
+    /// Whatever is at hand.
     bool operator==(const DiscImage& other) const;
 
 private:
@@ -64,6 +70,7 @@ private:
     explicit DiscImage(std::shared_ptr<const Content> content) : m_content(std::move(content)) {}
 
     std::shared_ptr<const Content> m_content;
+    std::shared_ptr<const QImage> m_rendering;
 };
 
 } // namespace tarnwick

@@ -114,6 +114,13 @@ void RotatingCDNSView::follow() {
 
 void RotatingCDNSView::draw() {
     const int side = m_cdLayer->deviceSize().width();
+    if (auto ready = m_currentImage.rendering(side); ready && m_drawnImage != m_currentImage) {
+        m_drawnSide = side;
+        m_drawnImage = m_currentImage;
+        ++m_order;
+        m_cdLayer->setPicture(std::move(ready));
+        return;
+    }
     if (m_drawing || side < DiscImage::smallestSide ||
         (m_drawnSide == side && m_drawnImage == m_currentImage))
         return;
@@ -128,12 +135,14 @@ void RotatingCDNSView::draw() {
         return *broken ? Catalogue::shared().picture(QStringLiteral("cddefault"), QSize(side, side))
                        : picture;
     };
-    renderqueue::run(make, [self = QPointer(this), broken](const PictureItem::Picture& picture) {
+    renderqueue::run(make, [self = QPointer(this), broken,
+                            order = ++m_order](const PictureItem::Picture& picture) {
         if (!self)
             return;
         if (*broken)
             Q_EMIT self->logLine(QStringLiteral("Errore: Immagine non valida. Usando immagine predefinita."));
-        self->m_cdLayer->setPicture(picture);
+        if (self->m_order == order) // else overtaken by one that was ready
+            self->m_cdLayer->setPicture(picture);
         self->m_drawing = false;
         self->follow();
     });

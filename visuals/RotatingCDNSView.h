@@ -46,8 +46,9 @@ public:
     /// Reads the time from `clock`, which must outlive the view; null is the system's.
     void setClock(animation::Clock* clock);
 
-    /// Shows `image`, drawn off the main thread at the device pixels of `side` points. When it turns out to
-    /// be no picture, the default disc takes its place. While the view is being resized it is stretched.
+    /// Shows `image`, drawn off the main thread at the device pixels of `side` points; at once when such a
+    /// drawing is at hand. When it turns out to be no picture, the default disc takes its place. While the
+    /// view is being resized it is stretched.
     void updateImage(const DiscImage& image, double side);
 
     /// Turns on from the angle on screen.
@@ -93,6 +94,7 @@ private:
     DiscImage m_drawnImage; ///< what is drawn or being drawn
     int m_drawnSide = 0;
     bool m_drawing = false;
+    int m_order = 0; ///< of the drawing that was asked for last, or was ready
     SettleTimer m_settling{[this] { draw(); }};
 };
 

@@ -9,13 +9,10 @@ Item {
     id: root
 
     required property TarnwickView view
+    required property Stage stage
     required property real pixelRatio
-    required property veilPicture veil ///< over the cover
-    required property color rowVeil    ///< under the rows of the dynamic list
 
-    /// Where the front of the cover is when it rests.
-    readonly property rect picturePlace: Qt.rect(x, y + front.coverY, front.coverWidth, front.coverHeight)
-
+    readonly property CutPictureItem coverItem: front.coverItem
     readonly property real side: Math.min(width, height)
 
     /// 0 is the front, 1 the back.
@@ -52,13 +49,12 @@ Item {
         visible: artwork.isPresent && (root.view.reducedMotion ? root.turn < 1 : !root.showsBack)
         opacity: root.view.reducedMotion ? 1 - root.turn : 1
         fadeDuration: root.view.reducedMotion && root.view.canBeSeen ? Theme.defaultDuration : 0
-        artwork: root.view.artwork
-        record: root.view.cassetteImage.isPresent || root.view.musicSource.isPlayerActive ? root.view.noPicture
-                                                                                          : root.view.record
+        artwork: root.stage.artwork
+        record: root.stage.cassette.isPresent || root.stage.isActive ? root.view.noPicture : root.stage.record
         area: Qt.size(root.width, root.height)
         pixelRatio: root.pixelRatio
         transform: Flip {
-            origin: Qt.point(root.side / 2, root.height / 2)
+            origin: Qt.point(front.coverWidth / 2, root.height / 2) // the picture's own axis
             distance: root.side
             angle: root.spin % 360
         }
@@ -69,8 +65,8 @@ Item {
             y: front.coverY
             width: front.coverWidth
             height: front.coverHeight
-            veil: root.veil
-            isGentle: root.view.canBeSeen
+            veil: root.stage.overCover
+            isGentle: root.view.canBeSeen && root.stage.comesGently
             isShown: root.turn === 0
         }
     }
@@ -81,8 +77,8 @@ Item {
         visible: root.view.reducedMotion ? root.turn > 0 : root.showsBack
         opacity: root.view.reducedMotion ? root.turn : 1
         view: root.view
+        stage: root.stage
         pixelRatio: root.pixelRatio
-        rowVeil: root.rowVeil
         transform: Flip {
             origin: Qt.point(root.width / 2, root.height / 2)
             angle: root.view.reducedMotion ? 0 : 180

@@ -18,12 +18,14 @@ Item {
 
     signal tapped
 
-    /// The size in which the cover is shown, and where it begins; like the record's, on whole device pixels.
-    readonly property real coverWidth: onPixels(fittingWidth)
-    readonly property real coverHeight: onPixels(fittingWidth / artwork.aspectRatio)
-    readonly property real coverY: onPixels((height - coverHeight) / 2)
+    readonly property CutPictureItem coverItem: cover
 
-    readonly property real fittingWidth: Math.min(width, height * artwork.aspectRatio)
+    /// Where the cover is shown; like the record, on whole device pixels.
+    readonly property rect place: artwork.placeIn(Qt.size(width, height), pixelRatio)
+    readonly property real coverWidth: place.width
+    readonly property real coverHeight: place.height
+    readonly property real coverY: place.y
+
     readonly property real recordSide: onPixels(Math.min(area.width, area.height))
 
     function onPixels(length: real): real {
@@ -47,6 +49,8 @@ Item {
     }
 
     CutPictureItem {
+        id: cover
+
         y: root.coverY
         width: root.coverWidth
         height: root.coverHeight

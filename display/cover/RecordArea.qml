@@ -10,21 +10,18 @@ Item {
     id: root
 
     required property TarnwickView view
+    required property Stage stage
     required property real point      ///< what the item is enlarged by when it is drawn
     required property real pixelRatio
-    required property veilPicture veil ///< over the record in its place
 
-    /// The square of the record and the rectangle of the cassette in their places.
-    readonly property rect discPlace: Qt.rect(width / 2 - diameter / 2, height / 2 - diameter / 2, diameter, diameter)
-    readonly property rect cassettePlace: Qt.rect(centreOut - width / 4, (height - cassette.height) / 2, width / 2, cassette.height)
+    readonly property CutPictureItem cassetteItem: cassette
 
-    readonly property bool hasCassette: view.cassetteImage.isPresent
-    readonly property real diameter: Math.min(width / 2, height)
-    readonly property real centreOut: hasCassette && !view.isFullscreen ? 0.45 * width : 0.5 * width
+    readonly property bool hasCassette: stage.cassette.isPresent
+    readonly property real diameter: stage.discPlace.width
+    /// Where what is shown rests, and its middle.
+    readonly property rect place: hasCassette ? stage.cassettePlace : stage.discPlace
+    readonly property real centreOut: place.x + place.width / 2
     readonly property real centreAway: -0.25 * width
-    /// Whether the record rests in its place.
-    readonly property bool isResting: slide === 0
-
     /// 0 in its place, 1 away behind the cover.
     property real slide: view.isCDVisible ? 0 : 1
 
@@ -37,7 +34,7 @@ Item {
         }
     }
 
-    visible: view.musicSource.isPlayerActive
+    visible: stage.isActive
 
     Item {
         id: carriage
@@ -56,7 +53,7 @@ Item {
             visible: !root.hasCassette
             clock: root.view.clock
             size: root.diameter * root.point
-            nsImage: root.view.rotatingCDManager.cdImage
+            nsImage: root.stage.record.disc
             isPlaying: root.view.rotatingCDManager.isPlaying && !root.view.reducedMotion
             rotateCDDuringPlayback: root.view.rotatingCDManager.rotateCDDuringPlayback
             onLogLine: line => root.view.log(line)
@@ -66,23 +63,21 @@ Item {
             id: cassette
 
             anchors.centerIn: parent
-            width: root.width / 2
-            height: width / picture.aspectRatio
+            width: root.stage.cassettePlace.width
+            height: root.stage.cassettePlace.height
             visible: root.hasCassette
-            picture: root.view.cassetteImage
+            picture: root.stage.cassette
             pixelRatio: root.pixelRatio
         }
-    }
 
-    Veil {
-        readonly property rect surface: root.hasCassette ? root.cassettePlace : root.discPlace
-
-        x: surface.x
-        y: surface.y
-        width: surface.width
-        height: surface.height
-        veil: root.veil
-        isGentle: root.view.canBeSeen
-        isShown: root.isResting
+        // As strong under a line while the record slides as it is at rest: what comes under the line is what
+        // lay under it further to the right.
+        Veil {
+            anchors.centerIn: parent
+            width: root.place.width
+            height: root.place.height
+            veil: root.stage.overRecord
+            isGentle: root.view.canBeSeen && root.stage.comesGently
+        }
     }
 }

@@ -8,6 +8,7 @@ Item {
     id: root
 
     required property PanelItem panel
+    required property Stage stage
     /// Device pixels of a point, and what of that is the scale that the panel itself is drawn with.
     required property real pixelRatio
 
@@ -26,7 +27,7 @@ Item {
             name: modelData.name
             radius: 0.07 * modelData.box.width * root.pixelRatio
             edgeWidth: root.pixelRatio
-            edge: Qt.rgba(root.panel.textColor.r, root.panel.textColor.g, root.panel.textColor.b, 0.35)
+            edge: Qt.rgba(root.stage.textColor.r, root.stage.textColor.g, root.stage.textColor.b, 0.35)
             Accessible.role: Accessible.Graphic
             Accessible.name: modelData.name.replace(/-/g, " ")
         }

@@ -1,7 +1,6 @@
 #include "display/panel/PanelItem.h"
 
 #include "assets/Catalogue.h"
-#include "display/panel/Legibility.h"
 #include "display/state/TrackTexts.h"
 #include "visuals/FlagsManager.h"
 #include "visuals/FormatLogo.h"
@@ -54,7 +53,6 @@ void PanelItem::setView(TarnwickView* view) {
     if (view)
         follow(*view);
     Q_EMIT viewChanged();
-    Q_EMIT coloursChanged();
     considerClock();
     considerPosition();
     considerFacts();
@@ -80,12 +78,11 @@ void PanelItem::follow(TarnwickView& view) {
                                &Settings::showTrackCommentsChanged, &Settings::showTrackYearChanged,
                                &Settings::selectedTrackInfoFontChanged, &Settings::selectedClockFontChanged})
         connect(view.settings(), changed, this, &PanelItem::considerFacts);
-    BackgroundManager& background = view.backgroundManager();
-    connect(&background, &BackgroundManager::dynamicTextColorChanged, this, &PanelItem::considerFacts);
-    connect(&background, &BackgroundManager::dynamicTextColorChanged, this, &PanelItem::coloursChanged);
-    connect(&view, &TarnwickView::paintedColorsChanged, this, &PanelItem::coloursChanged);
+    connect(&view.backgroundManager(), &BackgroundManager::dynamicTextColorChanged, this,
+            &PanelItem::considerFacts);
     connect(&view, &TarnwickView::currentTimeChanged, this, &PanelItem::considerClock);
     connect(&view, &TarnwickView::isFullscreenChanged, this, [this] { polish(); });
+    connect(&view, &TarnwickView::cassetteImageChanged, this, [this] { polish(); });
 }
 
 PanelFacts PanelItem::gatherFacts() const {
@@ -134,10 +131,10 @@ PanelFacts PanelItem::gatherFacts() const {
     return facts;
 }
 
-PanelFrame PanelItem::frame() const {
+PanelFrame PanelItem::frame(bool hasCassette) const {
     return {.window = size(),
             .fullScreen = m_view && m_view->isFullscreen(),
-            .cassette = m_hasCassette,
+            .cassette = hasCassette,
             .list = m_isBesideList,
             .pixelRatio = m_pixelRatio};
 }
@@ -148,23 +145,18 @@ void PanelItem::considerFacts() {
     PanelFacts facts = gatherFacts();
     if (facts == m_facts && m_layoutCount > 0)
         return;
-    const bool hasOtherDuration = facts.duration != m_facts.duration;
     m_facts = std::move(facts);
     m_factsAreNew = true;
     polish();
     Q_EMIT sentenceChanged();
-    if (hasOtherDuration) // which may well leave the layout as it is
-        Q_EMIT durationTextChanged();
 }
 
 void PanelItem::considerPosition() {
     if (!m_view)
         return;
     const MusicSource& source = m_view->musicSource();
-    if (const QString text = durationText(source.elapsedTime()); text != m_elapsedText) {
-        m_elapsedText = text;
-        Q_EMIT elapsedTextChanged();
-    }
+    m_elapsedText = durationText(source.elapsedTime());
+    showTexts();
     const double total =
         std::isfinite(source.trackDuration()) && source.trackDuration() > 1 ? source.trackDuration() : 1;
     const double elapsed = std::isfinite(source.elapsedTime()) ? source.elapsedTime() : 0;
@@ -186,7 +178,7 @@ void PanelItem::considerClock() {
     if (text == m_clockText)
         return;
     m_clockText = text;
-    Q_EMIT clockTextChanged();
+    showTexts();
     considerFacts(); // the date may be another
 }
 
@@ -206,14 +198,6 @@ void PanelItem::setBar(const QRectF& bar) {
     Q_EMIT barChanged();
 }
 
-void PanelItem::setHasCassette(bool cassette) {
-    if (m_hasCassette == cassette)
-        return;
-    m_hasCassette = cassette;
-    polish();
-    Q_EMIT hasCassetteChanged();
-}
-
 void PanelItem::setBesideList(bool beside) {
     if (m_isBesideList == beside)
         return;
@@ -228,26 +212,63 @@ void PanelItem::geometryChange(const QRectF& now, const QRectF& before) {
         polish();
 }
 
-void PanelItem::updatePolish() {
-    if (!m_view || (!m_factsAreNew && frame() == m_laidOutFor))
+void PanelItem::updatePolish() { layOut(); }
+
+PanelLayout PanelItem::laidOut(const PanelFacts& facts, const PanelFrame& frame) {
+    ++m_layoutCount;
+    return layoutPanel(facts, frame, RegisteredPanelFonts(m_view->fonts()));
+}
+
+void PanelItem::layOut() {
+    if (!m_view)
+        return;
+    const PanelFrame next = frame(m_view->cassetteImage().isPresent());
+    if (!m_factsAreNew && next == m_coming.frame)
         return;
     m_factsAreNew = false;
-    m_laidOutFor = frame();
-    PanelLayout layout = layoutPanel(m_facts, m_laidOutFor, RegisteredPanelFonts(m_view->fonts()));
-    ++m_layoutCount;
-    if (layout == m_layout)
+    m_coming = {m_facts, next, laidOut(m_facts, next)};
+    Q_EMIT comingChanged();
+    if (const PanelFrame now = frame(m_shown.frame.cassette);
+        now != m_shown.frame || m_facts == m_shown.facts)
+        show(m_facts == m_shown.facts && now == next ? m_coming : m_shown);
+}
+
+void PanelItem::show(const PanelSheet& sheet) {
+    const bool hasOtherDuration = sheet.facts.duration != m_shown.facts.duration;
+    const PanelFrame now = frame(sheet.frame.cassette);
+    PanelSheet shown = sheet;
+    if (shown.frame != now) // the window has changed since then
+        shown = {sheet.facts, now, laidOut(sheet.facts, now)};
+    const bool isOther = shown.layout != m_shown.layout;
+    m_shown = std::move(shown);
+    showTexts();
+    if (hasOtherDuration) // which may well leave the layout as it is
+        Q_EMIT durationTextChanged();
+    if (!isOther)
         return;
-    m_layout = std::move(layout);
-    m_lines.setLines(m_layout.lines);
+    m_lines.setLines(m_shown.layout.lines);
     Q_EMIT layoutChanged();
     giveWay();
+}
+
+/// A time is shown where it stands in the cells that were laid out for it, another shape of it with the next
+/// layout.
+void PanelItem::showTexts() {
+    if (m_shown.facts.elapsed == shapeOf(m_elapsedText) && m_shownElapsed != m_elapsedText) {
+        m_shownElapsed = m_elapsedText;
+        Q_EMIT elapsedTextChanged();
+    }
+    if (m_shown.facts.clock == shapeOf(m_clockText) && m_shownClock != m_clockText) {
+        m_shownClock = m_clockText;
+        Q_EMIT clockTextChanged();
+    }
 }
 
 void PanelItem::giveWay() {
     int hidden = 0;
     for (const PanelBlock block :
          {PanelBlock::Details, PanelBlock::Clock, PanelBlock::Flags, PanelBlock::Comment}) {
-        if (!m_bar.isEmpty() && m_layout.givesWay(block, m_bar, marginOfBar))
+        if (!m_bar.isEmpty() && m_shown.layout.givesWay(block, m_bar, marginOfBar))
             hidden |= 1 << static_cast<int>(block);
     }
     if (hidden != m_hiddenBlocks) {
@@ -258,21 +279,9 @@ void PanelItem::giveWay() {
 
 QVariantList PanelItem::flags() const {
     QVariantList flags;
-    for (const PanelPicture& flag : m_layout.flags)
+    for (const PanelPicture& flag : m_shown.layout.flags)
         flags.append(QVariant::fromValue(flag));
     return flags;
-}
-
-Colour PanelItem::text() const {
-    return m_view ? m_view->backgroundManager().dynamicTextColor() : colours::white;
-}
-
-QColor PanelItem::textColor() const { return text().toQColor(); }
-
-QColor PanelItem::progressColor() const {
-    const QList<QColor> painted = m_view ? m_view->paintedColors() : QList<QColor>();
-    return progressGreen(text(), painted.isEmpty() ? colours::black : Colour::fromQColor(painted.front()))
-        .toQColor();
 }
 
 QString PanelItem::sentence() const {

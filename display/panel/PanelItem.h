@@ -9,9 +9,21 @@
 
 namespace tarnwick {
 
+/// What the panel says, and how it is laid out.
+struct PanelSheet {
+    PanelFacts facts;
+    PanelFrame frame;
+    PanelLayout layout;
+
+    friend bool operator==(const PanelSheet&, const PanelSheet&) = default;
+};
+
 /// Keeps the layout of the panel up to date with what is played, the preferences and the window; the looks
 /// draw what it says. The layout is made anew before the next frame, and only when something in it changes;
 /// a second that passes changes a text and the bar.
+///
+/// What there is to say of another track is laid out at once and shown when `show` is called; in another
+/// frame what is shown is laid out anew.
 class PanelItem : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
@@ -21,8 +33,6 @@ class PanelItem : public QQuickItem {
     /// What the bar covers while it is shown; empty when it is not.
     Q_PROPERTY(QRectF bar READ bar WRITE setBar NOTIFY barChanged)
 
-    /// A cassette is shown in place of the record.
-    Q_PROPERTY(bool hasCassette READ hasCassette WRITE setHasCassette NOTIFY hasCassetteChanged)
     /// The track list is shown, over which no line runs.
     Q_PROPERTY(bool isBesideList READ isBesideList WRITE setBesideList NOTIFY isBesideListChanged)
 
@@ -42,8 +52,6 @@ class PanelItem : public QQuickItem {
     /// 0…1.
     Q_PROPERTY(double progress READ progress NOTIFY progressChanged)
     Q_PROPERTY(QString clockText READ clockText NOTIFY clockTextChanged)
-    Q_PROPERTY(QColor textColor READ textColor NOTIFY coloursChanged)
-    Q_PROPERTY(QColor progressColor READ progressColor NOTIFY coloursChanged)
     /// What is played, as one sentence.
     Q_PROPERTY(QString sentence READ sentence NOTIFY sentenceChanged)
     /// A bit for each block, numbered as the `block` of a line, that gives way to the bar.
@@ -63,35 +71,39 @@ public:
     void setView(TarnwickView* view);
     void setPixelRatio(double ratio);
     void setBar(const QRectF& bar);
-    void setHasCassette(bool cassette);
     void setBesideList(bool beside);
 
     TarnwickView* view() const { return m_view; }
     double pixelRatio() const { return m_pixelRatio; }
     const QRectF& bar() const { return m_bar; }
-    bool hasCassette() const { return m_hasCassette; }
     bool isBesideList() const { return m_isBesideList; }
 
-    const PanelLayout& layout() const { return m_layout; }
+    /// What is laid out, to be shown next.
+    const PanelSheet& coming() const { return m_coming; }
+    /// Brings `coming` up to date.
+    void layOut();
+    /// Shows what was to come.
+    void show(const PanelSheet& sheet);
+
+    /// What is shown.
+    const PanelLayout& layout() const { return m_shown.layout; }
     QAbstractListModel* linesModel() { return &m_lines; }
-    bool hasProgress() const { return m_layout.progress.has_value(); }
+    bool hasProgress() const { return m_shown.layout.progress.has_value(); }
     PanelFigures elapsedFigures() const {
-        return m_layout.progress ? m_layout.progress->elapsed : PanelFigures();
+        return m_shown.layout.progress ? m_shown.layout.progress->elapsed : PanelFigures();
     }
     PanelFigures durationFigures() const {
-        return m_layout.progress ? m_layout.progress->duration : PanelFigures();
+        return m_shown.layout.progress ? m_shown.layout.progress->duration : PanelFigures();
     }
-    QRectF progressBar() const { return m_layout.progress ? m_layout.progress->bar : QRectF(); }
-    bool hasClock() const { return m_layout.clock.has_value(); }
-    PanelFigures clockFigures() const { return m_layout.clock.value_or(PanelFigures()); }
-    PanelPicture logo() const { return m_layout.logo.value_or(PanelPicture()); }
+    QRectF progressBar() const { return m_shown.layout.progress ? m_shown.layout.progress->bar : QRectF(); }
+    bool hasClock() const { return m_shown.layout.clock.has_value(); }
+    PanelFigures clockFigures() const { return m_shown.layout.clock.value_or(PanelFigures()); }
+    PanelPicture logo() const { return m_shown.layout.logo.value_or(PanelPicture()); }
     QVariantList flags() const;
-    const QString& elapsedText() const { return m_elapsedText; }
-    const QString& shownDuration() const { return m_facts.duration; }
+    const QString& elapsedText() const { return m_shownElapsed; }
+    const QString& shownDuration() const { return m_shown.facts.duration; }
     double progress() const { return m_progress; }
-    const QString& clockText() const { return m_clockText; }
-    QColor textColor() const;
-    QColor progressColor() const;
+    const QString& clockText() const { return m_shownClock; }
     QString sentence() const;
     int hiddenBlocks() const { return m_hiddenBlocks; }
 
@@ -102,14 +114,14 @@ Q_SIGNALS:
     void viewChanged();
     void pixelRatioChanged();
     void barChanged();
-    void hasCassetteChanged();
     void isBesideListChanged();
     void layoutChanged();
+    /// There is something else to show.
+    void comingChanged();
     void elapsedTextChanged();
     void durationTextChanged();
     void progressChanged();
     void clockTextChanged();
-    void coloursChanged();
     void sentenceChanged();
     void hiddenBlocksChanged();
 
@@ -120,25 +132,27 @@ protected:
 private:
     void follow(TarnwickView& view);
     PanelFacts gatherFacts() const;
-    PanelFrame frame() const;
+    PanelFrame frame(bool hasCassette) const;
+    PanelLayout laidOut(const PanelFacts& facts, const PanelFrame& frame);
+    void showTexts();
     void considerFacts();
     void considerPosition();
     void considerClock();
     void giveWay();
-    Colour text() const;
 
     QPointer<TarnwickView> m_view;
     double m_pixelRatio = 1;
     QRectF m_bar;
-    bool m_hasCassette = false;
     bool m_isBesideList = false;
     PanelFacts m_facts;
-    PanelFrame m_laidOutFor;
     bool m_factsAreNew = true;
-    PanelLayout m_layout;
+    PanelSheet m_coming;
+    PanelSheet m_shown;
     PanelLines m_lines;
-    QString m_elapsedText;
+    QString m_elapsedText; // as it is, and as it stands in the layout that is shown
+    QString m_shownElapsed;
     QString m_clockText;
+    QString m_shownClock;
     double m_progress = 0;
     int m_hiddenBlocks = 0;
     int m_layoutCount = 0;

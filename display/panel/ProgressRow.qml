@@ -9,6 +9,7 @@ Item {
     id: root
 
     required property PanelItem panel
+    required property Stage stage
 
     readonly property rect bar: panel.progressBar
 
@@ -18,7 +19,7 @@ Item {
     FigureRow {
         text: root.panel.elapsedText
         figures: root.panel.elapsedFigures
-        color: root.panel.textColor
+        color: root.stage.textColor
         pixelRatio: root.panel.pixelRatio
     }
     SharpRectangle {
@@ -27,7 +28,7 @@ Item {
         width: root.bar.width
         height: root.bar.height
         radius: height / 2
-        color: root.panel.textColor
+        color: root.stage.textColor
         opacity: 0.28
         pixelRatio: root.panel.pixelRatio
     }
@@ -40,13 +41,13 @@ Item {
         width: Math.max(height, played)
         height: root.bar.height
         radius: height / 2
-        color: root.panel.progressColor
+        color: root.stage.progressColor
         pixelRatio: root.panel.pixelRatio
     }
     FigureRow {
         text: root.panel.durationText
         figures: root.panel.durationFigures
-        color: root.panel.textColor
+        color: root.stage.textColor
         pixelRatio: root.panel.pixelRatio
     }
 }

@@ -9,6 +9,8 @@ import Tarnwick.Display
 PanelItem {
     id: root
 
+    required property Stage stage
+
     /// What the items of the panel are enlarged by when they are drawn.
     readonly property real point: pixelRatio / Screen.devicePixelRatio
 
@@ -33,6 +35,7 @@ PanelItem {
         ProgressRow {
             visible: root.hasProgress
             panel: root
+            stage: root.stage
         }
 
         Repeater {
@@ -61,7 +64,7 @@ PanelItem {
                     TypeItem {
                         x: line.lineX
                         y: line.lineBaseline - baselineOffset - parent.y
-                        color: root.textColor
+                        color: root.stage.textColor
                         font: line.lineFont
                         text: line.lineText
                         pixelRatio: root.pixelRatio
@@ -95,7 +98,7 @@ PanelItem {
                 visible: root.hasClock
                 text: root.hasClock ? root.clockText : "" // what is not seen draws nothing anew
                 figures: root.clockFigures
-                color: root.textColor
+                color: root.stage.textColor
                 pixelRatio: root.pixelRatio
             }
         }
@@ -105,6 +108,7 @@ PanelItem {
 
             FlagsRow {
                 panel: root
+                stage: root.stage
                 pixelRatio: root.pixelRatio
             }
         }

@@ -40,12 +40,12 @@ void CutPictureItem::updatePolish() {
         remake();
 }
 
-PictureCut CutPictureItem::wantedCut() const {
+PictureCut CutPictureItem::cutFor(QSizeF size) const {
     const double ratio = m_pixelRatio;
-    const QSize size(static_cast<int>(std::lround(width() * ratio)),
-                     static_cast<int>(std::lround(height() * ratio)));
-    const double radius = m_isRound ? std::max(size.width(), size.height()) : m_cornerRadius * ratio;
-    return {size, radius, m_shadowOpacity, m_shadowRadius * ratio, QPointF(0, m_shadowOffset * ratio)};
+    const QSize device(static_cast<int>(std::lround(size.width() * ratio)),
+                       static_cast<int>(std::lround(size.height() * ratio)));
+    const double radius = m_isRound ? std::max(device.width(), device.height()) : m_cornerRadius * ratio;
+    return {device, radius, m_shadowOpacity, m_shadowRadius * ratio, QPointF(0, m_shadowOffset * ratio)};
 }
 
 void CutPictureItem::remake() {
@@ -57,12 +57,17 @@ void CutPictureItem::remake() {
         show({}, {}, {});
         return;
     }
-    const PictureCut cut = wantedCut();
+    const PictureCut cut = cutFor(size());
     if (cut.size.isEmpty() || (m_asked == m_picture && m_askedCut == cut))
         return;
     m_asked = m_picture;
     m_askedCut = cut;
     m_settling.stop();
+    if (m_picture.prepared && m_picture.prepared->cut == cut) {
+        ++m_order;
+        show(m_picture.prepared->image, m_picture, cut);
+        return;
+    }
     renderqueue::run(
         [picture = m_picture, cut] {
             return std::make_shared<const QImage>(
@@ -71,16 +76,19 @@ void CutPictureItem::remake() {
         [item = QPointer(this), picture = m_picture, cut,
          order = ++m_order](const renderqueue::Picture& drawn) {
             if (item && item->m_order == order) // else overtaken
-                item->show(*drawn, picture, cut);
+                item->show(drawn, picture, cut);
         });
 }
 
-void CutPictureItem::show(const QImage& drawn, const Picture& picture, const PictureCut& cut) {
-    if (picture != m_shown && !drawn.isNull() && m_layer->picture())
+void CutPictureItem::show(std::shared_ptr<const QImage> drawn, const Picture& picture,
+                          const PictureCut& cut) {
+    if (drawn && drawn->isNull())
+        drawn.reset();
+    if (picture != m_shown && drawn && m_layer->picture())
         keepBefore();
     m_shown = picture;
     m_shownCut = cut;
-    m_layer->setPicture(drawn.isNull() ? nullptr : std::make_shared<const QImage>(drawn));
+    m_layer->setPicture(std::move(drawn));
     layOut();
     Q_EMIT shown();
 }

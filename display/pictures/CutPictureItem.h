@@ -52,6 +52,9 @@ public:
     double shadowOffset() const { return m_shadowOffset; }
     double fade() const { return m_layer->opacity(); }
 
+    /// How a picture is cut that is shown `size` large, in units of the item's.
+    PictureCut cutFor(QSizeF size) const;
+
     bool isShown() const { return m_layer->picture() != nullptr; }
 
 Q_SIGNALS:
@@ -78,9 +81,8 @@ private:
         m_settling.start(); // a window that goes to full screen changes this and then its size
     }
 
-    PictureCut wantedCut() const;
     void remake();
-    void show(const QImage& drawn, const Picture& picture, const PictureCut& cut);
+    void show(std::shared_ptr<const QImage> drawn, const Picture& picture, const PictureCut& cut);
     void layOut();
     void keepBefore();
 

@@ -1,14 +1,25 @@
 #pragma once
 
+#include "assets/Catalogue.h"
+#include "display/pictures/PictureCut.h"
 #include "platform/images/Image.h"
 #include "visuals/DiscImage.h"
 
+#include <QImage>
 #include <QObject>
+#include <QRectF>
 #include <QtQmlIntegration/qqmlintegration.h>
 
+#include <memory>
 #include <optional>
 
 namespace tarnwick {
+
+/// A picture that has been cut out.
+struct PreparedPicture {
+    PictureCut cut;
+    std::shared_ptr<const QImage> image; ///< null when there turned out to be no picture
+};
 
 /// A cover, a disc, or none, as QML hands it on.
 struct Picture {
@@ -17,6 +28,7 @@ struct Picture {
     Q_PROPERTY(bool isPresent READ isPresent)
     /// Width by height; 1 when there is none.
     Q_PROPERTY(double aspectRatio READ aspectRatio)
+    Q_PROPERTY(tarnwick::DiscImage disc MEMBER disc)
 
 public:
     Picture() = default;
@@ -29,10 +41,22 @@ public:
         return size.isEmpty() ? 1.0 : double(size.width()) / size.height();
     }
 
-    friend bool operator==(const Picture&, const Picture&) = default;
+    /// Where the picture stands in `area` (points from its corner): as large as it fits, at the left edge, in
+    /// the middle of the height, on whole device pixels.
+    Q_INVOKABLE QRectF placeIn(const QSizeF& area, double pixelRatio) const;
+
+    /// Whatever has been prepared of it, it is the same picture.
+    friend bool operator==(const Picture& a, const Picture& b) {
+        return a.image == b.image && a.disc == b.disc;
+    }
 
     std::optional<images::Image> image;
-    DiscImage disc; ///< null when there is an image
+    DiscImage disc;                                  ///< null when there is an image
+    std::shared_ptr<const PreparedPicture> prepared; ///< null when nothing has been
 };
+
+/// The picture at exactly `size` device pixels, premultiplied; the catalogue's are drawn in that size.
+/// Null when it is none or broken. Any thread, but not the main one: it may take long.
+QImage fitted(const Catalogue& catalogue, const Picture& picture, QSize size);
 
 } // namespace tarnwick

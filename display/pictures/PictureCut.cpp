@@ -28,22 +28,6 @@ int PictureCut::margin() const {
     return static_cast<int>(std::ceil(reach)) + 1;
 }
 
-QImage fitted(const Catalogue& catalogue, const Picture& picture, QSize size) {
-    if (!picture.image) {
-        const auto drawn = picture.disc.render(std::min(size.width(), size.height()));
-        return drawn ? *drawn : QImage();
-    }
-    if (const QString name = catalogue.nameOf(*picture.image); !name.isEmpty()) {
-        const auto drawn = catalogue.picture(name, size);
-        return drawn ? *drawn : QImage();
-    }
-    const QImage pixels = picture.image->pixels();
-    if (pixels.isNull())
-        return {};
-    return pixels.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
-        .convertToFormat(QImage::Format_ARGB32_Premultiplied);
-}
-
 QImage cutOut(const QImage& picture, const PictureCut& how) {
     if (picture.isNull())
         return {};

@@ -1,8 +1,5 @@
 #pragma once
 
-#include "assets/Catalogue.h"
-#include "display/pictures/Picture.h"
-
 #include <QImage>
 #include <QPointF>
 #include <QSize>
@@ -22,10 +19,6 @@ struct PictureCut {
 
     friend bool operator==(const PictureCut&, const PictureCut&) = default;
 };
-
-/// The picture at exactly `size` device pixels, premultiplied; the catalogue's are drawn in that size.
-/// Null when it is none or broken. Any thread, but not the main one: it may take long.
-QImage fitted(const Catalogue& catalogue, const Picture& picture, QSize size);
 
 /// `picture`, which has the cut's size, cut out and with its shadow. Larger by the margin on every side.
 /// Null when `picture` is. Any thread.

@@ -15,6 +15,7 @@ constexpr auto clockInterval = 1s;
 constexpr auto turnDuration = 1000ms;
 constexpr auto slideDuration = 700ms;
 constexpr auto albumWriteBackDelay = 500ms;
+constexpr auto emptyListPatience = 10s;
 constexpr auto hoverDuration = 200ms;
 constexpr auto discChoiceDelay = 200ms;
 constexpr double fullTurn = 360;
@@ -59,6 +60,9 @@ void TarnwickView::appear() {
     startClock();
     if (const windows::Window* window = m_parts.windows.mainWindow())
         connect(window, &windows::Window::canBeSeenChanged, this, &TarnwickView::canBeSeenChanged);
+    if (const windows::Window* window =
+            m_parts.windows.firstWindow()) // whose state may change and not its size
+        connect(window, &windows::Window::didResize, this, &TarnwickView::considerFullScreen);
     Q_EMIT canBeSeenChanged();
 }
 
@@ -81,6 +85,11 @@ void TarnwickView::watchTheModel() {
     watch(&MusicSource::currentTrackTitle, [this](const QString&) { trackChanged(); });
     watch(&MusicSource::isPlaying, [this](bool isPlaying) {
         m_rotatingCDManager.updatePlayback(isPlaying, m_parts.settings.rotateCDDuringPlayback());
+    });
+    watch(&MusicSource::isPlayerActive, [this](bool isActive) {
+        const int silence = ++m_silences;
+        if (!isActive)
+            later(emptyListPatience, [this, silence] { turnBackFromNothing(silence); });
     });
     watch(&MusicSource::currentDiscNumber, [this](const auto&) { refreshRecordImage(true); });
     watch(&MusicSource::currentAlbumArtwork, [this](const auto&) {
@@ -191,7 +200,9 @@ void TarnwickView::startClock() {
                                      });
 }
 
-void TarnwickView::setWindowSize(const QSizeF&) {
+void TarnwickView::setWindowSize(const QSizeF&) { considerFullScreen(); }
+
+void TarnwickView::considerFullScreen() {
     assign(m_isFullscreen, isWindowFullScreen(), &TarnwickView::isFullscreenChanged);
 }
 
@@ -199,6 +210,13 @@ void TarnwickView::tapCover() {
     m_transaction.animate(turnDuration, [this] { setFlipped(!m_isFlipped); });
     if (m_isFlipped)
         m_parts.musicSource.fetchTracksByDisc();
+}
+
+/// The list has nothing to list, and the logo lies under it.
+void TarnwickView::turnBackFromNothing(int silence) {
+    if (silence != m_silences || m_parts.musicSource.isPlayerActive() || !m_isFlipped)
+        return;
+    m_transaction.animate(turnDuration, [this] { setFlipped(false); });
 }
 
 void TarnwickView::onKeyDown(int keyCode) {

@@ -51,7 +51,7 @@ class TarnwickView : public QObject {
     Q_PROPERTY(tarnwick::Picture noPicture READ noPicture CONSTANT)
     /// The colours behind everything, top to bottom.
     Q_PROPERTY(QList<QColor> paintedColors READ paintedColors NOTIFY paintedColorsChanged)
-    /// The main window is in full screen, as of the last change of its size.
+    /// The main window is in full screen.
     Q_PROPERTY(bool isFullscreen READ isFullscreen NOTIFY isFullscreenChanged)
     /// The transport bar.
     Q_PROPERTY(tarnwick::TrackControls* controls READ controls CONSTANT)
@@ -112,6 +112,9 @@ public:
     /// say. A disc drawn at random is drawn anew only when `force`d. The folder is looked at off the main
     /// thread, so what it holds shows a little later; until then nothing changes.
     void refreshRecordImage(bool force);
+
+    /// Whether nothing is being looked for that belongs to what plays: its record, its colours.
+    bool hasFoundEverything() const;
 
     /// The window's size in points; looks at full screen.
     Q_INVOKABLE void setWindowSize(const QSizeF& size);
@@ -177,8 +180,6 @@ public:
     /// To be painted behind everything, from top to bottom.
     const QList<QColor>& paintedColors() const { return m_paintedColors; }
     bool isFullscreen() const { return m_isFullscreen; }
-    bool showTrackControls() const { return m_controls.showTrackControls(); }
-    bool isHovered() const { return m_controls.isHovered(); }
     TrackControls* controls() { return &m_controls; }
     double rotationAngle() const { return m_rotationAngle; }
     bool isFlipped() const { return m_isFlipped; }
@@ -192,6 +193,8 @@ public:
     const ScreenSaverManager& screenSaverManager() const { return m_screenSaverManager; }
 
 Q_SIGNALS:
+    /// A record has been found or chosen, another one or not.
+    void found();
     void artworkChanged();
     void recordChanged();
     void cassetteImageChanged();
@@ -242,6 +245,8 @@ private:
     DiscImage generatedRecord(const RecordRequest& request, const QString& tag) const;
     void pushRecordImage();
     void startClock();
+    void considerFullScreen();
+    void turnBackFromNothing(int silence);
     void setFlipped(bool flipped);
     void select(std::optional<int> index);
     void confirmSelection();
@@ -273,6 +278,7 @@ private:
     QString m_recordAlbum; // the identity of the one whose record was asked for last
     QString m_previousAlbumIdentity;
     quint64 m_recordOrder = 0;     // of the choice that was asked for last
+    bool m_looksForRecord = false; // in the folder
     bool m_recordIsForced = false; // by a choice that was overtaken
     QList<QColor> m_paintedColors;
     bool m_hasCoversColours = false;                      // those of a cover, and not of none
@@ -281,6 +287,7 @@ private:
     bool m_canPlayTitles = true;
     double m_rotationAngle = 0;
     bool m_isFlipped = false;
+    int m_silences = 0; // counts up when music begins and when it ends
     bool m_isCDVisible = true;
     QString m_currentTime;
     QHash<int, int> m_hoveringTracks; // by disc; a disc without a hovered row has no entry

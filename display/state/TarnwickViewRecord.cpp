@@ -21,8 +21,10 @@ void TarnwickView::refreshRecordImage(bool force) {
                                 settings.defaultCDImageChoice(), source.currentAlbumArtwork()};
     const auto order = ++m_recordOrder;
     const auto folder = source.currentTrackFolderURL();
+    m_looksForRecord = folder.has_value();
     if (!folder) {
         chooseRecord(request);
+        Q_EMIT this->found();
         return;
     }
     m_parts.dispatcher.globalQueue(dispatch::QualityOfService::Background)
@@ -33,12 +35,18 @@ void TarnwickView::refreshRecordImage(bool force) {
                 [this, alive, found = findFolderPicture(folder, disc, store), request, order] {
                     if (alive.expired() || order != m_recordOrder)
                         return;
+                    m_looksForRecord = false;
                     if (found)
                         takeFolderPicture(*found);
                     else
                         chooseRecord(request);
+                    Q_EMIT this->found();
                 });
         });
+}
+
+bool TarnwickView::hasFoundEverything() const {
+    return !m_looksForRecord && m_parts.backgroundManager.hasPublishedAll();
 }
 
 void TarnwickView::takeFolderPicture(const FolderPicture& found) {

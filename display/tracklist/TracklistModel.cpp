@@ -3,6 +3,8 @@
 #include "display/state/TarnwickView.h"
 #include "display/state/TrackTexts.h"
 
+#include <algorithm>
+
 namespace tarnwick {
 
 void TracklistModel::setView(TarnwickView* view) {
@@ -60,6 +62,7 @@ void TracklistModel::rebuild() {
     endResetModel();
     Q_EMIT isEmptyChanged();
     Q_EMIT selectedRowChanged();
+    Q_EMIT rowsChanged();
 }
 
 void TracklistModel::followAlbum() {
@@ -98,6 +101,13 @@ int TracklistModel::selectedRow() const {
         if (m_rows[static_cast<size_t>(row)].flat == *selected)
             return row;
     return -1;
+}
+
+int TracklistModel::currentRow() const {
+    const auto current = std::find_if(m_rows.begin(), m_rows.end(), [this](const Row& row) {
+        return row.kind == TitleRow && isCurrent(row);
+    });
+    return m_view && current != m_rows.end() ? static_cast<int>(current - m_rows.begin()) : -1;
 }
 
 int TracklistModel::rowCount(const QModelIndex& parent) const {

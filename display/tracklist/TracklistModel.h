@@ -21,6 +21,8 @@ class TracklistModel : public QAbstractListModel {
     Q_PROPERTY(bool isEmpty READ isEmpty NOTIFY isEmptyChanged)
     /// The row of the selected title, counting all rows; -1 for none.
     Q_PROPERTY(int selectedRow READ selectedRow NOTIFY selectedRowChanged)
+    /// The row of the title that plays, as of the last change of the rows; -1 for none.
+    Q_PROPERTY(int currentRow READ currentRow NOTIFY rowsChanged)
 
 public:
     enum RowKind { CoverRow, HeaderRow, TitleRow };
@@ -50,6 +52,7 @@ public:
 
     bool isEmpty() const;
     int selectedRow() const;
+    int currentRow() const;
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
@@ -58,6 +61,8 @@ Q_SIGNALS:
     void viewChanged();
     void isEmptyChanged();
     void selectedRowChanged();
+    /// There are other rows, or the same ones anew.
+    void rowsChanged();
 
 private:
     struct Row {

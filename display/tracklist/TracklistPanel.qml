@@ -10,10 +10,8 @@ SharpRectangle {
     id: root
 
     required property TarnwickView view
+    required property Stage stage
     required property bool isInUse ///< else there are no rows and no pictures
-
-    /// What lies under the rows of the dynamic style so that their text can be read; clear for nothing.
-    property color rowVeil: "transparent"
 
     readonly property int style: view.settings.tracklistStyle
     readonly property bool isIPod: style === Options.TracklistStyle.IPod
@@ -22,7 +20,7 @@ SharpRectangle {
     /// Round the column of the dynamic style, above and below the copy of the cover.
     readonly property real padding: onPixels(20)
     readonly property real copySide: onPixels(0.5 * fraction * Math.min(width, height))
-    readonly property real copyHeight: view.artwork.isPresent ? copySide + 2 * padding : 0 ///< with the room round it
+    readonly property real copyHeight: stage.artwork.isPresent ? copySide + 2 * padding : 0 ///< with the room round it
     readonly property color plainText: isIPod ? "black" : "white"
 
     radius: 10
@@ -51,6 +49,7 @@ SharpRectangle {
 
             view: root.isInUse ? root.view : null
             onSelectedRowChanged: list.centreRow(selectedRow)
+            onRowsChanged: list.bringIntoView(currentRow)
         }
         // The list keeps the taps that no row answers to itself while it can be scrolled.
         TapHandler {
@@ -84,7 +83,7 @@ SharpRectangle {
             Item {
                 id: copy
 
-                readonly property bool isShown: row.kind === TracklistModel.CoverRow && root.view.artwork.isPresent
+                readonly property bool isShown: row.kind === TracklistModel.CoverRow && root.stage.artwork.isPresent
 
                 implicitHeight: root.copyHeight
 
@@ -96,9 +95,8 @@ SharpRectangle {
                     y: root.padding
                     width: root.copySide
                     height: root.copySide
-                    artwork: copy.isShown ? root.view.artwork : root.view.noPicture
-                    record: copy.isShown && !root.view.cassetteImage.isPresent ? root.view.record
-                                                                               : root.view.noPicture
+                    artwork: copy.isShown ? root.stage.artwork : root.view.noPicture
+                    record: copy.isShown && !root.stage.cassette.isPresent ? root.stage.record : root.view.noPicture
                     area: Qt.size(root.copySide, root.copySide)
                     pixelRatio: root.pixelRatio
                     shadowOpacity: 0.3
@@ -130,13 +128,24 @@ SharpRectangle {
                 duration: row.duration
                 isCurrent: row.isCurrent
                 isHighlighted: (row.isHovered && root.view.canPlayTitles) || row.isSelected
-                textColor: root.view.backgroundManager.dynamicTextColor
-                ground: root.view.backgroundManager.gradientColors[0] ?? "black"
-                veil: root.rowVeil
+                textColor: root.stage.textColor
+                ground: root.stage.ground
+                veil: root.stage.rowColor
                 pixelRatio: root.pixelRatio
                 onTapped: tracks.play(row.index)
                 onHovered: entered => tracks.hover(row.index, entered)
             }
+        }
+
+        // Shows the row with this number, in the middle where it could not be seen before.
+        function bringIntoView(number) {
+            if (number < 0)
+                return;
+            forceLayout();
+            const from = contentY;
+            positionViewAtIndex(number, ListView.Contain);
+            if (contentY !== from)
+                positionViewAtIndex(number, ListView.Center);
         }
 
         // Moves the row with this number to the middle, as far as the list goes.

@@ -37,7 +37,7 @@ Item {
     onIsChangingChanged: if (!isChanging && isWaiting) Qt.callLater(take) // qmllint disable type
 
     function take() {
-        isWaiting = isChanging;
+        isWaiting = isChanging && isGentle; // what lies below is another: it is not waited for
         if (isWaiting)
             return;
         const next = showsSecond ? first : second;

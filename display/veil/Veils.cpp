@@ -1,7 +1,7 @@
 #include "display/veil/Veils.h"
 
 #include "display/panel/Legibility.h"
-#include "display/pictures/PictureCut.h"
+#include "display/pictures/Picture.h"
 #include "display/veil/DiscProfile.h"
 #include "display/veil/VeilPainter.h"
 

@@ -11,7 +11,10 @@ namespace tarnwick::windows {
 class FakeWindow : public Window {
 public:
     void setLevel(Level level) override { m_level = level; }
-    void toggleFullScreen() override { m_isFullScreen = !m_isFullScreen; }
+    void toggleFullScreen() override {
+        m_isFullScreen = !m_isFullScreen;
+        Q_EMIT didResize();
+    }
     void setMaximized(bool isMaximized) { m_isMaximized = isMaximized; }
     void setTitleBarHidden(bool hidden) override { m_isTitleBarHidden = hidden; }
     void setContentAspectRatio(QSize ratio) override { m_ratio = ratio; }

@@ -103,6 +103,25 @@ TEST_F(DisplaySceneTest, ATapBesideTheRowsTurnsTheCoverBackHoweverLongTheList) {
     }
 }
 
+TEST_F(DisplaySceneTest, TheCurrentRowIsInViewWhenTheCoverIsTurnedOver) {
+    const Titles titles(15, "Uno");
+    answer(scripts::tracksByDisc(), discs({titles, {"Uno", "Due", "Tre", "Le luci"}}));
+    answer(scripts::nowPlaying(), playing()); // the fourth of the second disc
+    show();
+    view->tapCover();
+    advance(1100ms);
+    int seen = 0;
+    for (const QQuickItem* item : itemsBelow(renderer->root())) {
+        if (item->property("isCurrent").toBool() && item->isVisible() &&
+            item->property("padding").isValid()) {
+            ++seen;
+            const QRectF place = item->mapRectToScene(item->boundingRect());
+            EXPECT_TRUE(QRectF(0, 0, 600, 600).contains(place)) << place.y();
+        }
+    }
+    EXPECT_EQ(seen, 1);
+}
+
 TEST_F(DisplaySceneTest, ADurationThatComesLateIsShown) {
     answer(scripts::nowPlaying(), nowPlaying({{13, D::real(0)}}));
     show();

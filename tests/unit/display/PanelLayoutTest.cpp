@@ -1,5 +1,7 @@
 #include "display/panel/PanelLayout.h"
 
+#include "assets/type/TextInk.h"
+
 #include <QFontInfo>
 #include <gmock/gmock.h>
 
@@ -160,7 +162,7 @@ TEST(PanelLayout, StandsWhereItShouldAtTheUsualSize) {
     const PanelLayout screen = laidOut(everything(), {.window = {1920, 1080}, .fullScreen = true});
     EXPECT_NEAR(screen.progress->elapsed.box.left(), 1440, 1);
     EXPECT_EQ(typeSize(linesOf(screen, PanelBlock::Title).back()->font), 38);
-    EXPECT_NEAR(screen.bounds(PanelBlock::Comment).bottom(), 874, 10);
+    EXPECT_NEAR(screen.bounds(PanelBlock::Comment).bottom(), 874, 12);
     EXPECT_EQ(linesOf(screen, PanelBlock::Title).front()->font.weight(), QFont::Light) << "the number";
     EXPECT_EQ(linesOf(screen, PanelBlock::Comment).back()->font.weight(), QFont::Light);
 }

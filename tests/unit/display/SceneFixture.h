@@ -4,7 +4,7 @@
 #include "assets/SettleTimer.h"
 #include "display/DisplayScene.h"
 #include "display/SceneRenderer.h"
-#include "display/veil/VeilModel.h"
+#include "display/stage/Stage.h"
 #include "platform/animation/VirtualAnimationDriver.h"
 #include "tests/unit/display/DisplayFixture.h"
 
@@ -50,7 +50,7 @@ protected:
         for (int round = 0; round < 20; ++round) {
             renderer->render();
             advance(SettleTimer::settleTime + fade);
-            if (veils().isReady() && renderqueue::pending() == 0 && round > 0)
+            if (stage().isReady() && renderqueue::pending() == 0 && round > 0)
                 return;
         }
         FAIL() << "the veils do not come";
@@ -67,7 +67,7 @@ protected:
         return items;
     }
 
-    const VeilModel& veils() { return *renderer->root().findChild<VeilModel*>(); }
+    Stage& stage() { return *renderer->root().findChild<Stage*>(); }
 
     animation::VirtualAnimationDriver animations;
     QQmlEngine engine;

@@ -143,16 +143,35 @@ TEST_F(TarnwickViewTest, TheDiscFollowsPlayingAndThePreference) {
     EXPECT_FALSE(disc.isPlaying());
 }
 
-TEST_F(TarnwickViewTest, FullScreenIsLookedAtWhenTheSizeChanges) {
+TEST_F(TarnwickViewTest, FullScreenIsWhatTheWindowIsWhateverItsSize) {
     EXPECT_FALSE(view->isWindowFullScreen()) << "no window at all";
     windows::FakeWindow& window = windows.addWindow();
     window.toggleFullScreen();
     EXPECT_TRUE(view->isWindowFullScreen());
-    EXPECT_FALSE(view->isFullscreen());
     view->setWindowSize({1920, 1080});
     EXPECT_TRUE(view->isFullscreen());
     view->onKeyDown(windows::EscapeKey);
     EXPECT_FALSE(window.isFullScreen());
+    view->appear();
+    for (const bool expected : {true, false, true}) { // a maximised window keeps its size
+        window.toggleFullScreen();
+        EXPECT_EQ(view->isFullscreen(), expected);
+    }
+}
+
+TEST_F(TarnwickViewTest, TheCoverTurnsBackWhenThereIsNothingToList) {
+    play(album("Uno"));
+    view->tapCover();
+    play(D::missing());
+    ASSERT_FALSE(source->isPlayerActive());
+    dispatcher.advance(9900ms);
+    EXPECT_TRUE(view->isFlipped());
+    play(album("Due"));
+    dispatcher.advance(20s);
+    EXPECT_TRUE(view->isFlipped()) << "music has come again";
+    play(D::missing());
+    dispatcher.advance(10100ms);
+    EXPECT_FALSE(view->isFlipped());
 }
 
 struct KeyCase {
