@@ -50,6 +50,9 @@ Renderer::Renderer() {
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     if (hasCard && QQuickWindow::sceneGraphBackend() != software)
         return;
+    // Else OpenGL on the processor brings a thread with a pace of its own, and the two quarrel.
+    if (!qEnvironmentVariableIsSet("QSG_RENDER_LOOP"))
+        qputenv("QSG_RENDER_LOOP", "basic");
     m_animations = std::make_unique<animation::PacedAnimationDriver>();
     m_animations->install();
 }
