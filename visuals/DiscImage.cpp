@@ -123,14 +123,15 @@ std::shared_ptr<const QImage> DiscImage::render(int side) const {
     return m_content && side >= smallestSide ? m_content->render(side) : nullptr;
 }
 
-DiscImage DiscImage::rendered(int side) const {
+DiscImage DiscImage::with(const std::shared_ptr<const QImage>& rendering) const {
     DiscImage disc = *this;
-    disc.m_rendering = render(side);
+    disc.m_rendering = rendering;
     return disc;
 }
 
 std::shared_ptr<const QImage> DiscImage::rendering(int side) const {
-    return m_rendering && m_rendering->width() == side ? m_rendering : nullptr;
+    auto rendering = m_rendering.lock();
+    return rendering && rendering->width() == side ? rendering : nullptr;
 }
 
 bool DiscImage::operator==(const DiscImage& other) const {

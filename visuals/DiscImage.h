@@ -56,8 +56,8 @@ public:
     /// `smallestSide`.
     std::shared_ptr<const QImage> render(int side) const;
 
-    /// The same, with a drawing of it at hand. Takes as long as `render`.
-    DiscImage rendered(int side) const;
+    /// The same, with a drawing of it at hand for as long as its owner keeps it.
+    DiscImage with(const std::shared_ptr<const QImage>& rendering) const;
     /// The drawing that is at hand; null when there is none of that size.
     std::shared_ptr<const QImage> rendering(int side) const;
 
@@ -70,7 +70,7 @@ private:
     explicit DiscImage(std::shared_ptr<const Content> content) : m_content(std::move(content)) {}
 
     std::shared_ptr<const Content> m_content;
-    std::shared_ptr<const QImage> m_rendering;
+    std::weak_ptr<const QImage> m_rendering;
 };
 
 } // namespace tarnwick

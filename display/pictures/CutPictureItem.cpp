@@ -63,9 +63,9 @@ void CutPictureItem::remake() {
     m_asked = m_picture;
     m_askedCut = cut;
     m_settling.stop();
-    if (m_picture.prepared && m_picture.prepared->cut == cut) {
+    if (const auto prepared = m_picture.prepared.lock(); prepared && prepared->cut == cut) {
         ++m_order;
-        show(m_picture.prepared->image, m_picture, cut);
+        show(prepared->image, m_picture, cut);
         return;
     }
     renderqueue::run(

@@ -52,7 +52,9 @@ public:
 
     std::optional<images::Image> image;
     DiscImage disc;                                  ///< null when there is an image
-    std::shared_ptr<const PreparedPicture> prepared; ///< null when nothing has been
+    /// Empty when nothing has been, or is kept any more. The script engine holds on to values like this one for as
+    /// long as it likes, so it is somebody else who keeps what has been prepared.
+    std::weak_ptr<const PreparedPicture> prepared;
 };
 
 /// The picture at exactly `size` device pixels, premultiplied; the catalogue's are drawn in that size.

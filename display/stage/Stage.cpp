@@ -51,6 +51,7 @@ bool StageSet::hasContentOf(const StageSet& other) const {
 struct Stage::Preparation {
     StageSet set;
     Veils veils;
+    Drawings drawings;
     int unfinished = 0;
 };
 
@@ -242,27 +243,30 @@ void Stage::prepare(const StageSet& wanted) {
         preparation->veils = m_veils;
     else
         run(preparation, [scene = wanted.scene](Preparation& made) { made.veils = makeVeils(scene); });
-    prepareCut(preparation, &StageSet::artwork, m_coverItem, placeOfCover(wanted.artwork).size());
-    prepareCut(preparation, &StageSet::cassette, m_cassetteItem, placeOfCassette(wanted.cassette).size());
-    prepareCut(preparation, &StageSet::logo, m_logoItem, size());
+    prepareCut(preparation, &StageSet::artwork, &Drawings::artwork, m_coverItem,
+               placeOfCover(wanted.artwork).size());
+    prepareCut(preparation, &StageSet::cassette, &Drawings::cassette, m_cassetteItem,
+               placeOfCassette(wanted.cassette).size());
+    prepareCut(preparation, &StageSet::logo, &Drawings::logo, m_logoItem, size());
     prepareRecord(preparation);
     if (--preparation->unfinished == 0)
         show(*preparation);
 }
 
 void Stage::prepareCut(const std::shared_ptr<Preparation>& preparation, Picture StageSet::*which,
-                       const CutPictureItem* item, QSizeF place) {
+                       std::shared_ptr<const PreparedPicture> Drawings::*kept, const CutPictureItem* item,
+                       QSizeF place) {
     const Picture picture = preparation->set.*which;
     if (!item || !picture.isPresent() || picture == m_shown.*which)
         return;
     const PictureCut cut = item->cutFor(place);
     if (cut.size.isEmpty())
         return;
-    run(preparation, [picture, cut, which](Preparation& made) {
+    run(preparation, [picture, cut, which, kept](Preparation& made) {
         auto image =
             std::make_shared<const QImage>(cutOut(fitted(Catalogue::shared(), picture, cut.size), cut));
-        (made.set.*which).prepared =
-            std::make_shared<const PreparedPicture>(PreparedPicture{cut, std::move(image)});
+        made.drawings.*kept = std::make_shared<const PreparedPicture>(PreparedPicture{cut, std::move(image)});
+        (made.set.*which).prepared = made.drawings.*kept;
     });
 }
 
@@ -271,23 +275,37 @@ void Stage::prepareRecord(const std::shared_ptr<Preparation>& preparation) {
     const int side = qRound(discPlace().width() * pixelRatio());
     if (record.disc.isNull() || record == m_shown.record || !preparation->set.isActive)
         return;
-    run(preparation,
-        [disc = record.disc, side](Preparation& made) { made.set.record.disc = disc.rendered(side); });
+    run(preparation, [disc = record.disc, side](Preparation& made) {
+        made.drawings.record = disc.render(side);
+        made.set.record.disc = disc.with(made.drawings.record);
+    });
 }
 
 void Stage::show(const Preparation& preparation) {
     m_isPreparing = false;
-    m_comesGently = m_hasShown && preparation.set.hasGroundOf(m_shown);
-    m_hasShown = true;
-    const bool movesPictures =
-        preparation.set.artwork != m_shown.artwork || preparation.set.cassette != m_shown.cassette;
-    m_shown = preparation.set;
-    m_veils = preparation.veils;
+    const StageSet before = std::exchange(m_shown, preparation.set);
+    const Veils veilsBefore = std::exchange(m_veils, preparation.veils);
+    m_comesGently = m_hasShown && m_shown.hasGroundOf(before);
+    const bool isFirst = !std::exchange(m_hasShown, true);
+    m_drawings = preparation.drawings;
     if (m_panel)
         m_panel->show(m_shown.lines);
-    if (movesPictures)
+    // The script engine keeps each value that it has read for a while, so it is told only of those that
+    // differ.
+    const bool hasOtherPictures = isFirst || m_shown.isActive != before.isActive ||
+                                  m_shown.artwork != before.artwork || m_shown.record != before.record ||
+                                  m_shown.cassette != before.cassette || m_shown.logo != before.logo;
+    if (hasOtherPictures) {
         Q_EMIT placesChanged();
-    Q_EMIT changed();
+        Q_EMIT picturesChanged();
+    }
+    if (isFirst || m_shown.scene.text != before.scene.text || m_shown.colors != before.colors ||
+        m_shown.ground != before.ground || !(m_veils.colour == veilsBefore.colour) ||
+        m_veils.rowAlpha != veilsBefore.rowAlpha)
+        Q_EMIT coloursChanged();
+    if (isFirst || m_veils.background != veilsBefore.background || m_veils.record != veilsBefore.record ||
+        m_veils.cover != veilsBefore.cover)
+        Q_EMIT veilsChanged();
     consider(); // what changed meanwhile is next
 }
 

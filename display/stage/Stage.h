@@ -41,25 +41,25 @@ class Stage : public QQuickItem {
     Q_PROPERTY(tarnwick::CutPictureItem* cassetteItem MEMBER m_cassetteItem NOTIFY partsChanged)
     Q_PROPERTY(tarnwick::CutPictureItem* logoItem MEMBER m_logoItem NOTIFY partsChanged)
 
-    Q_PROPERTY(bool isActive READ isActive NOTIFY changed)
-    Q_PROPERTY(QColor textColor READ textColor NOTIFY changed)
+    Q_PROPERTY(bool isActive READ isActive NOTIFY picturesChanged)
+    Q_PROPERTY(QColor textColor READ textColor NOTIFY coloursChanged)
     /// The green of what has been played.
-    Q_PROPERTY(QColor progressColor READ progressColor NOTIFY changed)
+    Q_PROPERTY(QColor progressColor READ progressColor NOTIFY coloursChanged)
     /// Behind everything, top to bottom.
-    Q_PROPERTY(QList<QColor> colors READ colors NOTIFY changed)
+    Q_PROPERTY(QList<QColor> colors READ colors NOTIFY coloursChanged)
     /// Under the rows of the dynamic list.
-    Q_PROPERTY(QColor ground READ ground NOTIFY changed)
-    Q_PROPERTY(tarnwick::Picture artwork READ artwork NOTIFY changed)
-    Q_PROPERTY(tarnwick::Picture record READ record NOTIFY changed)
-    Q_PROPERTY(tarnwick::Picture cassette READ cassette NOTIFY changed)
-    Q_PROPERTY(tarnwick::Picture logo READ logo NOTIFY changed)
-    Q_PROPERTY(tarnwick::VeilPicture overBackground READ overBackground NOTIFY changed)
-    Q_PROPERTY(tarnwick::VeilPicture overRecord READ overRecord NOTIFY changed)
-    Q_PROPERTY(tarnwick::VeilPicture overCover READ overCover NOTIFY changed)
+    Q_PROPERTY(QColor ground READ ground NOTIFY coloursChanged)
+    Q_PROPERTY(tarnwick::Picture artwork READ artwork NOTIFY picturesChanged)
+    Q_PROPERTY(tarnwick::Picture record READ record NOTIFY picturesChanged)
+    Q_PROPERTY(tarnwick::Picture cassette READ cassette NOTIFY picturesChanged)
+    Q_PROPERTY(tarnwick::Picture logo READ logo NOTIFY picturesChanged)
+    Q_PROPERTY(tarnwick::VeilPicture overBackground READ overBackground NOTIFY veilsChanged)
+    Q_PROPERTY(tarnwick::VeilPicture overRecord READ overRecord NOTIFY veilsChanged)
+    Q_PROPERTY(tarnwick::VeilPicture overCover READ overCover NOTIFY veilsChanged)
     /// What lies under the rows of the list, with the alpha that they need.
-    Q_PROPERTY(QColor rowColor READ rowColor NOTIFY changed)
+    Q_PROPERTY(QColor rowColor READ rowColor NOTIFY coloursChanged)
     /// Whether the veils that came last lie on what was there before, so that they may come gradually.
-    Q_PROPERTY(bool comesGently READ comesGently NOTIFY changed)
+    Q_PROPERTY(bool comesGently READ comesGently NOTIFY veilsChanged)
 
     // Where what is shown rests, in points.
     Q_PROPERTY(QRectF coverPlace READ coverPlace NOTIFY placesChanged)
@@ -100,7 +100,9 @@ public:
 
 Q_SIGNALS:
     void partsChanged();
-    void changed();
+    void picturesChanged();
+    void coloursChanged();
+    void veilsChanged();
     void placesChanged();
 
 protected:
@@ -110,11 +112,19 @@ protected:
 
 private:
     struct Preparation;
+    /// What has been drawn of a set.
+    struct Drawings {
+        std::shared_ptr<const PreparedPicture> artwork;
+        std::shared_ptr<const PreparedPicture> cassette;
+        std::shared_ptr<const PreparedPicture> logo;
+        std::shared_ptr<const QImage> record;
+    };
 
     bool canPrepare();
     void prepare(const StageSet& wanted);
     void prepareCut(const std::shared_ptr<Preparation>& preparation, Picture StageSet::*which,
-                    const CutPictureItem* item, QSizeF place);
+                    std::shared_ptr<const PreparedPicture> Drawings::*kept, const CutPictureItem* item,
+                    QSizeF place);
     void prepareRecord(const std::shared_ptr<Preparation>& preparation);
     void run(const std::shared_ptr<Preparation>& preparation, std::function<void(Preparation&)> make);
     void show(const Preparation& preparation);
@@ -130,6 +140,7 @@ private:
     QPointer<CutPictureItem> m_logoItem;
     StageSet m_shown;
     Veils m_veils;
+    Drawings m_drawings; ///< of what is shown, for those who show it to take
     bool m_hasShown = false;
     bool m_comesGently = false;
     bool m_isPreparing = false;
