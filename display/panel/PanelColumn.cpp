@@ -51,10 +51,30 @@ QFont PanelColumn::fontFor(const QStringList& lines, const Style& style, double 
     return sized(style.points * std::clamp(spare * width / widest, smallestScale, 1.0));
 }
 
-bool PanelColumn::addText(const QStringList& lines, const QString& spoken, const Style& style,
+/// The same words in lines none of which is wider than `width`, but for words that are.
+QStringList PanelColumn::narrowed(const QStringList& lines, const QFont& font, double width) {
+    QStringList narrow;
+    for (const QString& line : lines) {
+        QString filled;
+        for (const QString& word : line.split(u' ')) {
+            const QString longer = filled.isEmpty() ? word : filled + u' ' + word;
+            if (filled.isEmpty() || measureInk(longer, font).ink.width() <= width) {
+                filled = longer;
+            } else {
+                narrow.append(filled);
+                filled = word;
+            }
+        }
+        narrow.append(filled);
+    }
+    return narrow;
+}
+
+bool PanelColumn::addText(const QStringList& wrapped, const QString& spoken, const Style& style,
                           double reserve) {
     const double width = m_frame.widestLine() - style.room;
-    const QFont font = fontFor(lines, style, width);
+    const QFont font = fontFor(wrapped, style, width);
+    const QStringList lines = narrowed(wrapped, font, width);
     const double height = lineHeight * typeSize(font);
     if (width <= 0 || !fits(height)) {
         m_full = true;

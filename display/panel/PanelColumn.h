@@ -28,9 +28,10 @@ public:
     /// Leaves a gap of `points` before what comes next; not at the top.
     void skip(double points);
 
-    /// Sets `lines` right-aligned as one text, the second and later ones only above the last `reserve` points
-    /// of the column. False, and the column is full, when not one line fits.
-    bool addText(const QStringList& lines, const QString& spoken, const Style& style, double reserve = 0);
+    /// Sets the lines right-aligned as one text, in more lines where one is too wide at the smallest size
+    /// that type may have; the second and later ones only above the last `reserve` points of the column.
+    /// False, and the column is full, when not one line fits.
+    bool addText(const QStringList& wrapped, const QString& spoken, const Style& style, double reserve = 0);
 
     /// Takes a box of that height for what is no text, and gives its top. None, and the column is full, when
     /// it does not fit.
@@ -52,6 +53,7 @@ public:
 private:
     static constexpr double tolerance = 0.01;
 
+    static QStringList narrowed(const QStringList& lines, const QFont& font, double width);
     static QFont fontFor(const QStringList& lines, const Style& style, double width);
     bool place(const QString& text, const Style& style, const QFont& font, double width);
     void endLast(const QString& text, double width);

@@ -197,6 +197,26 @@ TEST(PanelLayout, SetsWideLinesSmallerAndThenCutsThem) {
     EXPECT_LE(line->box.width(), frame.widestLine());
 }
 
+TEST(PanelLayout, OnlyTheEndOfATextIsLeftOut) {
+    PanelFacts facts = everything();
+    facts.title = "Le luci lontane del porto";
+    for (int width = 300; width < 900; width += 20) {
+        const PanelLayout layout = laidOut(facts, {.window = {double(width), 200}});
+        QStringList words;
+        const auto lines = linesOf(layout, PanelBlock::Title);
+        for (const PanelLine* line : lines) {
+            if (line->text.contains(u'…')) {
+                EXPECT_EQ(line, lines.back()) << width;
+            }
+            if (line->text != facts.labels)
+                words.append(line->text);
+        }
+        const QString shown = words.join(u' ');
+        EXPECT_TRUE(facts.title.startsWith(shown.left(shown.indexOf(u'…'))))
+            << width << " " << qPrintable(shown);
+    }
+}
+
 TEST(PanelLayout, LeavesOutFromBelowWhatDoesNotFit) {
     PanelFacts facts = everything();
     facts.title = QStringLiteral("parola ").repeated(60);
