@@ -34,6 +34,7 @@ Item {
             coverItem: coverArea.coverItem
             cassetteItem: recordArea.cassetteItem
             logoItem: background.logoItem
+            showsList: coverArea.showsBack
         }
 
         DisplayBackground {
@@ -98,11 +99,6 @@ Item {
         settings: root.view.settings
         backgroundManager: root.view.backgroundManager
         point: root.point
-        backdrop: root.view.backdrop(Qt.size(scene.width, scene.height), stage.colors,
-                                     root.view.isFlipped ? root.view.noPicture : stage.artwork,
-                                     stage.coverPlace,
-                                     recordArea.visible && !recordArea.hasCassette ? stage.record
-                                                                                   : root.view.noPicture,
-                                     recordArea.diameter)
+        backdrop: stage.backdrop
     }
 }

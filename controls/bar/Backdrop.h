@@ -26,19 +26,25 @@ public:
     QSizeF window;                ///< in the units of all that follows
     QList<QColor> gradientColors; ///< top to bottom, opaque or over `base`
     QColor base = Qt::black;      ///< under clear parts of the gradient
+    Picture logo;                 ///< over all of the window; none: the gradient is seen
     Picture cover;                ///< none: no cover
     QRectF coverRect;
     double coverRadius = 0;
     Picture record; ///< none: no record, or it is away
     QPointF recordCentre;
     double recordDiameter = 0;
+    Picture cassette; ///< in place of the record; none for most albums
+    QRectF cassetteRect;
+    QRectF listRect; ///< of the list in place of the cover; empty when it is not there
+    QColor listColor;
     quint64 serial = 0; ///< differs when any picture differs
 
     bool operator==(const Backdrop& other) const {
         return window == other.window && gradientColors == other.gradientColors && base == other.base &&
                coverRect == other.coverRect && coverRadius == other.coverRadius &&
                recordCentre == other.recordCentre && recordDiameter == other.recordDiameter &&
-               serial == other.serial;
+               cassetteRect == other.cassetteRect && listRect == other.listRect &&
+               listColor == other.listColor && serial == other.serial;
     }
 };
 

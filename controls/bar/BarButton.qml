@@ -29,7 +29,7 @@ T.AbstractButton {
     Accessible.name: tip
 
     onClicked: controls.press(identifier)
-    onHoveredChanged: hovered ? controls.pointerEntered(identifier) : controls.pointerLeft()
+    onHoveredChanged: hovered ? controls.pointerEntered(identifier) : controls.pointerLeft(identifier)
 
     Behavior on scale { NumberAnimation { duration: 150; easing.type: Easing.BezierSpline; easing.bezierCurve: Theme.easeInOut } }
 

@@ -61,16 +61,18 @@ void paintRecord(QPainter& painter, const Backdrop& backdrop) {
     painter.drawEllipse(backdrop.recordCentre, radius, radius);
 }
 
-void paintCover(QPainter& painter, const Backdrop& backdrop) {
-    const double side = std::max(backdrop.coverRect.width(), backdrop.coverRect.height()) * sampling;
-    const auto cover = backdrop.cover(std::max(1, int(std::ceil(side))));
-    if (!cover || cover->isNull())
+void paintPicture(QPainter& painter, const Backdrop::Picture& picture, const QRectF& rect,
+                  double radius = 0) {
+    if (!picture || rect.isEmpty())
+        return;
+    const auto image = picture(std::max(1, int(std::ceil(std::max(rect.width(), rect.height()) * sampling))));
+    if (!image || image->isNull())
         return;
     QPainterPath outline;
-    outline.addRoundedRect(backdrop.coverRect, backdrop.coverRadius, backdrop.coverRadius);
+    outline.addRoundedRect(rect, radius, radius);
     painter.save();
     painter.setClipPath(outline);
-    painter.drawImage(backdrop.coverRect, *cover);
+    painter.drawImage(rect, *image);
     painter.restore();
 }
 
@@ -88,10 +90,13 @@ QImage paintBackdrop(const Backdrop& backdrop, const QRectF& rect) {
     for (qsizetype i = 0; i < colours.size(); ++i)
         gradient.setColorAt(colours.size() > 1 ? double(i) / double(colours.size() - 1) : 0, colours[i]);
     painter.fillRect(rect, colours.isEmpty() ? QBrush(backdrop.base) : QBrush(gradient));
+    paintPicture(painter, backdrop.logo, QRectF(QPointF(), backdrop.window));
     if (backdrop.record && backdrop.recordDiameter > 0)
         paintRecord(painter, backdrop);
-    if (backdrop.cover && !backdrop.coverRect.isEmpty())
-        paintCover(painter, backdrop);
+    paintPicture(painter, backdrop.cassette, backdrop.cassetteRect);
+    paintPicture(painter, backdrop.cover, backdrop.coverRect, backdrop.coverRadius);
+    if (!backdrop.listRect.isEmpty())
+        painter.fillRect(backdrop.listRect, backdrop.listColor);
     return picture;
 }
 

@@ -3,12 +3,19 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 namespace tarnwick {
 
 TrackControls::TrackControls(Parts parts) : m_parts(std::move(parts)) {
     const MusicSource& source = m_parts.musicSource;
-    connect(&source, &MusicSource::isPlayingChanged, this, &TrackControls::isPlayingChanged);
+    connect(&source, &MusicSource::isPlayingChanged, this, [this] {
+        if (const bool isPlaying = this->isPlaying(); std::exchange(m_wasPlaying, isPlaying) != isPlaying)
+            m_rowMovedAt = m_parts.dispatcher.now(); // it stands higher while nothing plays
+        Q_EMIT isPlayingChanged();
+    });
+    m_wasPlaying = isPlaying();
     connect(&source, &MusicSource::isShuffleOnChanged, this, &TrackControls::isShuffleOnChanged);
     connect(&source, &MusicSource::volumeLevelChanged, this, &TrackControls::volumeLevelChanged);
 }
@@ -64,8 +71,21 @@ void TrackControls::pointerEntered(const QString& button) {
     assign(m_hoveredButton, button, &TrackControls::hoveredButtonChanged);
 }
 
-void TrackControls::pointerLeft() {
-    assign(m_hoveredButton, QString(), &TrackControls::hoveredButtonChanged);
+void TrackControls::pointerLeft(const QString& button) {
+    if (m_hoveredButton == button)
+        assign(m_hoveredButton, QString(), &TrackControls::hoveredButtonChanged);
+}
+
+void TrackControls::pointerMoved(const QPointF& place) {
+    constexpr double tremor = 2;
+    if (std::hypot(place.x() - m_pointer.x(), place.y() - m_pointer.y()) <= tremor)
+        return;
+    m_pointer = place;
+    m_rowMovedAt.reset();
+}
+
+bool TrackControls::takesPressOfSlider() const {
+    return !m_rowMovedAt || m_parts.dispatcher.now() - *m_rowMovedAt >= graceOfSlider;
 }
 
 void TrackControls::enterBar() {

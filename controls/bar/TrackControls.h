@@ -5,9 +5,11 @@
 #include "platform/musicapp/MusicApplication.h"
 
 #include <QObject>
+#include <QPointF>
 #include <QtQmlIntegration/qqmlintegration.h>
 
 #include <functional>
+#include <optional>
 
 namespace tarnwick {
 
@@ -43,6 +45,7 @@ class TrackControls : public QObject {
 public:
     static constexpr dispatch::Duration guardTime = std::chrono::milliseconds(200);
     static constexpr dispatch::Duration hideDelay = std::chrono::seconds(1);
+    static constexpr dispatch::Duration graceOfSlider = std::chrono::seconds(1);
     static constexpr dispatch::Duration messageTime = std::chrono::seconds(4);
 
     /// What the display gives the bar; everything must outlive it.
@@ -65,7 +68,15 @@ public:
     Q_INVOKABLE void press(const QString& button);
 
     Q_INVOKABLE void pointerEntered(const QString& button);
-    Q_INVOKABLE void pointerLeft();
+    /// The pointer is not over that button any more; another one may have been told of first.
+    Q_INVOKABLE void pointerLeft(const QString& button);
+
+    /// The pointer is at a place of the window.
+    Q_INVOKABLE void pointerMoved(const QPointF& place);
+
+    /// Whether a press on the slider is meant for it: within a second after the row has moved under a pointer
+    /// that has not it was meant for what was there before.
+    Q_INVOKABLE bool takesPressOfSlider() const;
 
     /// The pointer comes over the bar, or leaves it.
     Q_INVOKABLE void enterBar();
@@ -135,10 +146,13 @@ private:
     const Parts m_parts;
     bool m_isHovered = false;
     bool m_isFocused = false;
+    bool m_wasPlaying = false;
     bool m_showTrackControls = false;
     QString m_hoveredButton;
     dispatch::WorkItem m_hideControlsWorkItem;
     bool m_isCommandInProgress = false;
+    std::optional<dispatch::Instant> m_rowMovedAt; ///< none once the pointer has moved since
+    QPointF m_pointer;
     QStringList m_playlists;
     bool m_showPlaylistPicker = false;
     QStringList m_dimmedButtons;

@@ -82,6 +82,8 @@ FocusScope {
 
         HoverHandler {
             id: hover
+
+            onPointChanged: root.controls.pointerMoved(point.scenePosition)
         }
 
         FrostedPanel {
@@ -98,6 +100,16 @@ FocusScope {
             visible: opacity > 0
 
             Behavior on opacity { NumberAnimation { duration: Theme.fadeDuration; easing.type: Easing.BezierSpline; easing.bezierCurve: Theme.easeInOut } }
+        }
+
+        // One does not press what one cannot see: what falls on the panel stays here.
+        MouseArea {
+            x: panel.x
+            y: panel.y
+            width: panel.width
+            height: panel.height
+            enabled: root.controls.showTrackControls
+            hoverEnabled: true
         }
 
         Item {

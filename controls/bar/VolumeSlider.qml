@@ -78,6 +78,8 @@ Item {
     MouseArea {
         id: area
 
+        /// The press was meant for what was here before.
+        property bool isDropped: false
         /// From the knob's middle to where it was taken, so that it does not jump under the pointer.
         property real grip: 0
 
@@ -99,8 +101,15 @@ Item {
         anchors.fill: parent
         anchors.margins: -6 * slider.s
         preventStealing: true
-        onPressed: mouse => take(mouse.x)
-        onPositionChanged: mouse => follow(mouse.x)
+        onPressed: mouse => {
+            isDropped = !slider.controls.takesPressOfSlider();
+            if (!isDropped)
+                take(mouse.x);
+        }
+        onPositionChanged: mouse => {
+            if (!isDropped)
+                follow(mouse.x);
+        }
         onWheel: wheel => {
             const turn = (wheel.inverted ? -1 : 1) * wheel.angleDelta.y / 120;
             if (turn !== 0)

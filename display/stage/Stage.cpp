@@ -14,6 +14,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto patience = 1s;
+constexpr float darknessOfList = 0.7F;
 constexpr double centreOfCassette = 0.45; // of the width, where the panel is not moved out of its way
 
 std::vector<VeilLine> linesOf(const PanelLayout& layout) {
@@ -55,7 +56,17 @@ struct Stage::Preparation {
     int unfinished = 0;
 };
 
-Stage::Stage(QQuickItem* parent) : QQuickItem(parent) {}
+Stage::Stage(QQuickItem* parent) : QQuickItem(parent) {
+    for (const auto signal : {&Stage::picturesChanged, &Stage::coloursChanged, &Stage::placesChanged})
+        connect(this, signal, this, &Stage::backdropChanged);
+}
+
+void Stage::setShowsList(bool shows) {
+    if (m_showsList == shows)
+        return;
+    m_showsList = shows;
+    Q_EMIT backdropChanged();
+}
 
 void Stage::setView(TarnwickView* view) {
     if (m_view == view)
@@ -73,6 +84,7 @@ void Stage::setView(TarnwickView* view) {
                 &Stage::consider);
         connect(&view->backgroundManager(), &BackgroundManager::settled, this, &Stage::consider);
         connect(&view->musicSource(), &MusicSource::isPlayerActiveChanged, this, &Stage::consider);
+        connect(view->settings(), &Settings::tracklistStyleChanged, this, &Stage::backdropChanged);
     }
     Q_EMIT partsChanged();
     consider();
@@ -103,6 +115,43 @@ void Stage::geometryChange(const QRectF& now, const QRectF& before) {
     QQuickItem::geometryChange(now, before);
     m_settling.start();
     Q_EMIT placesChanged();
+}
+
+Backdrop Stage::backdrop() const {
+    // In the proportions in which it is shown: the logo puts itself together anew for those of the window.
+    const auto maker = [](const Picture& picture, QSizeF shown) -> Backdrop::Picture {
+        if (!picture.isPresent() || shown.isEmpty())
+            return {};
+        return [picture, shown](int side) {
+            const QSize size = shown.scaled(side, side, Qt::KeepAspectRatio).toSize().expandedTo({1, 1});
+            return std::make_shared<const QImage>(fitted(Catalogue::shared(), picture, size));
+        };
+    };
+    Backdrop result;
+    result.window = size();
+    result.gradientColors = m_shown.colors;
+    result.base = m_shown.scene.text == colours::white ? Qt::black : Qt::white;
+    if (m_showsList) {
+        const bool isWhite = m_view && m_view->settings()->tracklistStyle() == TracklistStyle::IPod;
+        result.listRect = {0, 0, width() / 2, height()};
+        result.listColor = isWhite ? QColor(Qt::white) : QColor::fromRgbF(0, 0, 0, darknessOfList);
+    } else {
+        result.cover = maker(m_shown.artwork, coverPlace().size());
+        result.coverRect = coverPlace();
+        result.coverRadius = m_coverItem ? m_coverItem->cornerRadius() : 0;
+    }
+    if (!m_shown.isActive) {
+        result.logo = maker(m_shown.logo, size());
+    } else if (m_shown.cassette.isPresent()) {
+        result.cassette = maker(m_shown.cassette, cassettePlace().size());
+        result.cassetteRect = cassettePlace();
+    } else {
+        result.record = maker(m_shown.record, discPlace().size());
+        result.recordCentre = discPlace().center();
+        result.recordDiameter = discPlace().width();
+    }
+    result.serial = 2 * m_pictures + (m_showsList ? 1 : 0);
+    return result;
 }
 
 double Stage::pixelRatio() const { return m_panel ? m_panel->pixelRatio() : 1; }
@@ -296,6 +345,7 @@ void Stage::show(const Preparation& preparation) {
                                   m_shown.artwork != before.artwork || m_shown.record != before.record ||
                                   m_shown.cassette != before.cassette || m_shown.logo != before.logo;
     if (hasOtherPictures) {
+        ++m_pictures;
         Q_EMIT placesChanged();
         Q_EMIT picturesChanged();
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "assets/SettleTimer.h"
+#include "controls/bar/Backdrop.h"
 #include "display/panel/PanelItem.h"
 #include "display/pictures/CutPictureItem.h"
 #include "display/veil/Veils.h"
@@ -61,6 +62,11 @@ class Stage : public QQuickItem {
     /// Whether the veils that came last lie on what was there before, so that they may come gradually.
     Q_PROPERTY(bool comesGently READ comesGently NOTIFY veilsChanged)
 
+    /// The list has taken the cover's place; half way through a turn it does.
+    Q_PROPERTY(bool showsList READ showsList WRITE setShowsList NOTIFY backdropChanged)
+    /// What lies behind the bar.
+    Q_PROPERTY(tarnwick::Backdrop backdrop READ backdrop NOTIFY backdropChanged)
+
     // Where what is shown rests, in points.
     Q_PROPERTY(QRectF coverPlace READ coverPlace NOTIFY placesChanged)
     Q_PROPERTY(QRectF discPlace READ discPlace NOTIFY placesChanged)
@@ -71,6 +77,7 @@ public:
 
     void setView(TarnwickView* view);
     void setPanel(PanelItem* panel);
+    void setShowsList(bool shows);
 
     bool isActive() const { return m_shown.isActive; }
     QColor textColor() const { return m_shown.scene.text.toQColor(); }
@@ -86,6 +93,9 @@ public:
     const VeilPicture& overCover() const { return m_veils.cover; }
     QColor rowColor() const;
     bool comesGently() const { return m_comesGently; }
+
+    bool showsList() const { return m_showsList; }
+    Backdrop backdrop() const;
 
     QRectF coverPlace() const { return placeOfCover(m_shown.artwork); }
     QRectF discPlace() const;
@@ -104,6 +114,7 @@ Q_SIGNALS:
     void coloursChanged();
     void veilsChanged();
     void placesChanged();
+    void backdropChanged();
 
 protected:
     void componentComplete() override;
@@ -143,6 +154,8 @@ private:
     Drawings m_drawings; ///< of what is shown, for those who show it to take
     bool m_hasShown = false;
     bool m_comesGently = false;
+    bool m_showsList = false;
+    quint64 m_pictures = 0; ///< counts up with each other set of pictures
     bool m_isPreparing = false;
     bool m_isWaiting = false; ///< for what is still being found out
     bool m_hasWaitedEnough = false;

@@ -1,6 +1,5 @@
 #include "display/state/TarnwickView.h"
 
-#include "display/pictures/PictureCut.h"
 #include "platform/windows/KeyCodes.h"
 
 #include <QLocale>
@@ -19,7 +18,6 @@ constexpr auto emptyListPatience = 10s;
 constexpr auto hoverDuration = 200ms;
 constexpr auto discChoiceDelay = 200ms;
 constexpr double fullTurn = 360;
-constexpr double coverRadius = 8;
 
 } // namespace
 
@@ -28,9 +26,6 @@ TarnwickView::TarnwickView(Parts parts)
       m_rotatingCDManager(m_parts.catalogue, m_parts.randomIndex, m_parts.log), m_controls(controlsParts()) {
     watchTheModel();
     watchTheSettings();
-    const auto count = [this] { ++m_pictureSerial; };
-    connect(this, &TarnwickView::artworkChanged, this, count);
-    connect(this, &TarnwickView::recordChanged, this, count);
 }
 
 TarnwickView::~TarnwickView() = default;
@@ -284,29 +279,6 @@ void TarnwickView::hoverTrack(int disc, int row) {
 }
 
 void TarnwickView::leaveTracks() { assign(m_hoveringTracks, {}, &TarnwickView::hoveringTracksChanged); }
-
-Backdrop TarnwickView::backdrop(const QSizeF& window, const QList<QColor>& colors, const Picture& cover,
-                                const QRectF& coverRect, const Picture& record, double recordDiameter) const {
-    const auto maker = [this](const Picture& picture) -> Backdrop::Picture {
-        if (!picture.isPresent())
-            return {};
-        return [picture, &catalogue = m_parts.catalogue](int side) {
-            return std::make_shared<const QImage>(fitted(catalogue, picture, QSize(side, side)));
-        };
-    };
-    Backdrop result;
-    result.window = window;
-    result.gradientColors = colors;
-    result.base = m_parts.backgroundManager.dynamicTextColor() == colours::white ? Qt::black : Qt::white;
-    result.cover = maker(cover);
-    result.coverRect = coverRect;
-    result.coverRadius = coverRadius;
-    result.record = maker(record);
-    result.recordCentre = {window.width() / 2, window.height() / 2};
-    result.recordDiameter = recordDiameter;
-    result.serial = 4 * m_pictureSerial + (cover.isPresent() ? 2 : 0) + (record.isPresent() ? 1 : 0);
-    return result;
-}
 
 QString TarnwickView::formattedNow(const QString& pattern) const {
     return QLocale(QLocale::Italian, QLocale::Italy).toString(m_parts.wallClock(), pattern);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "controls/bar/Backdrop.h"
 #include "controls/bar/TrackControls.h"
 #include "display/pictures/FolderPicture.h"
 #include "display/pictures/Picture.h"
@@ -148,11 +147,6 @@ public:
         return m_parts.catalogue.image(name);
     }
 
-    /// What a frosted panel lies on, in points: `record` counts as resting.
-    Q_INVOKABLE tarnwick::Backdrop backdrop(const QSizeF& window, const QList<QColor>& colors,
-                                            const tarnwick::Picture& cover, const QRectF& coverRect,
-                                            const tarnwick::Picture& record, double recordDiameter) const;
-
     /// Whether the application's first window is in full screen; false without one.
     Q_INVOKABLE bool isWindowFullScreen() const;
 
@@ -269,7 +263,6 @@ private:
     ScreenSaverManager m_screenSaverManager;
     RotatingCDManager m_rotatingCDManager;
     TrackControls m_controls;
-    quint64 m_pictureSerial = 0; // counts up with each cover and each record
     std::unique_ptr<dispatch::TimerSource> m_clockTimer;
 
     DiscImage m_cdImage;

@@ -64,6 +64,48 @@ TEST_F(BarSceneTest, ThePointerShowsTheBarAndAButtonSaysWhatItDoesOnceItHasReste
     }
 }
 
+TEST_F(BarSceneTest, AButtonThatThePointerJumpsToIsLit) {
+    QQuickItem* bar = showBar();
+    const QStringList buttons{"previous", "playPause", "next", "shuffle", "playlist", "preferences"};
+    for (const QString& from : buttons) {
+        for (const QString& to : buttons) {
+            pointAt(one(bar, "identifier", from));
+            pointAt(one(bar, "identifier", to));
+            EXPECT_EQ(controls->hoveredButton(), to) << "from " << from.toStdString();
+        }
+    }
+}
+
+TEST_F(BarSceneTest, ASecondClickWhereTheButtonWasIsNoVolume) {
+    QQuickItem* bar = showBar();
+    controls->setShowTrackControls(true);
+    play(nowPlaying());
+    controls->setVolume(0.5);
+    dispatcher.runUntilIdle();
+    const auto clickOnSlider = [&](QPoint off = {}) {
+        QTest::mouseClick(window.get(), Qt::LeftButton, {},
+                          centre(one(bar, "knobSize", 18.0)) + QPoint(60, 0) + off);
+        dispatcher.runUntilIdle();
+        return source->volumeLevel() != 0.5;
+    };
+    const auto pause = [&](const char* state) {
+        controls->setVolume(0.5);
+        play(nowPlaying({{12, text(state)}}));
+        dispatcher.advance(std::chrono::milliseconds(900));
+    };
+    play(nowPlaying({{12, text("paused")}}));
+    QTest::mouseMove(window.get(), centre(one(bar, "knobSize", 18.0)) + QPoint(60, 0));
+    play(nowPlaying({{12, text("playing")}}));
+    pause("paused");
+    EXPECT_FALSE(clickOnSlider()) << "the row has moved under the pointer";
+    dispatcher.advance(std::chrono::milliseconds(200));
+    EXPECT_TRUE(clickOnSlider()) << "a second has passed";
+    play(nowPlaying({{12, text("playing")}}));
+    pause("paused");
+    QTest::mouseMove(window.get(), centre(one(bar, "knobSize", 18.0)));
+    EXPECT_TRUE(clickOnSlider()) << "the pointer has moved since";
+}
+
 TEST_F(BarSceneTest, DraggingTheSliderSendsEveryLevelDownToTheEnds) {
     QQuickItem* bar = showBar();
     controls->setShowTrackControls(true);

@@ -198,6 +198,61 @@ TEST_F(DisplaySceneTest, TheCommentGivesWayToTheBarInFullScreen) {
     EXPECT_EQ(shownLines(PanelBlock::Comment), 5);
 }
 
+TEST_F(DisplaySceneTest, TheBarKeepsThePressesThatFallOnIt) {
+    answer(scripts::tracksByDisc(), discs({{"Uno", "Due", "Tre"}}));
+    showPlaying();
+    const QPoint bare(400, 515); // between the buttons and the slider, over the cover
+    click({100, 560});
+    advance(2s);
+    for (const bool isFlipped : {true, false}) {
+        ASSERT_EQ(view->isFlipped(), isFlipped);
+        view->controls()->setShowTrackControls(true);
+        advance(300ms);
+        sent.clear();
+        click(bare);
+        EXPECT_EQ(view->isFlipped(), isFlipped);
+        EXPECT_EQ(std::count_if(sent.begin(), sent.end(),
+                                [](const QString& script) { return script.contains("play "); }),
+                  0);
+        QTest::mouseMove(&renderer->window(), bare);
+        EXPECT_EQ(view->hoveredTrack(1), -1) << "a row under the panel does not light up";
+        view->controls()->setShowTrackControls(false);
+        QTest::mouseMove(&renderer->window(), {900, 30});
+        advance(2s);
+        click({100, 560});
+        advance(2s);
+    }
+}
+
+TEST_F(DisplaySceneTest, TheFrostIsOfWhatLiesBehindTheBar) {
+    const auto frostAt = [this](int x) {
+        view->controls()->setShowTrackControls(true);
+        advance(1s);
+        return picture().pixelColor(x, view->musicSource().isPlaying() ? 440 : 400);
+    };
+    show();
+    ASSERT_FALSE(source->isPlayerActive());
+    const QColor sleeve = frostAt(390);
+    EXPECT_GT(sleeve.red(), sleeve.blue() + 20) << "the logo's sleeve";
+    EXPECT_GT(frostAt(810).blue(), frostAt(810).red() + 5) << "the logo's ground";
+
+    settings.setTracklistStyle(TracklistStyle::IPod);
+    play(playing());
+    advance(4s);
+    const QColor front = frostAt(390);
+    view->tapCover();
+    advance(2s);
+    const QColor white = frostAt(390);
+    EXPECT_LT(std::max({white.red(), white.green(), white.blue()}) -
+                  std::min({white.red(), white.green(), white.blue()}),
+              12)
+        << "the white list has no colour";
+    EXPECT_NE(white, front);
+    settings.setTracklistStyle(TracklistStyle::Standard);
+    advance(1s);
+    EXPECT_LT(frostAt(390).lightness(), white.lightness() - 10) << "the black list is darker";
+}
+
 TEST_F(DisplaySceneTest, WhileNothingMovesNothingIsDrawn) {
     showPlaying("paused");
     advance(2s); // the veil and the covers have come and faded in
