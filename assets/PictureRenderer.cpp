@@ -1,5 +1,7 @@
 #include "assets/PictureRenderer.h"
 
+#include "assets/Dither.h"
+
 #include <QBuffer>
 #include <QImageReader>
 #include <QPainter>
@@ -27,20 +29,27 @@ QImage renderVector(const QByteArray& svg, QSize size) {
     QSvgRenderer renderer(svg);
     if (!renderer.isValid())
         return {};
-    QImage picture(size, QImage::Format_ARGB32_Premultiplied);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
     const QRectF whole{QPointF(), QSizeF(size)};
     const auto mark = QStringLiteral("mark");
     if (!renderer.elementExists(mark)) {
+        QImage picture(size, QImage::Format_ARGB32_Premultiplied);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        painter.setRenderHint(QPainter::Antialiasing);
         showWholePage(renderer);
         renderer.render(&painter, whole);
         return picture;
     }
     // A mark before a backdrop: the backdrop is stretched to the picture, the mark keeps its proportions
-    // and its place.
-    renderer.render(&painter, QStringLiteral("backdrop"), whole);
+    // and its place. A dark backdrop has few levels, so it is painted with more of them than are shown.
+    QImage backdrop(size, QImage::Format_RGBA64_Premultiplied);
+    backdrop.fill(Qt::transparent);
+    QPainter behind(&backdrop);
+    renderer.render(&behind, QStringLiteral("backdrop"), whole);
+    behind.end();
+    QImage picture = dithered(backdrop);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
     const QSizeF drawn = renderer.defaultSize();
     const double scale = std::min(whole.width() / drawn.width(), whole.height() / drawn.height());
     QRectF place = renderer.boundsOnElement(mark);
