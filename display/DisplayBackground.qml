@@ -17,6 +17,7 @@ Item {
         visible: root.stage.isActive || !logo.isShown
         colors: root.stage.colors
         textColor: root.stage.textColor
+        pixelRatio: root.pixelRatio
     }
 
     CutPictureItem {

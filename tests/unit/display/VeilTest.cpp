@@ -1,4 +1,5 @@
 #include "display/panel/Legibility.h"
+#include "display/veil/ColourBackground.h"
 #include "display/veil/Veils.h"
 #include "tests/fakes/Pictures.h"
 
@@ -81,6 +82,26 @@ TEST(Veils, LookAtTheCoverAndAtACassette) {
     EXPECT_GT(veils.cover.strongest, 0.3);
     EXPECT_NEAR(veils.cover.picture.width(), 2 * 600 * veils.cover.place.width(), 2);
     EXPECT_GT(veils.record.strongest, 0.3);
+}
+
+TEST(ColourBackground, HasNoStepsAndTheMeanOfItsColours) {
+    ColourBackground background;
+    background.setColors({QColor(20, 24, 40), QColor(10, 12, 20)});
+    const QImage strip = background.strip(2160);
+    int alike = 0;
+    int longest = 0;
+    for (int y = 1; y < strip.height(); ++y) {
+        bool isAlike = true;
+        double sum = 0;
+        for (int x = 0; x < strip.width(); ++x) {
+            isAlike = isAlike && strip.pixel(x, y) == strip.pixel(x, y - 1);
+            sum += qBlue(strip.pixel(x, y));
+        }
+        alike = isAlike ? alike + 1 : 0;
+        longest = std::max(longest, alike);
+        ASSERT_NEAR(sum / strip.width(), 40 - 20 * (y + 0.5) / strip.height(), 0.5) << y;
+    }
+    EXPECT_LE(longest, 12) << "a level is 108 rows high";
 }
 
 TEST(Veils, PaintTheBackgroundFromTopToBottom) {
