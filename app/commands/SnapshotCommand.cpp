@@ -6,6 +6,8 @@
 #include "display/DisplayScene.h"
 #include "settings/Preferences.h"
 
+#include <QGuiApplication>
+#include <QPalette>
 #include <QRegularExpression>
 
 namespace tarnwick {
@@ -14,6 +16,7 @@ namespace {
 
 constexpr QSize defaultSize{1200, 600};
 constexpr QSize preferencesSize{590, 1000}; ///< of their whole content
+constexpr QColor darkSurroundings(0x1e, 0x1e, 0x20);
 constexpr QSize largestSize{7680, 4320};
 
 /// When the choreography of the first track is over and everything has come to rest.
@@ -31,6 +34,7 @@ struct Request {
     QString view;
     QSize size;
     bool isFlipped = false;
+    bool isDark = false;
     std::chrono::milliseconds after{};
     SnapshotStage::Options stage;
 };
@@ -64,6 +68,13 @@ std::optional<Problem> readPreferences(const Invocation& invocation, SnapshotSta
     return std::nullopt;
 }
 
+/// What a view takes without a size: its whole content, where it has one.
+std::optional<QSize> wholeSize(const QString& view) {
+    if (view == QLatin1String("preferences"))
+        return preferencesSize;
+    return view == QLatin1String("assets") ? contactSheetSize(Catalogue::shared()) : defaultSize;
+}
+
 std::variant<Request, Problem> readRequest(const Invocation& invocation) {
     Request request;
     request.file = invocation.arguments.front();
@@ -82,14 +93,17 @@ std::variant<Request, Problem> readRequest(const Invocation& invocation) {
             .arg(scene, musicapp::demoSceneNames().join(QStringLiteral(", ")));
     request.stage.scene = *demoScene;
     const auto sizeText = invocation.option(QStringLiteral("size"));
-    const bool isPreferences = request.view == QLatin1String("preferences");
-    const auto size = sizeText ? parseSize(*sizeText) : isPreferences ? preferencesSize : defaultSize;
+    const auto size = sizeText ? parseSize(*sizeText) : wholeSize(request.view);
     if (!size)
         return QStringLiteral("--size is WxH in pixels, at most %1x%2, not '%3'")
             .arg(largestSize.width())
             .arg(largestSize.height())
             .arg(*sizeText);
     request.size = *size;
+    request.isDark = invocation.has(QStringLiteral("dark"));
+    if (static const QStringList dark{QStringLiteral("preferences"), QStringLiteral("assets")};
+        request.isDark && !dark.contains(request.view))
+        return QStringLiteral("--dark goes with --view preferences or assets");
     request.isFlipped = invocation.has(QStringLiteral("flipped"));
     request.stage.isFullScreen = invocation.has(QStringLiteral("fullscreen"));
     request.after = restingTime;
@@ -108,9 +122,11 @@ std::variant<Request, Problem> readRequest(const Invocation& invocation) {
 /// The view as a picture; null when it cannot be made.
 QImage paint(const Request& request) {
     if (request.view == QLatin1String("assets"))
-        return contactSheet(Catalogue::shared(), request.size);
+        return contactSheet(Catalogue::shared(), request.size, request.isDark);
     if (request.view == QLatin1String("splash"))
         return *Catalogue::shared().picture(QStringLiteral("applogo800"), request.size);
+    if (request.isDark)
+        QGuiApplication::setPalette(QPalette(darkSurroundings));
     SnapshotStage stage(request.stage);
     PreferencesModel model({.settings = stage.settings(), .importFonts = {}, .removeFont = {}});
     auto root =

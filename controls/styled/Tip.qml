@@ -1,4 +1,5 @@
 import QtQuick
+import Tarnwick.Assets
 
 /// A word about the control under the pointer, once it has rested there.
 Rectangle {
@@ -32,13 +33,14 @@ Rectangle {
         onTriggered: tip.isDue = true
     }
 
-    Text {
+    TypeItem {
         id: label
 
-        anchors.centerIn: parent
+        x: (parent.width - implicitWidth) / 2
+        y: (parent.height - implicitHeight) / 2
         text: tip.text
-        textFormat: Text.PlainText
         color: "white"
-        font.pixelSize: 12 * tip.point
+        font { family: Theme.fontFamily; pixelSize: 12 * tip.point }
+        pixelRatio: Screen.devicePixelRatio
     }
 }
