@@ -13,8 +13,8 @@ T.Button {
     implicitWidth: implicitContentWidth + 18
     implicitHeight: 28
     Accessible.name: text
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
 
     background: Rectangle {
         radius: 6

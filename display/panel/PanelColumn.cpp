@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tarnwick {
 
@@ -51,22 +52,28 @@ QFont PanelColumn::fontFor(const QStringList& lines, const Style& style, double 
     return sized(style.points * std::clamp(spare * width / widest, smallestScale, 1.0));
 }
 
-/// The same words in lines none of which is wider than `width`, but for words that are.
+/// The same words in lines none of which is wider than `width`, but for words that are. What is left of a
+/// line goes on in the next one.
 QStringList PanelColumn::narrowed(const QStringList& lines, const QFont& font, double width) {
     QStringList narrow;
+    QString rest;
     for (const QString& line : lines) {
-        QString filled;
-        for (const QString& word : line.split(u' ')) {
-            const QString longer = filled.isEmpty() ? word : filled + u' ' + word;
-            if (filled.isEmpty() || measureInk(longer, font).ink.width() <= width) {
-                filled = longer;
+        const QString whole = rest.isEmpty() ? line : rest + u' ' + line;
+        rest.clear();
+        for (const QString& word : whole.split(u' ')) {
+            const QString longer = rest.isEmpty() ? word : rest + u' ' + word;
+            if (rest.isEmpty() || measureInk(longer, font).ink.width() <= width) {
+                rest = longer;
             } else {
-                narrow.append(filled);
-                filled = word;
+                narrow.append(rest);
+                rest = word;
             }
         }
-        narrow.append(filled);
+        if (rest == whole)
+            narrow.append(std::exchange(rest, {}));
     }
+    if (!rest.isEmpty())
+        narrow.append(rest);
     return narrow;
 }
 

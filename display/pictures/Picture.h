@@ -51,9 +51,9 @@ public:
     }
 
     std::optional<images::Image> image;
-    DiscImage disc;                                  ///< null when there is an image
-    /// Empty when nothing has been, or is kept any more. The script engine holds on to values like this one for as
-    /// long as it likes, so it is somebody else who keeps what has been prepared.
+    DiscImage disc; ///< null when there is an image
+    /// Empty when nothing has been, or is kept any more. The script engine holds on to values like this one
+    /// for as long as it likes, so it is somebody else who keeps what has been prepared.
     std::weak_ptr<const PreparedPicture> prepared;
 };
 

@@ -23,6 +23,9 @@ SharpRectangle {
     readonly property real copyHeight: stage.artwork.isPresent ? copySide + 2 * padding : 0 ///< with the room round it
     readonly property color plainText: isIPod ? "black" : "white"
 
+    // It stands above all rows, which have not been laid out anew yet.
+    onCopyHeightChanged: Qt.callLater(() => list.bringIntoView(tracks.currentRow)) // qmllint disable type
+
     radius: 10
     color: isIPod ? "white" : Qt.rgba(0, 0, 0, 0.7)
 
@@ -142,10 +145,11 @@ SharpRectangle {
             if (number < 0)
                 return;
             forceLayout();
-            const from = contentY;
-            positionViewAtIndex(number, ListView.Contain);
-            if (contentY !== from)
-                positionViewAtIndex(number, ListView.Center);
+            const row = itemAtIndex(number);
+            if (row && row.y + row.height <= contentY + height)
+                return;
+            positionViewAtEnd(); // else it takes all rows to be as high as those it has made so far
+            positionViewAtIndex(number, ListView.Center);
         }
 
         // Moves the row with this number to the middle, as far as the list goes.

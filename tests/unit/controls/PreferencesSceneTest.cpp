@@ -126,7 +126,7 @@ TEST_F(PreferencesSceneTest, AFontsRemovalIsAskedForAndGoesToItsOwnList) {
     const auto alerts = [&] { return find(view, "title", "Remove Font?"); };
     const std::function<void()> refusals[] = {
         [&] { press(Qt::Key_Escape); }, [&] { click(one(view, "objectName", "cancel")); },
-        [&] { press(Qt::Key_Space); }, // what is safe has the keyboard first
+        [&] { press(Qt::Key_Return); }, [&] { press(Qt::Key_Space); }, // what is safe has the keyboard first
     };
     for (const auto& refuse : refusals) {
         click(remove);

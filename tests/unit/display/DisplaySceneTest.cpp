@@ -36,6 +36,8 @@ protected:
         dispatcher.runUntilIdle();
     }
 
+    void expectCurrentRowInView();
+
     static D playing(const char* state = "playing") {
         return nowPlaying({{11, D::data(png(8))}, {12, text(state)}});
     }
@@ -104,12 +106,21 @@ TEST_F(DisplaySceneTest, ATapBesideTheRowsTurnsTheCoverBackHoweverLongTheList) {
 }
 
 TEST_F(DisplaySceneTest, TheCurrentRowIsInViewWhenTheCoverIsTurnedOver) {
-    const Titles titles(15, "Uno");
-    answer(scripts::tracksByDisc(), discs({titles, {"Uno", "Due", "Tre", "Le luci"}}));
     answer(scripts::nowPlaying(), playing()); // the fourth of the second disc
     show();
-    view->tapCover();
-    advance(1100ms);
+    for (const std::size_t before : {2U, 7U, 8U, 15U, 60U}) {
+        SCOPED_TRACE(before);
+        answer(scripts::tracksByDisc(),
+               discs({Titles(before, "Uno"), {"Uno", "Due", "Tre", "Le luci", "Ancora"}}));
+        view->tapCover();
+        advance(1100ms);
+        expectCurrentRowInView();
+        view->tapCover();
+        advance(1100ms);
+    }
+}
+
+void DisplaySceneTest::expectCurrentRowInView() {
     int seen = 0;
     for (const QQuickItem* item : itemsBelow(renderer->root())) {
         if (item->property("isCurrent").toBool() && item->isVisible() &&
