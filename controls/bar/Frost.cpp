@@ -1,8 +1,7 @@
 #include "controls/bar/Frost.h"
 
-#include "assets/ContinuousCorners.h"
-
 #include <QPainter>
+#include <QPainterPath>
 
 #include <algorithm>
 #include <array>
@@ -69,8 +68,10 @@ void paintPicture(QPainter& painter, const Backdrop::Picture& picture, const QRe
     const auto image = picture(std::max(1, int(std::ceil(std::max(rect.width(), rect.height()) * sampling))));
     if (!image || image->isNull())
         return;
+    QPainterPath outline;
+    outline.addRoundedRect(rect, radius, radius);
     painter.save();
-    painter.setClipPath(withContinuousCorners(rect, radius));
+    painter.setClipPath(outline);
     painter.drawImage(rect, *image);
     painter.restore();
 }
@@ -175,15 +176,15 @@ QImage frostedPanel(const Backdrop& backdrop, const QRectF& rect, double radius,
     brush.setTransform(toPanel);
     painter.setPen(Qt::NoPen);
     painter.setBrush(brush);
-    painter.drawPath(withContinuousCorners(QRectF(QPointF(), QSizeF(size)), radius * unit));
+    painter.drawRoundedRect(QRectF(QPointF(), QSizeF(size)), radius * unit, radius * unit);
     painter.setBrush(QColor(255, 255, 255, 13)); // 5 %
-    painter.drawPath(withContinuousCorners(QRectF(QPointF(), QSizeF(size)), radius * unit));
+    painter.drawRoundedRect(QRectF(QPointF(), QSizeF(size)), radius * unit, radius * unit);
     const double edge = std::max(1.0, std::round(unit));
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(QColor(255, 255, 255, 46), edge)); // 18 %
-    painter.drawPath(withContinuousCorners(
+    painter.drawRoundedRect(
         QRectF(QPointF(), QSizeF(size)).adjusted(edge / 2, edge / 2, -edge / 2, -edge / 2),
-        radius * unit - edge / 2));
+        radius * unit - edge / 2, radius * unit - edge / 2);
     return panel;
 }
 

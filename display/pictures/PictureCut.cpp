@@ -1,6 +1,5 @@
 #include "display/pictures/PictureCut.h"
 
-#include "assets/ContinuousCorners.h"
 #include "assets/MaskBlur.h"
 
 #include <QPainter>
@@ -17,7 +16,7 @@ void drawShape(QPainter& painter, const QRectF& rect, double radius) {
     if (2 * radius >= std::min(rect.width(), rect.height()))
         painter.drawEllipse(rect);
     else
-        painter.drawPath(withContinuousCorners(rect, radius));
+        painter.drawRoundedRect(rect, radius, radius);
 }
 
 } // namespace

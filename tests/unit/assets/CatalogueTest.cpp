@@ -1,11 +1,8 @@
 #include "assets/Catalogue.h"
 
-#include "assets/ContinuousCorners.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 
 namespace tarnwick {
@@ -102,25 +99,6 @@ TEST(Catalogue, TheMarkKeepsItsProportionsInEveryWindow) {
         EXPECT_GT(picture->pixelColor(int(centre - 330 * scale), middle).red(), 200);
         EXPECT_LT(picture->pixelColor(int(centre + 330 * scale), middle).red(), 60);
     }
-}
-
-TEST(ContinuousCorners, CutAsMuchAsAnArcAndBeginEarlier) {
-    const QRectF rect(10, 20, 300, 200);
-    constexpr double radius = 40;
-    const QPainterPath path = withContinuousCorners(rect, radius);
-    EXPECT_EQ(path.boundingRect(), rect);
-    const double cut = radius * (1 - std::sqrt(0.5));
-    for (const auto& [corner, inwards] :
-         {std::pair(rect.topLeft(), QPointF(1, 1)), std::pair(rect.topRight(), QPointF(-1, 1)),
-          std::pair(rect.bottomLeft(), QPointF(1, -1)), std::pair(rect.bottomRight(), QPointF(-1, -1))}) {
-        EXPECT_FALSE(path.contains(corner + (cut - 0.5) * inwards));
-        EXPECT_TRUE(path.contains(corner + (cut + 0.5) * inwards));
-        EXPECT_FALSE(path.contains(corner + QPointF(1.15 * radius * inwards.x(), 0.02 * inwards.y())))
-            << "an arc has ended there";
-        EXPECT_TRUE(path.contains(corner + QPointF(1.35 * radius * inwards.x(), 0.1 * inwards.y())));
-    }
-    EXPECT_EQ(withContinuousCorners(rect, 0).boundingRect(), rect);
-    EXPECT_TRUE(withContinuousCorners(rect, 1000).boundingRect().width() <= rect.width());
 }
 
 TEST(Catalogue, AMissingNameGivesNothing) {
