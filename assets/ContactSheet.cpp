@@ -4,7 +4,6 @@
 #include <QPainter>
 
 #include <array>
-#include <cmath>
 
 namespace tarnwick {
 
@@ -18,18 +17,14 @@ struct Section {
 };
 constexpr std::array sections{
     Section{Catalogue::Kind::Disc, 11, 11},   Section{Catalogue::Kind::Picture, 11, 11},
-    Section{Catalogue::Kind::Logo, 6.5, 2.4}, Section{Catalogue::Kind::Symbol, 6.5, 3},
-    Section{Catalogue::Kind::Flag, 6.5, 2.7},
+    Section{Catalogue::Kind::Logo, 5.5, 2.4}, Section{Catalogue::Kind::Symbol, 3, 3},
+    Section{Catalogue::Kind::Flag, 3.6, 2.7},
 };
 constexpr double gap = 1.2;
-constexpr double caption = 2.4; // two lines
+constexpr double caption = 1.5;
 constexpr double sectionGap = 1.6;
 
-constexpr double readableUnit = 16; // device pixels
-constexpr int readableWidth = 1800;
-
 const QColor ground(0x3b, 0x3e, 0x42);
-const QColor darkGround(0x12, 0x13, 0x15);
 const QColor paper(0xe8, 0xe8, 0xea);
 
 /// Places cells from left to right and top to bottom.
@@ -75,39 +70,20 @@ void drawCell(QPainter& painter, const Catalogue& catalogue, const QString& name
         painter.fillRect(cell.adjusted(-unit / 3, -unit / 3, unit / 3, unit / 3), paper);
     if (picture)
         painter.drawImage(corner, *picture);
-    const QRectF lines(cell.left() - 0.4 * gap * unit, cell.bottom() + unit * 0.3,
-                       cell.width() + 0.8 * gap * unit, caption * unit);
+    const QRectF line(cell.left() - gap / 2 * unit, cell.bottom() + unit * 0.3, cell.width() + gap * unit,
+                      caption * unit);
     painter.setPen(QColor(0xe2, 0xe4, 0xe6));
-    constexpr int flags = Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap;
-    QString breakable = name;
-    breakable.replace(QLatin1Char('-'), QStringLiteral("-\u200b"))
-        .replace(QLatin1Char('.'), QStringLiteral(".\u200b"));
-    const QFont usual = painter.font();
-    const auto isTooLarge = [&] {
-        const QRectF needed = painter.boundingRect(lines, flags, breakable);
-        return needed.width() > lines.width() || needed.height() > lines.height();
-    };
-    for (QFont font = usual; isTooLarge() && font.pixelSize() > 1;) {
-        font.setPixelSize(font.pixelSize() - 1);
-        painter.setFont(font);
-    }
-    painter.drawText(lines, flags, breakable);
-    painter.setFont(usual);
+    painter.drawText(line, Qt::AlignHCenter | Qt::AlignTop,
+                     painter.fontMetrics().elidedText(name, Qt::ElideMiddle, static_cast<int>(line.width())));
 }
 
 } // namespace
 
-QSize contactSheetSize(const Catalogue& catalogue) {
-    const double height = SheetLayout(catalogue, readableWidth, readableUnit)
-                              .run([](const QString&, const Section&, const QRectF&) {});
-    return {readableWidth, static_cast<int>(std::ceil(height))};
-}
-
-QImage contactSheet(const Catalogue& catalogue, QSize size, bool isDark) {
+QImage contactSheet(const Catalogue& catalogue, QSize size) {
     QImage sheet(size, QImage::Format_RGB32);
     if (sheet.isNull())
         return sheet;
-    sheet.fill(isDark ? darkGround : ground);
+    sheet.fill(ground);
     double fits = 0;
     double tooLarge = size.width();
     for (int i = 0; i < 24; ++i) {

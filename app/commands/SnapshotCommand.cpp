@@ -6,8 +6,6 @@
 #include "display/DisplayScene.h"
 #include "settings/Preferences.h"
 
-#include <QGuiApplication>
-#include <QPalette>
 #include <QRegularExpression>
 
 namespace tarnwick {
@@ -16,7 +14,6 @@ namespace {
 
 constexpr QSize defaultSize{1200, 600};
 constexpr QSize preferencesSize{590, 1000}; ///< of their whole content
-constexpr QColor darkSurroundings(0x1e, 0x1e, 0x20);
 constexpr QSize largestSize{7680, 4320};
 
 /// When the choreography of the first track is over and everything has come to rest.
@@ -34,7 +31,6 @@ struct Request {
     QString view;
     QSize size;
     bool isFlipped = false;
-    bool isDark = false;
     std::chrono::milliseconds after{};
     SnapshotStage::Options stage;
 };
@@ -68,13 +64,6 @@ std::optional<Problem> readPreferences(const Invocation& invocation, SnapshotSta
     return std::nullopt;
 }
 
-/// What a view takes without a size: its whole content, where it has one.
-std::optional<QSize> wholeSize(const QString& view) {
-    if (view == QLatin1String("preferences"))
-        return preferencesSize;
-    return view == QLatin1String("assets") ? contactSheetSize(Catalogue::shared()) : defaultSize;
-}
-
 std::variant<Request, Problem> readRequest(const Invocation& invocation) {
     Request request;
     request.file = invocation.arguments.front();
@@ -93,17 +82,14 @@ std::variant<Request, Problem> readRequest(const Invocation& invocation) {
             .arg(scene, musicapp::demoSceneNames().join(QStringLiteral(", ")));
     request.stage.scene = *demoScene;
     const auto sizeText = invocation.option(QStringLiteral("size"));
-    const auto size = sizeText ? parseSize(*sizeText) : wholeSize(request.view);
+    const bool isPreferences = request.view == QLatin1String("preferences");
+    const auto size = sizeText ? parseSize(*sizeText) : isPreferences ? preferencesSize : defaultSize;
     if (!size)
         return QStringLiteral("--size is WxH in pixels, at most %1x%2, not '%3'")
             .arg(largestSize.width())
             .arg(largestSize.height())
             .arg(*sizeText);
     request.size = *size;
-    request.isDark = invocation.has(QStringLiteral("dark"));
-    if (static const QStringList dark{QStringLiteral("preferences"), QStringLiteral("assets")};
-        request.isDark && !dark.contains(request.view))
-        return QStringLiteral("--dark goes with --view preferences or assets");
     request.isFlipped = invocation.has(QStringLiteral("flipped"));
     request.stage.isFullScreen = invocation.has(QStringLiteral("fullscreen"));
     request.after = restingTime;
@@ -122,11 +108,9 @@ std::variant<Request, Problem> readRequest(const Invocation& invocation) {
 /// The view as a picture; null when it cannot be made.
 QImage paint(const Request& request) {
     if (request.view == QLatin1String("assets"))
-        return contactSheet(Catalogue::shared(), request.size, request.isDark);
+        return contactSheet(Catalogue::shared(), request.size);
     if (request.view == QLatin1String("splash"))
         return *Catalogue::shared().picture(QStringLiteral("applogo800"), request.size);
-    if (request.isDark)
-        QGuiApplication::setPalette(QPalette(darkSurroundings));
     SnapshotStage stage(request.stage);
     PreferencesModel model({.settings = stage.settings(), .importFonts = {}, .removeFont = {}});
     auto root =

@@ -26,7 +26,7 @@ T.CheckBox {
         radius: 3.5
         color: row.checked ? PreferencesStyle.fill : PreferencesStyle.box
         border.width: row.checked ? 0 : 1
-        border.color: PreferencesStyle.boxEdge
+        border.color: PreferencesStyle.controlEdge
 
         Glyph {
             anchors.fill: parent

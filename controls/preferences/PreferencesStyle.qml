@@ -7,8 +7,8 @@ QtObject {
     id: style
 
     readonly property SystemPalette palette: SystemPalette {}
-    /// Whether the desktop's colours are dark.
-    readonly property bool isDark: palette.window.hslLightness < 0.5
+    /// Whether the desktop's colours are dark. Pictures of the window set it.
+    property bool isDark: palette.window.hslLightness < 0.5
 
     readonly property color ground: isDark ? "#1e1e20" : "#f2f2f4"
     readonly property color card: isDark ? "#323236" : "#fafafb"
@@ -20,11 +20,7 @@ QtObject {
     readonly property color fill: isDark ? "#1673e6" : "#0066cc"
     readonly property color icon: isDark ? "#3f9bff" : "#0066cc"
     readonly property color red: isDark ? "#ff5147" : "#e0342b"
-    /// Under the white word of a button that takes something away.
-    readonly property color destructive: isDark ? "#d4382f" : "#d9322a"
-    /// Of what is switched off, and round an empty box: three to one against the card.
-    readonly property color switchOff: isDark ? "#8a8a90" : "#8b8b91"
-    readonly property color boxEdge: isDark ? "#8e8e94" : "#8b8b91"
+    readonly property color switchOff: isDark ? "#5a5a5f" : "#bcbcc2"
     /// Of pop-ups and buttons, their border, and of what lies in a segmented picker.
     readonly property color control: isDark ? "#55555a" : "#ffffff"
     readonly property color controlEdge: isDark ? "#2effffff" : "#33000000"

@@ -40,21 +40,14 @@ FocusScope {
         T.ScrollBar.vertical: PreferencesScrollBar {}
         T.ScrollBar.horizontal: PreferencesScrollBar {}
 
-        // Brings what the keyboard acts on into view, with some room round it; a first row brings its header along.
+        // Brings what the keyboard acts on into view.
         function reveal(item: Item): void {
-            const room = 12, header = 80;
-            const place = item.mapToItem(contentItem, 0, 0);
-            const top = place.y < header ? 0 : place.y - room;
-            const left = place.x < header ? 0 : place.x - room;
-            contentY = revealed(contentY, height, top, place.y + item.height + room, contentHeight);
-            contentX = revealed(contentX, width, left, place.x + item.width + room, contentWidth);
-        }
-
-        // Where the view begins that shows `from` to `to`, and begins as near as can be to where it does.
-        function revealed(begin: real, size: real, from: real, to: real, whole: real): real {
-            if (to > begin + size)
-                begin = Math.min(to, whole) - size;
-            return Math.max(0, Math.min(begin, from));
+            const top = item.mapToItem(content, 0, 0).y - 12;
+            const bottom = top + item.height + 24;
+            if (top < contentY)
+                contentY = Math.max(0, top);
+            else if (bottom > contentY + height)
+                contentY = Math.min(bottom, contentHeight) - height;
         }
 
         Connections {

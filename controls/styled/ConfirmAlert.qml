@@ -47,7 +47,7 @@ FocusScope {
 
     Rectangle {
         anchors.centerIn: parent
-        width: Math.min(330, alert.width - 24)
+        width: 330
         height: column.height + 40
         radius: 12
         color: PreferencesStyle.card

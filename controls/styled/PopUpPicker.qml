@@ -99,7 +99,7 @@ T.ComboBox {
     popup: T.Popup {
         y: picker.height + 4
         width: Math.max(picker.width, 240)
-        height: Math.min(contentItem.implicitHeight + 10, 324, picker.Window.height - 2 * margins)
+        height: Math.min(contentItem.implicitHeight + 10, 324)
         margins: 8
         padding: 5
 
@@ -114,7 +114,6 @@ T.ComboBox {
             implicitHeight: contentHeight
             model: picker.popup.visible ? picker.delegateModel : null
             currentIndex: picker.highlightedIndex
-            highlightMoveDuration: 0 // who goes to the end sees at once where that is
             boundsBehavior: Flickable.StopAtBounds
             T.ScrollBar.vertical: PreferencesScrollBar {}
         }

@@ -13,12 +13,10 @@ T.Button {
     implicitWidth: implicitContentWidth + 18
     implicitHeight: 28
     Accessible.name: text
-    Keys.onReturnPressed: button.clicked()
-    Keys.onEnterPressed: button.clicked()
 
     background: Rectangle {
         radius: 6
-        color: button.isDestructive ? PreferencesStyle.destructive : PreferencesStyle.control
+        color: button.isDestructive ? PreferencesStyle.red : PreferencesStyle.control
         border.width: button.isDestructive ? 0 : 1
         border.color: PreferencesStyle.controlEdge
         opacity: button.enabled ? 1 : 0.5

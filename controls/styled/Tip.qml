@@ -1,5 +1,4 @@
 import QtQuick
-import Tarnwick.Assets
 
 /// A word about the control under the pointer, once it has rested there.
 Rectangle {
@@ -33,14 +32,13 @@ Rectangle {
         onTriggered: tip.isDue = true
     }
 
-    TypeItem {
+    Text {
         id: label
 
-        x: (parent.width - implicitWidth) / 2
-        y: (parent.height - implicitHeight) / 2
+        anchors.centerIn: parent
         text: tip.text
+        textFormat: Text.PlainText
         color: "white"
-        font { family: Theme.fontFamily; pixelSize: 12 * tip.point }
-        pixelRatio: Screen.devicePixelRatio
+        font.pixelSize: 12 * tip.point
     }
 }

@@ -68,8 +68,6 @@ TEST_F(ProgramTest, ExitCodesMeanSomething) {
         {{"status", "--player", "mpv", "--source", "demo"}, 2, "does not go with --source demo"},
         {{"snapshot", "x.jpg"}, 2, "end in .png"},
         {{"snapshot", "x.png", "--scene", "nope"}, 2, "two-discs"},
-        {{"snapshot", "x.png", "--dark"}, 2, "--dark goes with --view"},
-        {{"snapshot", "/nowhere/x.png", "--view", "preferences", "--dark"}, 1, "could not write"},
         {{"record", "x.png", "nope", "y.png"}, 2, "33Vinyl"},
         {{"do", "volume", "1.01", "--source", "demo"}, 2, "from 0 to 1"},
         {{"do", "volume", "loud", "--source", "demo"}, 2, "from 0 to 1"},
