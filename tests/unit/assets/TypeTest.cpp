@@ -144,7 +144,7 @@ TEST(WrappedText, BreaksBetweenWordsLosesNothingAndSaysWhenSomethingIsLeftOut) {
         {"One line\nand another", 300, 3, 2, true},
         {"The script wanted to tell something that takes more room than one line has", 200, 3, 3, true},
         {"The script wanted to tell something that takes more room than two lines have", 150, 2, 2, false},
-        {"/a/path/without/a/single/blank/that/is/longer/than/the/line/is", 150, 9, 3, true},
+        {"Donaudampfschifffahrtsgesellschaftskapitän", 150, 9, 2, true},
         {"a\nb\nc\nd and what follows is far too long to be shown", 100, 3, 3, false},
         {"", 100, 3, 1, true},
     };
