@@ -4,7 +4,11 @@
 
 namespace tarnwick {
 
-/// Every picture of a catalogue with its name, kind by kind, as large as fits into `size` device pixels.
+/// The size at which a contact sheet of the catalogue shows everything large enough to be looked at and read.
+QSize contactSheetSize(const Catalogue& catalogue);
+
+/// Every picture of a catalogue with its whole name, kind by kind, as large as fits into `size` device
+/// pixels.
 QImage contactSheet(const Catalogue& catalogue, QSize size);
 
 } // namespace tarnwick

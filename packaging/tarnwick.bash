@@ -32,7 +32,7 @@ _tarnwick() {
         palette) words+=' --json' ;;
         defaults)
             words+=" --json $(tarnwick defaults 2>/dev/null | cut -d: -f1)" ;;
-        snapshot) words+=' --view --scene --size --fullscreen --set --flipped --after' ;;
+        snapshot) words+=' --view --scene --size --fullscreen --set --flipped --dark --after' ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
     case $command in

@@ -29,6 +29,7 @@ constexpr std::array options{
     Option{"size", true, " snapshot "},
     Option{"set", true, " snapshot "},
     Option{"flipped", false, " snapshot "},
+    Option{"dark", false, " snapshot "},
     Option{"after", true, " snapshot "},
 };
 
@@ -172,7 +173,7 @@ QString helpText() {
   tarnwick record PICTURE TAG OUT.png
       the generated record, 300 x 300
   tarnwick snapshot OUT.png [--view VIEW] [--scene SCENE] [--size WxH] [--fullscreen]
-                            [--set KEY=VALUE]… [--flipped] [--after SECONDS]
+                            [--set KEY=VALUE]… [--flipped] [--dark] [--after SECONDS]
       a view as a picture, no screen needed
   tarnwick --help | --version
 

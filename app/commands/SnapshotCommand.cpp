@@ -31,6 +31,7 @@ struct Request {
     QString view;
     QSize size;
     bool isFlipped = false;
+    bool isDark = false; ///< of the preferences' surroundings
     std::chrono::milliseconds after{};
     SnapshotStage::Options stage;
 };
@@ -46,6 +47,13 @@ std::optional<QSize> parseSize(const QString& text) {
     if (size.isEmpty() || size.width() > largestSize.width() || size.height() > largestSize.height())
         return std::nullopt;
     return size;
+}
+
+/// Of what has a size of its own the whole, else a usual one.
+QSize wholeSize(const QString& view) {
+    if (view == QLatin1String("assets"))
+        return contactSheetSize(Catalogue::shared());
+    return view == QLatin1String("preferences") ? preferencesSize : defaultSize;
 }
 
 /// Reads the KEY=VALUEs in the order in which they were given.
@@ -83,7 +91,7 @@ std::variant<Request, Problem> readRequest(const Invocation& invocation) {
     request.stage.scene = *demoScene;
     const auto sizeText = invocation.option(QStringLiteral("size"));
     const bool isPreferences = request.view == QLatin1String("preferences");
-    const auto size = sizeText ? parseSize(*sizeText) : isPreferences ? preferencesSize : defaultSize;
+    const auto size = sizeText ? parseSize(*sizeText) : wholeSize(request.view);
     if (!size)
         return QStringLiteral("--size is WxH in pixels, at most %1x%2, not '%3'")
             .arg(largestSize.width())
@@ -91,6 +99,9 @@ std::variant<Request, Problem> readRequest(const Invocation& invocation) {
             .arg(*sizeText);
     request.size = *size;
     request.isFlipped = invocation.has(QStringLiteral("flipped"));
+    request.isDark = invocation.has(QStringLiteral("dark"));
+    if (request.isDark && !isPreferences)
+        return QStringLiteral("--dark goes with --view preferences only; the others look alike everywhere");
     request.stage.isFullScreen = invocation.has(QStringLiteral("fullscreen"));
     request.after = restingTime;
     if (const auto after = invocation.option(QStringLiteral("after"))) {
@@ -121,6 +132,8 @@ QImage paint(const Request& request) {
             : DisplayScene::create(stage.engine(), stage.view());
     if (!root)
         return {};
+    if (auto* style = root->property("style").value<QObject*>()) // so that this desktop's makes no difference
+        style->setProperty("isDark", request.isDark);
     stage.show(std::move(root), request.size);
     stage.view().controls()->setShowTrackControls(request.view != QLatin1String("display"));
     if (request.view == QLatin1String("picker"))

@@ -59,6 +59,16 @@ QRectF inkOfRun(const QGlyphRun& run) {
     return ink;
 }
 
+/// The font at the size at which lines are laid out, so that places are in proportion to the size of the
+/// type.
+QFont referenceFont(const QFont& font) {
+    QFont reference = font;
+    reference.setPixelSize(referenceSize);
+    reference.setHintingPreference(QFont::PreferVerticalHinting);
+    reference.setStyleStrategy(QFont::NoSubpixelAntialias); // grey edges, which look the same on every ground
+    return reference;
+}
+
 } // namespace
 
 double typeSize(const QFont& font) { return font.pixelSize() > 0 ? font.pixelSize() : font.pointSizeF(); }
@@ -70,11 +80,7 @@ QFont sizedFont(const QFont& font, double points) {
 }
 
 TypeLine typeLine(const QString& text, const QFont& font) {
-    QFont reference = font;
-    reference.setPixelSize(referenceSize);
-    reference.setHintingPreference(QFont::PreferVerticalHinting);
-    reference.setStyleStrategy(QFont::NoSubpixelAntialias); // grey edges, which look the same on every ground
-    QTextLayout layout(text, reference);
+    QTextLayout layout(text, referenceFont(font));
     QTextOption option;
     option.setWrapMode(QTextOption::NoWrap);
     option.setUseDesignMetrics(true);
@@ -126,6 +132,29 @@ QString elidedToInk(const QString& text, const QFont& font, double width, const 
         }
     }
     return fitting == 0 ? QString() : cut(fitting);
+}
+
+QStringList wrappedToWidth(const QString& text, const QFont& font, double width, qsizetype most) {
+    QString separated = text;
+    separated.replace(u'\n', QChar::LineSeparator);
+    QTextLayout layout(separated, referenceFont(font));
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setUseDesignMetrics(true);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    QStringList lines;
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        if (lines.size() == most) {
+            const qsizetype last = layout.lineAt(static_cast<int>(most) - 1).textStart();
+            lines.back() = elidedToInk(text.mid(last).simplified(), font, width);
+            break;
+        }
+        line.setLineWidth(width * referenceSize / typeSize(font));
+        lines.append(text.mid(line.textStart(), line.textLength()).trimmed());
+    }
+    layout.endLayout();
+    return lines;
 }
 
 std::vector<double> FigureCells::places(const QString& text, const QFont& font) const {

@@ -42,6 +42,10 @@ TextInk measureInk(const QString& text, const QFont& font);
 QString elidedToInk(const QString& text, const QFont& font, double width,
                     const QString& ending = QStringLiteral("…"));
 
+/// `text` in at most `most` lines that are at most `width` wide, broken between its words, or within one that
+/// is wider alone. What does not fit is left out, and the last line ends in "…".
+QStringList wrappedToWidth(const QString& text, const QFont& font, double width, qsizetype most);
+
 /// The widths in which the characters of a time stand, so that they keep their places whatever they are.
 struct FigureCells {
     double figure = 0; ///< the widest figure's

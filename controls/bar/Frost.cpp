@@ -1,5 +1,7 @@
 #include "controls/bar/Frost.h"
 
+#include "assets/ContinuousCorners.h"
+
 #include <QPainter>
 #include <QPainterPath>
 
@@ -176,15 +178,15 @@ QImage frostedPanel(const Backdrop& backdrop, const QRectF& rect, double radius,
     brush.setTransform(toPanel);
     painter.setPen(Qt::NoPen);
     painter.setBrush(brush);
-    painter.drawRoundedRect(QRectF(QPointF(), QSizeF(size)), radius * unit, radius * unit);
+    const QRectF whole(QPoint(), size);
+    const QPainterPath outline = continuousRectangle(whole, radius * unit);
+    painter.drawPath(outline);
     painter.setBrush(QColor(255, 255, 255, 13)); // 5 %
-    painter.drawRoundedRect(QRectF(QPointF(), QSizeF(size)), radius * unit, radius * unit);
+    painter.drawPath(outline);
     const double edge = std::max(1.0, std::round(unit));
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(QColor(255, 255, 255, 46), edge)); // 18 %
-    painter.drawRoundedRect(
-        QRectF(QPointF(), QSizeF(size)).adjusted(edge / 2, edge / 2, -edge / 2, -edge / 2),
-        radius * unit - edge / 2, radius * unit - edge / 2);
+    const QPainterPath inside =
+        continuousRectangle(whole.adjusted(edge, edge, -edge, -edge), radius * unit - edge);
+    painter.fillPath(outline.subtracted(inside), QColor(255, 255, 255, 46)); // 18 %
     return panel;
 }
 

@@ -3,10 +3,12 @@
 #include "assets/PictureItem.h"
 #include "controls/bar/Backdrop.h"
 
+#include <QVariantAnimation>
+
 namespace tarnwick {
 
 /// A frosted panel. Made off the main thread whenever what is behind it, its place or its size changes
-/// while it is wanted; until then it shows the one before.
+/// while it is wanted; until then it shows the one before, which then fades.
 class FrostedPanel : public tarnwick::PictureItem {
     Q_OBJECT
     QML_ELEMENT
@@ -29,6 +31,10 @@ protected:
     void updatePolish() override;
 
 private:
+    void take(const Picture& made);
+
+    PictureItem* const m_before; ///< the picture that fades
+    QVariantAnimation m_fade;
     Backdrop m_backdrop;
     QRectF m_place;
     double m_radius = 22;

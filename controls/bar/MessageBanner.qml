@@ -27,17 +27,15 @@ Rectangle {
 
     Behavior on opacity { NumberAnimation { duration: Theme.defaultDuration; easing.type: Easing.BezierSpline; easing.bezierCurve: Theme.easeInOut } }
 
-    Text {
+    TypeBlock {
         id: label
 
         anchors.centerIn: parent
         width: banner.width - 36 * banner.point
-        horizontalAlignment: Text.AlignHCenter
-        textFormat: Text.PlainText
-        wrapMode: Text.Wrap
-        elide: Text.ElideRight
-        maximumLineCount: 3
+        height: implicitHeight
+        maximumLines: 3
         color: "white"
+        pixelRatio: Screen.devicePixelRatio // qmllint disable type
         font.pixelSize: Theme.headlineSize * banner.point
         font.weight: Font.Medium
     }

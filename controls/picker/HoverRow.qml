@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
 import Tarnwick.Assets
+import Tarnwick.Controls
 
 /// What the rows of the playlist picker have in common: a text that is a button.
 T.AbstractButton {
@@ -37,25 +38,16 @@ T.AbstractButton {
     onClicked: tapped()
 
     background: Item {
-        // The plate's shadow, grey and as faint as the plate: layers whose edges are a blur of 6.
-        Repeater {
-            model: row.isHovering ? row.shadowLayers : 0
-
-            Rectangle {
-                required property int index
-
-                readonly property real spread: (6 - 12 * (index + 0.5) / row.shadowLayers) * row.point
-
-                x: -spread
-                y: 2 * row.point - spread
-                width: plate.width + 2 * spread
-                height: plate.height + 2 * spread
-                radius: Math.max(0, plate.radius + spread)
-                color: Theme.grey
-                opacity: 0.4 * plate.color.a / row.shadowLayers
-            }
+        SoftShadow { // as faint as the plate
+            anchors.fill: parent
+            layers: row.isHovering ? row.shadowLayers : 0
+            reach: 6 * row.point
+            drop: 2 * row.point
+            radius: plate.radius
+            color: Theme.grey
+            strength: 0.4 * plate.color.a
         }
-        Rectangle {
+        Plate {
             id: plate
 
             anchors.fill: parent

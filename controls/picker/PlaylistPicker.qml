@@ -130,6 +130,18 @@ FocusScope {
         }
     }
 
+    PopoverFrame { // the rows of this look go from edge to edge, and the card's corners are round
+        x: frame.x
+        y: frame.y
+        width: frame.width
+        height: frame.height
+        visible: picker.isIPod
+        isPassePartout: true
+        point: picker.point
+        look: Options.IPod
+        hasArrow: picker.hasArrow
+    }
+
     /// The row under the pointer, or where the keyboard is.
     property int litIndex: -1
 

@@ -23,7 +23,7 @@ void PopoverFrame::updatePolish() {
     m_isOld = false;
     m_isMaking = true;
     renderqueue::run(
-        [look = PopoverLook{m_option, m_gradientColors, m_textColor, m_hasArrow},
+        [look = PopoverLook{m_option, m_gradientColors, m_textColor, m_hasArrow, m_isPassePartout},
          size = size() / m_point - QSizeF(2 * popoverMargin, 2 * popoverMargin),
          unit = m_point * window()->effectiveDevicePixelRatio()] {
             return std::make_shared<const QImage>(paintPopover(look, size.width(), size.height(), unit));

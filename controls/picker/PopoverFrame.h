@@ -14,6 +14,8 @@ class PopoverFrame : public tarnwick::PictureItem {
     Q_PROPERTY(QList<QColor> gradientColors MEMBER m_gradientColors NOTIFY lookChanged)
     Q_PROPERTY(QColor textColor MEMBER m_textColor NOTIFY lookChanged)
     Q_PROPERTY(bool hasArrow MEMBER m_hasArrow NOTIFY lookChanged)
+    /// Whether it is only what lies round the card's corners, which cuts what lies under it to the card.
+    Q_PROPERTY(bool isPassePartout MEMBER m_isPassePartout NOTIFY lookChanged)
     /// Logical pixels of a point.
     Q_PROPERTY(double point MEMBER m_point NOTIFY lookChanged)
     /// In points.
@@ -39,6 +41,7 @@ private:
     QList<QColor> m_gradientColors;
     QColor m_textColor = Qt::white;
     bool m_hasArrow = true;
+    bool m_isPassePartout = false;
     double m_point = 1;
     bool m_isOld = true;
     bool m_isMaking = false;

@@ -1,5 +1,6 @@
 #include "controls/picker/PopoverPainter.h"
 
+#include "assets/ContinuousCorners.h"
 #include "assets/MaskBlur.h"
 #include "controls/picker/PickerColours.h"
 
@@ -25,11 +26,7 @@ struct Shadow {
 constexpr Shadow cardShadow{16, 3, 0.2};
 constexpr Shadow dropShadow{18, 6, 0.5};
 
-QPainterPath rounded(const QRectF& rect) {
-    QPainterPath path;
-    path.addRoundedRect(rect, cornerRadius, cornerRadius);
-    return path;
-}
+QPainterPath rounded(const QRectF& rect) { return continuousRectangle(rect, cornerRadius); }
 
 /// Paints the shadow of `shape`, all that the painter paints on, of which a picture has `size` pixels.
 void paintShadow(QPainter& painter, QSize size, const QPainterPath& shape, const Shadow& shadow) {
@@ -88,6 +85,20 @@ QColor cardColour(const PopoverLook& look) {
     return colour;
 }
 
+/// Clears all of `picture` but `shape`, which `transform` maps to its pixels.
+void keepOnly(QImage& picture, const QPainterPath& shape, const QTransform& transform) {
+    QImage mask(picture.size(), QImage::Format_ARGB32_Premultiplied);
+    mask.fill(Qt::transparent);
+    QPainter onMask(&mask);
+    onMask.setRenderHint(QPainter::Antialiasing);
+    onMask.setTransform(transform);
+    onMask.fillPath(shape, Qt::black);
+    onMask.end();
+    QPainter painter(&picture);
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    painter.drawImage(0, 0, mask);
+}
+
 } // namespace
 
 QImage paintPopover(const PopoverLook& look, double width, double height, double unit) {
@@ -122,7 +133,15 @@ QImage paintPopover(const PopoverLook& look, double width, double height, double
     faded.opacity *= card.alphaF(); // what is half clear throws half a shadow
     paintShadow(painter, picture.size(), cardOutline, faded);
     painter.restore();
-    painter.fillPath(cardOutline, card);
+    if (!look.isPassePartout) {
+        painter.fillPath(cardOutline, card);
+        return picture;
+    }
+    QPainterPath corners;
+    corners.addRect(cardOutline.boundingRect());
+    const QTransform toPixels = painter.worldTransform();
+    painter.end();
+    keepOnly(picture, corners.subtracted(cardOutline), toPixels);
     return picture;
 }
 

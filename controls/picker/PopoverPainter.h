@@ -14,6 +14,7 @@ struct PopoverLook {
     QList<QColor> gradientColors; ///< of the dynamic look
     QColor textColor = Qt::white; ///< of the dynamic look
     bool hasArrow = true;
+    bool isPassePartout = false; ///< only what lies round the card's corners, to be laid over the list
 
     bool operator==(const PopoverLook&) const = default;
 };

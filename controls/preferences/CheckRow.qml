@@ -19,14 +19,14 @@ T.CheckBox {
     Accessible.name: text
     onToggled: settings[key] = checked
 
-    indicator: Rectangle {
+    indicator: Plate {
         y: 3
         width: 14
         height: 14
         radius: 3.5
         color: row.checked ? PreferencesStyle.fill : PreferencesStyle.box
-        border.width: row.checked ? 0 : 1
-        border.color: PreferencesStyle.controlEdge
+        borderWidth: row.checked ? 0 : 1
+        borderColor: PreferencesStyle.boxEdge
 
         Glyph {
             anchors.fill: parent

@@ -20,10 +20,14 @@ QtObject {
     readonly property color fill: isDark ? "#1673e6" : "#0066cc"
     readonly property color icon: isDark ? "#3f9bff" : "#0066cc"
     readonly property color red: isDark ? "#ff5147" : "#e0342b"
-    readonly property color switchOff: isDark ? "#5a5a5f" : "#bcbcc2"
+    /// Under white type.
+    readonly property color destructive: "#d6342b"
+    readonly property color switchOff: isDark ? "#86868c" : "#8a8a90"
     /// Of pop-ups and buttons, their border, and of what lies in a segmented picker.
     readonly property color control: isDark ? "#55555a" : "#ffffff"
     readonly property color controlEdge: isDark ? "#2effffff" : "#33000000"
     readonly property color trough: isDark ? "#47474c" : "#dadadf"
     readonly property color box: isDark ? "#55555a" : "#ffffff"
+    /// Alone tells an empty box from its card.
+    readonly property color boxEdge: isDark ? "#8c8c92" : "#85858a"
 }

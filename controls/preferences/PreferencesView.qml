@@ -14,6 +14,8 @@ FocusScope {
     required property PreferencesModel model
 
     readonly property size contentSize: Qt.size(590, 1000)
+    /// The colours, for whoever wants others than the desktop's.
+    readonly property QtObject style: PreferencesStyle
     /// What scrolls, for whoever wants to look at it.
     readonly property alias flickable: flickable
 
@@ -40,14 +42,20 @@ FocusScope {
         T.ScrollBar.vertical: PreferencesScrollBar {}
         T.ScrollBar.horizontal: PreferencesScrollBar {}
 
-        // Brings what the keyboard acts on into view.
+        // Where a view of `length` that begins at `now` begins to show what lies `from` … `to`, its beginning first.
+        function shifted(now: real, length: real, whole: real, from: real, to: real): real {
+            const latest = Math.max(0, Math.min(to, whole) - length);
+            return Math.max(0, Math.min(from, Math.max(now, latest)));
+        }
+
+        // Brings what the keyboard acts on into view with something around it, the first row with its header.
         function reveal(item: Item): void {
-            const top = item.mapToItem(content, 0, 0).y - 12;
-            const bottom = top + item.height + 24;
-            if (top < contentY)
-                contentY = Math.max(0, top);
-            else if (bottom > contentY + height)
-                contentY = Math.min(bottom, contentHeight) - height;
+            const around = 12;
+            const place = item.mapToItem(contentItem, 0, 0);
+            const firstRow = general.mapToItem(contentItem, 0, 0).y;
+            contentX = shifted(contentX, width, contentWidth, place.x - around, place.x + item.width + around);
+            contentY = shifted(contentY, height, contentHeight, place.y > firstRow ? place.y - around : 0,
+                               place.y + item.height + around);
         }
 
         Connections {

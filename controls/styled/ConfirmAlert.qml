@@ -31,6 +31,8 @@ FocusScope {
     }
     Keys.enabled: isAsked
     Keys.onEscapePressed: cancelled()
+    Keys.onReturnPressed: confirm.activeFocus ? confirmed() : cancelled()
+    Keys.onEnterPressed: confirm.activeFocus ? confirmed() : cancelled()
     Keys.onTabPressed: (cancel.activeFocus ? confirm : cancel).forceActiveFocus(Qt.TabFocusReason)
     Keys.onBacktabPressed: (cancel.activeFocus ? confirm : cancel).forceActiveFocus(Qt.TabFocusReason)
 
@@ -46,8 +48,9 @@ FocusScope {
     }
 
     Rectangle {
+        objectName: "card"
         anchors.centerIn: parent
-        width: 330
+        width: Math.min(330, alert.width - 16)
         height: column.height + 40
         radius: 12
         color: PreferencesStyle.card

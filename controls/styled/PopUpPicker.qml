@@ -98,22 +98,34 @@ T.ComboBox {
 
     popup: T.Popup {
         y: picker.height + 4
-        width: Math.max(picker.width, 240)
-        height: Math.min(contentItem.implicitHeight + 10, 324)
+        width: Math.min(Math.max(picker.width, 240), picker.Window.width - 2 * margins)
+        height: Math.min(contentItem.implicitHeight + 10, 324, picker.Window.height - 2 * margins)
         margins: 8
         padding: 5
 
-        background: Rectangle {
-            radius: 8
-            color: PreferencesStyle.card
-            border.width: 1
-            border.color: PreferencesStyle.controlEdge
+        background: Item {
+            SoftShadow {
+                anchors.fill: parent
+                layers: 8
+                reach: 10
+                drop: 4
+                radius: 8
+                strength: 0.4
+            }
+            Rectangle {
+                anchors.fill: parent
+                radius: 8
+                color: PreferencesStyle.card
+                border.width: 1
+                border.color: PreferencesStyle.controlEdge
+            }
         }
         contentItem: ListView {
             clip: true
             implicitHeight: contentHeight
             model: picker.popup.visible ? picker.delegateModel : null
             currentIndex: picker.highlightedIndex
+            highlightMoveDuration: 0
             boundsBehavior: Flickable.StopAtBounds
             T.ScrollBar.vertical: PreferencesScrollBar {}
         }

@@ -16,7 +16,7 @@ T.Button {
 
     background: Rectangle {
         radius: 6
-        color: button.isDestructive ? PreferencesStyle.red : PreferencesStyle.control
+        color: button.isDestructive ? PreferencesStyle.destructive : PreferencesStyle.control
         border.width: button.isDestructive ? 0 : 1
         border.color: PreferencesStyle.controlEdge
         opacity: button.enabled ? 1 : 0.5

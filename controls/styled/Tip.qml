@@ -1,4 +1,5 @@
 import QtQuick
+import Tarnwick.Assets
 
 /// A word about the control under the pointer, once it has rested there.
 Rectangle {
@@ -22,7 +23,17 @@ Rectangle {
     border.color: "#2effffff"
     opacity: tip.isWanted && tip.isDue ? 1 : 0
     visible: opacity > 0
+    transformOrigin: Item.Bottom
+    scale: 1 / (parent?.scale ?? 1) // a tip does not grow with its control
     onIsWantedChanged: if (!isWanted) isDue = false
+    onIsDueChanged: say()
+    onTextChanged: say()
+
+    // Painted where it rests, and left as it is while it fades.
+    function say(): void {
+        if (isDue)
+            label.text = text;
+    }
 
     Behavior on opacity { NumberAnimation { duration: 120 } }
 
@@ -32,13 +43,12 @@ Rectangle {
         onTriggered: tip.isDue = true
     }
 
-    Text {
+    TypeItem {
         id: label
 
         anchors.centerIn: parent
-        text: tip.text
-        textFormat: Text.PlainText
         color: "white"
+        pixelRatio: Screen.devicePixelRatio // qmllint disable type
         font.pixelSize: 12 * tip.point
     }
 }

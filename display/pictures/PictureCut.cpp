@@ -1,5 +1,6 @@
 #include "display/pictures/PictureCut.h"
 
+#include "assets/ContinuousCorners.h"
 #include "assets/MaskBlur.h"
 
 #include <QPainter>
@@ -16,7 +17,7 @@ void drawShape(QPainter& painter, const QRectF& rect, double radius) {
     if (2 * radius >= std::min(rect.width(), rect.height()))
         painter.drawEllipse(rect);
     else
-        painter.drawRoundedRect(rect, radius, radius);
+        painter.drawPath(continuousRectangle(rect, radius));
 }
 
 } // namespace

@@ -68,6 +68,8 @@ TEST_F(ProgramTest, ExitCodesMeanSomething) {
         {{"status", "--player", "mpv", "--source", "demo"}, 2, "does not go with --source demo"},
         {{"snapshot", "x.jpg"}, 2, "end in .png"},
         {{"snapshot", "x.png", "--scene", "nope"}, 2, "two-discs"},
+        {{"snapshot", "x.png", "--dark"}, 2, "--dark goes with --view preferences"},
+        {{"status", "--dark"}, 2, "--dark does not go with status"},
         {{"record", "x.png", "nope", "y.png"}, 2, "33Vinyl"},
         {{"do", "volume", "1.01", "--source", "demo"}, 2, "from 0 to 1"},
         {{"do", "volume", "loud", "--source", "demo"}, 2, "from 0 to 1"},

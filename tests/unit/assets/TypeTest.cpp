@@ -130,5 +130,35 @@ TEST_F(TypeTest, EndsWhereItHasNoRoom) {
     EXPECT_GT(painted().width(), whole - 5);
 }
 
+TEST(WrappedText, BreaksBetweenWordsLosesNothingAndSaysWhenSomethingIsLeftOut) {
+    QFont font(QStringLiteral("Inter"));
+    font.setPixelSize(13);
+    const struct {
+        const char* text;
+        double width;
+        qsizetype most;
+        qsizetype lines;
+        bool isWhole;
+    } rows[] = {
+        {"Short", 300, 3, 1, true},
+        {"One line\nand another", 300, 3, 2, true},
+        {"The script wanted to tell something that takes more room than one line has", 200, 3, 3, true},
+        {"The script wanted to tell something that takes more room than two lines have", 150, 2, 2, false},
+        {"Donaudampfschifffahrtsgesellschaftskapitän", 150, 9, 2, true},
+        {"a\nb\nc\nd and what follows is far too long to be shown", 100, 3, 3, false},
+        {"", 100, 3, 1, true},
+    };
+    for (const auto& row : rows) {
+        const QString text = QString::fromUtf8(row.text);
+        const QStringList lines = wrappedToWidth(text, font, row.width, row.most);
+        EXPECT_EQ(lines.size(), row.lines) << row.text;
+        for (const QString& line : lines)
+            EXPECT_LE(measureInk(line, font).ink.width(), row.width + 1) << row.text;
+        const auto bare = [](QString some) { return some.remove(u' ').remove(u'\n'); };
+        EXPECT_EQ(bare(lines.join(QString())) == bare(text), row.isWhole) << row.text;
+        EXPECT_EQ(lines.back().endsWith(u'…'), !row.isWhole) << row.text;
+    }
+}
+
 } // namespace
 } // namespace tarnwick

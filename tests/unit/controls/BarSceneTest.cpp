@@ -1,3 +1,4 @@
+#include "controls/bar/Backdrop.h"
 #include "music/Scripts.h"
 #include "tests/unit/controls/SceneFixture.h"
 
@@ -74,6 +75,38 @@ TEST_F(BarSceneTest, AButtonThatThePointerJumpsToIsLit) {
             EXPECT_EQ(controls->hoveredButton(), to) << "from " << from.toStdString();
         }
     }
+}
+
+TEST_F(BarSceneTest, WhatLiesBehindChangesOnceAndWithoutAJump) {
+    QQuickItem* bar = showBar();
+    controls->setShowTrackControls(true);
+    const auto behind = [&](const QColor& colour) {
+        Backdrop backdrop;
+        backdrop.window = {1200, 600};
+        backdrop.gradientColors = {colour, colour};
+        bar->setProperty("backdrop", QVariant::fromValue(backdrop));
+    };
+    const auto* panel = bar->property("panelItem").value<QQuickItem*>();
+    const auto shown = [&] {
+        return window->grabWindow().pixelColor(
+            (panel->mapToScene({20, 20}) * window->devicePixelRatio()).toPoint());
+    };
+    behind(Qt::black);
+    pass(std::chrono::milliseconds(1000));
+    std::vector<int> seen{shown().green()};
+    behind(Qt::darkGreen);
+    shown();
+    behind(Qt::green); // while the one before is being shown
+    for (int frame = 0; frame < 60; ++frame) {
+        pass(std::chrono::milliseconds(20));
+        seen.push_back(shown().green());
+    }
+    EXPECT_GT(seen.back(), seen.front() + 40) << "another colour";
+    for (std::size_t i = 1; i < seen.size(); ++i) {
+        EXPECT_GE(seen[i], seen[i - 1] - 1) << "flickers in frame " << i;
+        EXPECT_LE(seen[i], seen[i - 1] + (seen.back() - seen.front()) / 3) << "jumps in frame " << i;
+    }
+    EXPECT_EQ(seen[40], seen.back()) << "and rests";
 }
 
 TEST_F(BarSceneTest, ASecondClickWhereTheButtonWasIsNoVolume) {

@@ -5,6 +5,7 @@
 #include "controls/picker/PopoverPainter.h"
 #include "visuals/Colour.h"
 
+#include <QPainter>
 #include <gmock/gmock.h>
 
 namespace tarnwick {
@@ -92,6 +93,29 @@ TEST(Popover, IsOpaqueInsideWithAShadowAroundAndAnArrowBelow) {
         EXPECT_LT(at(60, 405).alpha(), 200);
         EXPECT_EQ(picture.pixelColor(0, 0).alpha(), 0);
     }
+}
+
+TEST(Popover, ItsPassePartoutCutsARowToTheCardsRoundCorners) {
+    PopoverLook look{PlaylistBackgroundOption::IPod, {}, Qt::black, true};
+    const QImage ground = paintPopover(look, 320, 400, 2);
+    look.isPassePartout = true;
+    QImage shown = ground;
+    QPainter painter(&shown);
+    painter.translate(2 * popoverMargin, 2 * popoverMargin);
+    painter.fillRect(QRectF(16, 74, 608, 710), Qt::blue); // a row that fills the whole card
+    painter.resetTransform();
+    painter.drawImage(0, 0, paintPopover(look, 320, 400, 2));
+    painter.end();
+    const auto at = [](const QImage& picture, double x, double y) {
+        return picture.pixelColor(int(2 * (x + popoverMargin)), int(2 * (y + popoverMargin)));
+    };
+    for (const double x : {8.5, 311.0}) {
+        for (const double y : {37.5, 38.5, 391.0})
+            EXPECT_EQ(at(shown, x, y), at(ground, x, y)) << "outside the corner " << x << " " << y;
+        EXPECT_EQ(at(shown, x, 200), QColor(Qt::blue)) << "the sides stay";
+    }
+    EXPECT_EQ(at(shown, 160, 37.5), QColor(Qt::blue));
+    EXPECT_EQ(at(shown, 60, 405), at(ground, 60, 405)) << "the shadow outside is not doubled";
 }
 
 } // namespace

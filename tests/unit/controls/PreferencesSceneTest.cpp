@@ -1,5 +1,6 @@
 #include "controls/preferences/PreferencesWindowOpener.h"
 #include "tests/unit/controls/SceneFixture.h"
+#include "visuals/Colour.h"
 
 #include <QScreen>
 
@@ -186,6 +187,98 @@ TEST_F(PreferencesSceneTest, TheContentKeepsItsSizeAndScrollsBothWays) {
     for (int i = 0; i < 21; ++i)
         press(Qt::Key_Tab);
     EXPECT_GT(flickable->property("contentY").toDouble(), 100) << "what the keyboard acts on comes into view";
+}
+
+TEST_F(PreferencesSceneTest, WhatTheKeyboardActsOnHasSomethingAroundIt) {
+    const QSize size(300, 200);
+    QQuickItem* view = showPreferences(size);
+    settings.setShowDateAndTime(true);
+    settings.setEnableTrackInfoFont(true);
+    auto* flickable = view->property("flickable").value<QQuickItem*>();
+    press(Qt::Key_Tab);
+    const QQuickItem* first = window->activeFocusItem();
+    const auto check = [&] {
+        const QQuickItem* item = window->activeFocusItem();
+        const QRectF place = item->mapRectToScene(item->boundingRect());
+        const std::string told = spokenFocus().toStdString();
+        EXPECT_GE(place.left(), 12) << told;
+        EXPECT_GE(place.top(), 12) << told;
+        EXPECT_LE(place.bottom(), size.height() - 12) << told;
+        const bool hasRoom = place.width() <= size.width() - 24;
+        EXPECT_TRUE(place.right() <= size.width() - 12 || !hasRoom) << told;
+    };
+    do {
+        check();
+        press(Qt::Key_Tab);
+    } while (window->activeFocusItem() != first && !::testing::Test::HasFailure());
+    EXPECT_EQ(flickable->property("contentY"), 0.0) << "the first row with its header";
+    press(Qt::Key_Backtab);
+    check();
+}
+
+TEST_F(PreferencesSceneTest, AListThatPopsUpKeepsToASmallWindowAndLightsTheRowAtOnce) {
+    const QSize size(300, 200);
+    QQuickItem* view = showPreferences(size);
+    QQuickItem* records = one(view, "storedText", settings.defaultCDImageChoice());
+    records->forceActiveFocus(Qt::TabFocusReason);
+    press(Qt::Key_Space);
+    auto* list = records->property("popup").value<QObject*>()->property("contentItem").value<QQuickItem*>();
+    ASSERT_TRUE(waitFor([&] { return !find(list, "highlighted", true).isEmpty(); }));
+    const QRectF place = list->mapRectToScene(list->boundingRect());
+    EXPECT_TRUE(QRectF(QPointF(8, 8), size - QSize(16, 16)).contains(place))
+        << place.y() << " " << place.bottom() << " " << place.x() << " " << place.right();
+    for (const Qt::Key key : {Qt::Key_End, Qt::Key_Home}) {
+        press(key);
+        pass(std::chrono::milliseconds(20));
+        const auto lit = find(list, "highlighted", true);
+        ASSERT_EQ(lit.size(), 1);
+        EXPECT_TRUE(place.contains(lit.front()->mapRectToScene(lit.front()->boundingRect()))) << key;
+    }
+}
+
+TEST_F(PreferencesSceneTest, TheQuestionFitsTheSmallestWindowAndReturnAnswersIt) {
+    const QSize size(300, 200);
+    QQuickItem* view = showPreferences(size);
+    settings.setShowDateAndTime(true);
+    settings.setSelectedClockFont("Foo-Bold");
+    for (const bool confirms : {false, true}) {
+        model.askToRemove(true);
+        QQuickItem* card = one(view, "objectName", "card");
+        EXPECT_TRUE(QRectF(QPointF(), size).contains(card->mapRectToScene(card->boundingRect())));
+        if (confirms)
+            press(Qt::Key_Tab);
+        EXPECT_TRUE(called.isEmpty());
+        press(confirms ? Qt::Key_Return : Qt::Key_Enter);
+        EXPECT_FALSE(model.showRemoveAlert());
+    }
+    EXPECT_THAT(called, ElementsAre("clock Foo-Bold"));
+}
+
+TEST_F(PreferencesSceneTest, WhatIsOffAndWhatRemovesCanBeToldInLightAndInDark) {
+    QQuickItem* view = showPreferences();
+    auto* style = view->property("style").value<QObject*>();
+    settings.setShowBitRate(false);
+    settings.setShowDateAndTime(false);
+    QQuickItem* box = one(view, "key", "showBitRate");
+    QQuickItem* toggle = one(view, "key", "showDateAndTime");
+    for (const bool isDark : {false, true}) {
+        style->setProperty("isDark", isDark);
+        pass(std::chrono::milliseconds(300));
+        const QImage picture = window->grabWindow();
+        const auto luminanceAt = [&](const QQuickItem* item, double x, double y) {
+            return relativeLuminance(
+                Colour::fromQColor(picture.pixelColor(item->mapToScene(QPointF(x, y)).toPoint())));
+        };
+        const double card = luminanceAt(box, -3, 10);
+        EXPECT_GE(contrastRatio(luminanceAt(box, 0, 10), card), 3) << "box, dark " << isDark;
+        EXPECT_GE(contrastRatio(luminanceAt(toggle, 24, 8), card), 3) << "switch, dark " << isDark;
+        model.askToRemove(true);
+        const QImage question = window->grabWindow();
+        const QQuickItem* confirm = one(view, "objectName", "confirm");
+        const QColor red = question.pixelColor(confirm->mapToScene({6, 14}).toPoint());
+        EXPECT_GE(contrastRatio(1, relativeLuminance(Colour::fromQColor(red))), 4.5) << isDark;
+        model.cancelRemoval();
+    }
 }
 
 TEST_F(PreferencesSceneTest, ThePreferencesWindowExistsOnceUntilItIsClosed) {
