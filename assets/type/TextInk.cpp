@@ -9,13 +9,23 @@
 #include <QTextOption>
 
 #include <algorithm>
+#include <cmath>
 #include <vector>
 
 namespace tarnwick {
 
 namespace {
 
-constexpr int referenceSize = 128; // of the type that lines are laid out in
+constexpr double largestPictures = 60; // pixels; larger glyphs are painted as outlines, which these have not
+constexpr int referenceSize = 128;     // of the type that lines are laid out in
+
+/// Whether a font's glyphs bring their own colours.
+bool isColoured(const QRawFont& font) {
+    thread_local QHash<QString, bool> known; // a table is some ten megabytes to copy
+    const QString name = font.familyName();
+    const auto found = known.constFind(name);
+    return found != known.cend() ? *found : *known.insert(name, !font.fontTable("CBDT").isEmpty());
+}
 
 /// The outline's box; a picture glyph, which has none, gives the box of its picture. The boxes that were
 /// found last are kept: outlines are slow, and a track's texts are measured several times.
@@ -27,7 +37,8 @@ QRectF glyphBox(const QRawFont& font, quint32 glyph) {
         return *found;
     if (known.size() >= most)
         known.clear();
-    const QRectF outline = font.pathForGlyph(glyph).boundingRect();
+    // A font that has been asked for the outline of a picture does not draw the picture any more.
+    const QRectF outline = isColoured(font) ? QRectF() : font.pathForGlyph(glyph).boundingRect();
     return *known.insert(key, outline.isEmpty() ? font.boundingRect(glyph) : outline);
 }
 
@@ -57,6 +68,13 @@ QRectF inkOfRun(const QGlyphRun& run) {
             ink |= box.translated(positions[i]);
     }
     return ink;
+}
+
+/// A font of coloured glyphs, `size` pixels large.
+QRawFont pictureFont(const QRawFont& font, int size) {
+    QFont sized(font.familyName());
+    sized.setPixelSize(size);
+    return QRawFont::fromFont(sized);
 }
 
 /// The font at the size at which lines are laid out, so that places are in proportion to the size of the
@@ -93,13 +111,19 @@ TypeLine typeLine(const QString& text, const QFont& font) {
 
     const double scale = typeSize(font) / referenceSize;
     const QPointF origin(0, line.y() + line.ascent());
-    TypeLine result{layout.glyphRuns(), line.naturalTextWidth() * scale};
-    for (QGlyphRun& run : result.runs) {
-        QList<QPointF> positions = run.positions();
+    TypeLine result{{}, line.naturalTextWidth() * scale};
+    for (QGlyphRun glyphs : layout.glyphRuns()) {
+        const bool coloured = isColoured(glyphs.rawFont());
+        const double size = typeSize(font);
+        // Pictures for glyphs are found only for a font of whole pixels, and enlarged from there.
+        const double drawn = coloured ? std::clamp(std::round(size), 1.0, largestPictures) : size;
+        QList<QPointF> positions = glyphs.positions();
         for (QPointF& position : positions)
-            position = (position - origin) * scale;
-        run.setRawFont(sizedRawFont(run.rawFont(), typeSize(font)));
-        run.setPositions(positions);
+            position = (position - origin) * (drawn / referenceSize);
+        glyphs.setPositions(positions);
+        glyphs.setRawFont(coloured ? pictureFont(glyphs.rawFont(), static_cast<int>(drawn))
+                                   : sizedRawFont(glyphs.rawFont(), size));
+        result.runs.push_back({glyphs, size / drawn, coloured});
     }
     return result;
 }
@@ -107,8 +131,10 @@ TypeLine typeLine(const QString& text, const QFont& font) {
 TextInk measureInk(const QString& text, const QFont& font) {
     const TypeLine line = typeLine(text, font);
     TextInk measured{{}, line.advance};
-    for (const QGlyphRun& run : line.runs)
-        measured.ink |= inkOfRun(run);
+    for (const TypeLine::Run& run : line.runs) {
+        const QRectF ink = inkOfRun(run.glyphs);
+        measured.ink |= QRectF(ink.topLeft() * run.scale, ink.size() * run.scale);
+    }
     return measured;
 }
 

@@ -21,7 +21,13 @@ QFont sizedFont(const QFont& font, double points);
 /// The glyphs of one line of any script, in points from where it begins on its baseline. Their places are in
 /// proportion to the size of the type, and are not rounded.
 struct TypeLine {
-    QList<QGlyphRun> runs;
+    /// Glyphs of one font.
+    struct Run {
+        QGlyphRun glyphs;
+        double scale = 1;        ///< what the glyphs and their places are to be enlarged by
+        bool isColoured = false; ///< they bring their own colours
+    };
+    std::vector<Run> runs;
     double advance = 0; ///< from the beginning of the line to where the next text would begin
 };
 

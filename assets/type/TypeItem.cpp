@@ -2,10 +2,8 @@
 
 #include "assets/type/TextInk.h"
 
-#include <QHash>
 #include <QImage>
 #include <QPainter>
-#include <QRawFont>
 
 #include <cmath>
 
@@ -14,14 +12,6 @@ namespace tarnwick {
 namespace {
 
 constexpr int margin = 2; // of ink that runs over its outline: hinting, and the edge's grey
-
-/// Whether a font's glyphs bring their own colours.
-bool isColoured(const QRawFont& font) {
-    static QHash<QString, bool> known; // a table is some ten megabytes to copy
-    const QString name = font.familyName();
-    const auto found = known.constFind(name);
-    return found != known.cend() ? *found : *known.insert(name, !font.fontTable("CBDT").isEmpty());
-}
 
 /// What a line of type is painted on. The processor draws type with the weight that it is meant to have only
 /// where it sees the ground, so the ground is here: black under light type, white under dark; how far a pixel
@@ -36,12 +26,14 @@ public:
     }
 
     void draw(const TypeLine& line, QPointF begin) {
-        for (const QGlyphRun& run : line.runs) {
-            const bool coloured = isColoured(run.rawFont());
-            QPainter painter(coloured ? &m_coloured : &m_ground);
+        for (const TypeLine::Run& run : line.runs) {
+            QPainter painter(run.isColoured ? &m_coloured : &m_ground);
+            painter.setRenderHint(QPainter::SmoothPixmapTransform);
             painter.setPen(m_isLight ? Qt::white : Qt::black);
-            painter.drawGlyphRun(begin, run);
-            m_hasColoured = m_hasColoured || coloured;
+            painter.translate(run.isColoured ? begin : QPointF());
+            painter.scale(run.scale, run.scale);
+            painter.drawGlyphRun(run.isColoured ? QPointF() : begin, run.glyphs);
+            m_hasColoured = m_hasColoured || run.isColoured;
         }
     }
 

@@ -1,6 +1,7 @@
 #include "assets/type/TextInk.h"
 #include "assets/type/TypeItem.h"
 
+#include <QFontDatabase>
 #include <QImage>
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -96,6 +97,24 @@ TEST_F(TypeTest, HasTheInkOfItsSizeWhichMayBeAFraction) {
     const double advance = item->implicitWidth();
     describe(QStringLiteral("Lontano"), 10);
     EXPECT_NEAR(item->implicitWidth() / advance, 10 / 9.8, 1e-3) << "a size may be a fraction";
+}
+
+TEST_F(TypeTest, DrawsPicturesForGlyphsWhereThereIsAFontOfThem) {
+    if (!QFontDatabase::hasFamily(QStringLiteral("Noto Color Emoji")))
+        GTEST_SKIP() << "no such font is installed";
+    for (const double points : {9.8, 22.0, 76.0, 150.0}) {
+        describe(QStringLiteral("🎵"), points);
+        QFont font = item->font();
+        font.setFamilies({QStringLiteral("Inter"), QStringLiteral("Noto Color Emoji")});
+        item->setFont(font);
+        const QImage image = painted();
+        int coloured = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                coloured += qRed(image.pixel(x, y)) != qBlue(image.pixel(x, y));
+        }
+        EXPECT_GT(coloured, 0.1 * points * points) << points;
+    }
 }
 
 TEST_F(TypeTest, IsPaintedAnewOnlyWhenItIsAnother) {
