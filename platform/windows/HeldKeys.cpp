@@ -20,6 +20,8 @@ bool moves(int key) {
     case Qt::Key_PageDown:
     case Qt::Key_Home:
     case Qt::Key_End:
+    case Qt::Key_VolumeUp:
+    case Qt::Key_VolumeDown:
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
         return true;

@@ -7,8 +7,8 @@
 namespace tarnwick::windows {
 
 /// Makes one press one command, however long the key is held: drops the presses by which a held key repeats
-/// itself, whichever window they go to. What moves a selection or the focus goes on repeating, and so does
-/// what is typed into a text.
+/// itself, whichever window they go to. What moves a selection, the focus or the
+/// volume goes on repeating, and so does what is typed into a text.
 ///
 /// Qt's own word for a repeat is not enough: an X server repeats a key by releasing and pressing it, and Qt
 /// does not always see the two together. They bear the same time, which no finger can do.
