@@ -124,6 +124,11 @@ public:
     void nextTrack();
     void previousTrack();
     void toggleShuffle();
+    void stop();
+
+    /// Goes to a place in the track, seconds from its beginning; beyond its ends means the end. Does nothing
+    /// without a track.
+    void seek(double seconds);
 
     /// `level` is a fraction from 0 to 1.
     void setVolume(double level);

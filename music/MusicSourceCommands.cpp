@@ -6,6 +6,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace tarnwick {
 
 using namespace std::chrono_literals;
@@ -49,6 +51,22 @@ void MusicSource::nextTrack() {
 
 void MusicSource::previousTrack() {
     m_parts.runner->runAppleScript(scripts::previousTrack());
+    refreshSoon();
+}
+
+void MusicSource::stop() {
+    m_parts.runner->runAppleScript(scripts::stop());
+    refreshSoon();
+}
+
+void MusicSource::seek(double seconds) {
+    if (!m_isPlayerActive || m_trackDuration <= 0)
+        return;
+    const double place = std::clamp(seconds, 0.0, m_trackDuration);
+    if (!m_parts.runner->runAppleScript(scripts::setPosition(place)))
+        return;
+    publish(m_elapsedTime, place, &MusicSource::elapsedTimeChanged);
+    m_changes.deliver();
     refreshSoon();
 }
 

@@ -273,6 +273,14 @@ constexpr const char* setVolumeBefore = R"script(tell application "Music"
     set sound volume to )script";
 constexpr const char* setVolumeAfter = "\nend tell";
 
+constexpr const char* setPositionBefore = R"script(tell application "Music"
+    set player position to )script";
+constexpr const char* setPositionAfter = "\nend tell";
+
+constexpr const char* stopText = R"script(tell application "Music"
+    stop
+end tell)script";
+
 /// Once for a text, so that equal requests share one buffer.
 template <const char* const& text>
 const QString& once() {
@@ -314,6 +322,13 @@ QString playTitle(const QString& title, const QString& album) {
 QString playPlaylist(const QString& name) {
     return QString::fromUtf8(playPlaylistBefore) + escapedQuotes(name) + QString::fromUtf8(playPlaylistAfter);
 }
+
+QString setPosition(double seconds) {
+    return QString::fromUtf8(setPositionBefore) + QString::number(seconds, 'f', 3) +
+           QString::fromUtf8(setPositionAfter);
+}
+
+const QString& stop() { return once<stopText>(); }
 
 QString setVolume(double level) {
     return QString::fromUtf8(setVolumeBefore) + QString::number(static_cast<int>(level * 100)) +

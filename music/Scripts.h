@@ -45,6 +45,11 @@ QString playTitle(const QString& title, const QString& album);
 /// Plays the playlist; replies with the message as a text when Music refuses.
 QString playPlaylist(const QString& name);
 
+/// `seconds` from the beginning of the track.
+QString setPosition(double seconds);
+
+const QString& stop();
+
 /// `level` is a fraction from 0 to 1; the whole percentage below it is sent.
 QString setVolume(double level);
 

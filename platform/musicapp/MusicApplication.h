@@ -38,6 +38,7 @@ struct Capabilities {
     bool canGoPrevious = false;
     bool canShuffle = false;
     bool canSetVolume = false;
+    bool canSeek = false;
     bool canOpenTitle = false; ///< a title of the album can be started
     bool hasPlaylists = false;
 

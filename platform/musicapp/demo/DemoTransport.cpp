@@ -289,7 +289,14 @@ Snapshot DemoTransport::makeSnapshot() const {
     snapshot.library = m_library.library;
     for (const DemoPlaylist& playlist : m_library.playlists)
         snapshot.playlists.push_back(playlist.playlist);
-    snapshot.capabilities = {true, true, true, true, true, true, !m_library.playlists.empty()};
+    snapshot.capabilities = {.canPlay = true,
+                             .canGoNext = true,
+                             .canGoPrevious = true,
+                             .canShuffle = true,
+                             .canSetVolume = true,
+                             .canSeek = true,
+                             .canOpenTitle = true,
+                             .hasPlaylists = !m_library.playlists.empty()};
     if (m_state == PlayerState::Stopped)
         return snapshot;
     snapshot.current = track();

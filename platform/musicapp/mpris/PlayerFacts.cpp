@@ -191,6 +191,7 @@ PlayerFacts normalise(const QVariantMap& properties) {
     can.canGoPrevious = canControl && flag("CanGoPrevious");
     can.canShuffle = canControl && facts.shuffle.has_value();
     can.canSetVolume = canControl && facts.volume.has_value();
+    can.canSeek = canControl && flag("CanSeek");
     return facts;
 }
 
