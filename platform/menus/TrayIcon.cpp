@@ -5,6 +5,8 @@
 #include <QDBusPendingCallWatcher>
 #include <QtEndian>
 
+#include <cstdlib>
+
 namespace tarnwick::menus {
 
 namespace {
@@ -134,7 +136,11 @@ void TrayAdaptor::Activate(int x, int y) {
     QMetaObject::invokeMethod(&m_icon, &TrayIcon::activated, Qt::QueuedConnection);
 }
 
-void TrayAdaptor::SecondaryActivate(int x, int y) { Activate(x, y); }
+void TrayAdaptor::SecondaryActivate(int x, int y) {
+    Q_UNUSED(x)
+    Q_UNUSED(y)
+    QMetaObject::invokeMethod(&m_icon, &TrayIcon::secondaryActivated, Qt::QueuedConnection);
+}
 
 // The tray shows the exported menu by itself.
 void TrayAdaptor::ContextMenu(int x, int y) {
@@ -143,8 +149,13 @@ void TrayAdaptor::ContextMenu(int x, int y) {
 }
 
 void TrayAdaptor::Scroll(int delta, const QString& orientation) {
-    Q_UNUSED(delta)
-    Q_UNUSED(orientation)
+    if (orientation.compare(QLatin1String("horizontal"), Qt::CaseInsensitive) == 0)
+        return;
+    constexpr int notch = 120;
+    // Some trays tell notches, and not eighths of a degree.
+    const int eighths = std::abs(delta) < 15 ? delta * notch : delta;
+    QMetaObject::invokeMethod(
+        &m_icon, [&icon = m_icon, eighths] { Q_EMIT icon.turned(eighths); }, Qt::QueuedConnection);
 }
 
 } // namespace tarnwick::menus

@@ -48,6 +48,10 @@ public:
 Q_SIGNALS:
     /// The user pressed the icon itself.
     void activated();
+    /// The user pressed it with the middle button.
+    void secondaryActivated();
+    /// The user turned the wheel over it, by so many eighths of a degree; away is positive.
+    void turned(int eighths);
 
 private Q_SLOTS:
     void askForHost();

@@ -137,6 +137,17 @@ TEST_F(MenusOnARealBus, ATrayThatComesLaterTakesTheIconIn) {
     }
     call("/StatusNotifierItem", "org.kde.StatusNotifierItem", "Activate", {0, 0});
     EXPECT_TRUE(QTest::qWaitFor([&] { return activations.count() == 1; }));
+
+    QSignalSpy middle(&icon, &TrayIcon::secondaryActivated);
+    QSignalSpy turns(&icon, &TrayIcon::turned);
+    call("/StatusNotifierItem", "org.kde.StatusNotifierItem", "SecondaryActivate", {0, 0});
+    for (const auto& [delta, way] :
+         {std::pair(120, "vertical"), std::pair(-1, "vertical"), std::pair(120, "horizontal")})
+        call("/StatusNotifierItem", "org.kde.StatusNotifierItem", "Scroll", {delta, way});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return middle.count() == 1 && turns.count() == 2; }));
+    EXPECT_EQ(activations.count(), 1);
+    EXPECT_EQ(turns.value(0).value(0), 120);
+    EXPECT_EQ(turns.value(1).value(0), -120) << "some trays count notches";
 }
 
 TEST_F(MenusOnARealBus, WithoutAHostNothingOfTheTrayIsSeen) {
