@@ -31,6 +31,8 @@ QtObject {
     readonly property color iPodBlue: "#006fdc"
     readonly property color grey: "#808080"
     readonly property color faintOnDark: "#47ffffff" ///< white at 28 %
+    readonly property color noticeGround: "#e6262628" ///< of what is told over the display
+    readonly property color noticeEdge: "#2effffff"
 
     // Motion
     readonly property int defaultDuration: 350

@@ -13,9 +13,9 @@ Rectangle {
     width: Math.min(maximumWidth, label.implicitWidth + 36 * point)
     height: label.height + 20 * point
     radius: 12 * point
-    color: "#e6262628"
+    color: Theme.noticeGround
     border.width: 1
-    border.color: "#2effffff"
+    border.color: Theme.noticeEdge
     opacity: message.length > 0 ? 1 : 0
     visible: opacity > 0
     Accessible.role: Accessible.AlertMessage

@@ -8,7 +8,8 @@
 
 namespace tarnwick {
 
-TrackControls::TrackControls(Parts parts) : m_parts(std::move(parts)) {
+TrackControls::TrackControls(Parts parts)
+    : m_parts(std::move(parts)), m_volumeScale(m_parts.dispatcher, m_parts.musicSource) {
     const MusicSource& source = m_parts.musicSource;
     connect(&source, &MusicSource::isPlayingChanged, this, [this] {
         if (const bool isPlaying = this->isPlaying(); std::exchange(m_wasPlaying, isPlaying) != isPlaying)
@@ -20,9 +21,13 @@ TrackControls::TrackControls(Parts parts) : m_parts(std::move(parts)) {
     connect(&source, &MusicSource::volumeLevelChanged, this, &TrackControls::volumeLevelChanged);
 }
 
-TrackControls::~TrackControls() { m_hideControlsWorkItem.cancel(); }
+TrackControls::~TrackControls() {
+    m_hideControlsWorkItem.cancel();
+    m_rest.cancel();
+}
 
 void TrackControls::press(const QString& button) {
+    awaitRest();
     if (button == u"previous") {
         runGuarded(m_parts.onPrevious);
     } else if (button == u"playPause") {
@@ -82,6 +87,9 @@ void TrackControls::pointerMoved(const QPointF& place) {
         return;
     m_pointer = place;
     m_rowMovedAt.reset();
+    m_isTouched = false;
+    if (m_isHovered)
+        enterBar();
 }
 
 bool TrackControls::takesPressOfSlider() const {
@@ -92,6 +100,7 @@ void TrackControls::enterBar() {
     assign(m_isHovered, true, &TrackControls::isHoveredChanged);
     setShowTrackControls(true);
     m_hideControlsWorkItem.cancel();
+    awaitRest();
 }
 
 void TrackControls::leaveBar() {
@@ -99,23 +108,54 @@ void TrackControls::leaveBar() {
     startHideTimer();
 }
 
+void TrackControls::touch(bool isDown) {
+    m_isTouched = true;
+    if (isDown)
+        m_hideControlsWorkItem.cancel();
+    else
+        startHideTimer();
+}
+
+void TrackControls::callUp() {
+    m_isTouched = true;
+    setShowTrackControls(true);
+    startHideTimer();
+}
+
 void TrackControls::setFocused(bool isFocused) {
     if (m_isFocused == isFocused)
         return;
     m_isFocused = isFocused;
-    if (isFocused)
+    if (isFocused) {
         setShowTrackControls(true);
-    else if (!m_isHovered)
+        awaitRest();
+    } else if (!m_isHovered) {
         startHideTimer();
+    }
 }
 
-void TrackControls::startHideTimer() {
+void TrackControls::startHideTimer() { hideAfter(m_isTouched ? touchTime : hideDelay); }
+
+void TrackControls::hideAfter(dispatch::Duration delay) {
     m_hideControlsWorkItem.cancel();
     m_hideControlsWorkItem =
-        m_parts.dispatcher.asyncAfter(m_parts.dispatcher.mainQueue(), hideDelay, [self = QPointer(this)] {
+        m_parts.dispatcher.asyncAfter(m_parts.dispatcher.mainQueue(), delay, [self = QPointer(this)] {
             if (self && !self->m_isHovered && !self->m_isFocused)
                 self->setShowTrackControls(false);
         });
+}
+
+/// What nobody moves for long does not keep the bar. A pointer that rests shows it again with its first move.
+void TrackControls::awaitRest() {
+    m_rest.cancel();
+    m_rest = m_parts.dispatcher.asyncAfter(m_parts.dispatcher.mainQueue(), restTime, [self = QPointer(this)] {
+        if (!self)
+            return;
+        if (self->m_isFocused)
+            Q_EMIT self->focusRested();
+        if (self->m_isHovered && !self->m_isFocused)
+            self->setShowTrackControls(false);
+    });
 }
 
 void TrackControls::setVolume(double level) { m_parts.musicSource.setVolume(std::clamp(level, 0.0, 1.0)); }
@@ -133,6 +173,7 @@ void TrackControls::setWindowWidth(double width) {
 }
 
 void TrackControls::setCapabilities(const musicapp::Capabilities& capabilities) {
+    m_volumeScale.setAvailable(capabilities.canSetVolume);
     QStringList dimmed;
     const auto dimUnless = [&](bool isPossible, const QString& button) {
         if (!isPossible)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/bar/VolumeScale.h"
 #include "music/MusicSource.h"
 #include "platform/dispatch/Dispatcher.h"
 #include "platform/musicapp/MusicApplication.h"
@@ -29,6 +30,7 @@ class TrackControls : public QObject {
     Q_PROPERTY(bool isShuffleOn READ isShuffleOn NOTIFY isShuffleOnChanged)
     /// 0 to 1.
     Q_PROPERTY(double volumeLevel READ volumeLevel NOTIFY volumeLevelChanged)
+    Q_PROPERTY(tarnwick::VolumeScale* volumeScale READ volumeScale CONSTANT)
     /// The window's width in points; sets the scale of everything in the bar.
     Q_PROPERTY(double windowWidth READ windowWidth WRITE setWindowWidth NOTIFY windowWidthChanged)
     /// 0.5 to 1.5, 1 at a width of 1200.
@@ -45,6 +47,10 @@ class TrackControls : public QObject {
 public:
     static constexpr dispatch::Duration guardTime = std::chrono::milliseconds(200);
     static constexpr dispatch::Duration hideDelay = std::chrono::seconds(1);
+    /// How long a finger's tap shows the bar.
+    static constexpr dispatch::Duration touchTime = std::chrono::seconds(4);
+    /// How long the keyboard's focus, or a pointer that rests, keeps the bar.
+    static constexpr dispatch::Duration restTime = std::chrono::seconds(10);
     static constexpr dispatch::Duration graceOfSlider = std::chrono::seconds(1);
     static constexpr dispatch::Duration messageTime = std::chrono::seconds(4);
 
@@ -82,11 +88,19 @@ public:
     Q_INVOKABLE void enterBar();
     Q_INVOKABLE void leaveBar();
 
+    /// A finger comes down on the bar, or goes.
+    Q_INVOKABLE void touch(bool isDown);
+
+    /// Shows the bar for a while, for a finger that cannot point at it.
+    Q_INVOKABLE void callUp();
+
     /// Drops the hide that is pending.
     void cancelHiding() { m_hideControlsWorkItem.cancel(); }
 
     /// The keyboard's focus comes into the bar, which shows it as long as it is there, or leaves it.
     Q_INVOKABLE void setFocused(bool isFocused);
+    /// Something is done with the focus in the bar. Where that is long ago, `focusRested` is emitted.
+    Q_INVOKABLE void useByKeys() { awaitRest(); }
 
     /// `level` is a fraction; beyond 0 to 1 it means the end.
     Q_INVOKABLE void setVolume(double level);
@@ -104,6 +118,7 @@ public:
     /// What the player can do, for the dimming.
     void setCapabilities(const musicapp::Capabilities& capabilities);
 
+    VolumeScale* volumeScale() { return &m_volumeScale; }
     bool isHovered() const { return m_isHovered; }
     bool showTrackControls() const { return m_showTrackControls; }
     const QString& hoveredButton() const { return m_hoveredButton; }
@@ -129,11 +144,15 @@ Q_SIGNALS:
     void showPlaylistPickerChanged();
     void dimmedButtonsChanged();
     void messageChanged();
+    /// The focus has been in the bar for long and nothing was done with it: it is to be given back.
+    void focusRested();
 
 private:
     void runGuarded(const std::function<void()>& command);
     void fetchPlaylists();
     void startHideTimer();
+    void hideAfter(dispatch::Duration delay);
+    void awaitRest();
 
     template <typename Type>
     void assign(Type& field, const Type& value, void (TrackControls::*changed)()) {
@@ -144,8 +163,11 @@ private:
     }
 
     const Parts m_parts;
+    VolumeScale m_volumeScale;
     bool m_isHovered = false;
     bool m_isFocused = false;
+    bool m_isTouched = false;  ///< a finger was there last, and not a pointer
+    dispatch::WorkItem m_rest; ///< of the focus, or of the pointer over the bar
     bool m_wasPlaying = false;
     bool m_showTrackControls = false;
     QString m_hoveredButton;

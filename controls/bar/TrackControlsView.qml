@@ -48,8 +48,25 @@ FocusScope {
             const item = root.Window.activeFocusItem;
             if (item === root)
                 root.leaveByTab(); // what had the keyboard here has gone
-            else if (item && !root.activeFocus) // none: another window has it
+            else if (root.activeFocus)
+                root.controls.useByKeys();
+            else if (item) // none: another window has it
                 root.outside = item;
+        }
+    }
+
+    Connections {
+        target: root.controls
+        function onFocusRested(): void {
+            root.leaveByTab();
+        }
+    }
+
+    // Sees every press, and takes none: one elsewhere takes the focus from the bar.
+    PointHandler {
+        onActiveChanged: {
+            if (active && root.activeFocus && !panelPlace.contains(root.mapToItem(panelPlace, point.position)))
+                root.leaveByTab();
         }
     }
 
@@ -83,6 +100,7 @@ FocusScope {
         HoverHandler {
             id: hover
 
+            acceptedDevices: PointerDevice.AllDevices & ~PointerDevice.TouchScreen
             onPointChanged: root.controls.pointerMoved(point.scenePosition)
         }
 
@@ -126,8 +144,10 @@ FocusScope {
                 if (event.key !== Qt.Key_PageUp && event.key !== Qt.Key_PageDown)
                     return;
                 root.controls.setVolume(root.controls.volumeLevel + (event.key === Qt.Key_PageUp ? 0.05 : -0.05));
+                root.controls.useByKeys();
                 event.accepted = true;
             }
+            Keys.onEscapePressed: root.leaveByTab()
 
             Row {
                 anchors.horizontalCenter: parent.horizontalCenter
@@ -199,6 +219,30 @@ FocusScope {
                 s: root.s
             }
         }
+    }
+
+    Item {
+        anchors.fill: area
+
+        PointHandler {
+            acceptedDevices: PointerDevice.TouchScreen
+            onActiveChanged: root.controls.touch(active)
+        }
+
+        // A finger cannot point at what is hidden before it presses it.
+        TapHandler {
+            enabled: !root.controls.showTrackControls
+            acceptedDevices: PointerDevice.TouchScreen
+            gesturePolicy: TapHandler.ReleaseWithinBounds
+            onTapped: root.controls.callUp()
+        }
+    }
+
+    QuietScale {
+        anchors { right: parent.right; rightMargin: 24 * root.point; verticalCenter: parent.verticalCenter }
+        height: Math.round(Math.min(200 * root.point, 0.5 * root.height))
+        scaleOfVolume: root.controls.volumeScale
+        point: root.point
     }
 
     MessageBanner {

@@ -44,6 +44,34 @@ TEST_F(TrackControlsTest, HidesASecondAfterThePointerHasLeftUnlessItComesBack) {
     EXPECT_FALSE(controls->showTrackControls());
 }
 
+TEST_F(TrackControlsTest, NothingKeepsTheBarForEver) {
+    controls->enterBar();
+    controls->pointerMoved({100, 100});
+    dispatcher.advance(9s);
+    controls->pointerMoved({110, 100});
+    dispatcher.advance(9s);
+    EXPECT_TRUE(controls->showTrackControls());
+    dispatcher.advance(1s);
+    EXPECT_FALSE(controls->showTrackControls()) << "a pointer that rests";
+    controls->pointerMoved({120, 100});
+    EXPECT_TRUE(controls->showTrackControls()) << "and moves again";
+    controls->leaveBar();
+    dispatcher.advance(1s);
+    ASSERT_FALSE(controls->showTrackControls());
+
+    QObject::connect(&*controls, &TrackControls::focusRested, &*controls,
+                     [&] { controls->setFocused(false); });
+    controls->setFocused(true);
+    dispatcher.advance(9s);
+    controls->press("preferences");
+    dispatcher.advance(9s);
+    controls->useByKeys();
+    dispatcher.advance(9s);
+    EXPECT_TRUE(controls->showTrackControls());
+    dispatcher.advance(2s);
+    EXPECT_FALSE(controls->showTrackControls());
+}
+
 TEST_F(TrackControlsTest, ThePickerOpensAtOnceAndItsListComesLater) {
     answer(scripts::playlistNames(), texts({"Uno", "<b>Due</b>\n"}));
     controls->press("playlist");
