@@ -45,6 +45,12 @@ Item {
             pixelRatio: root.pixelRatio
         }
 
+        Ground {
+            anchors.fill: parent
+            gestures: root.view.gestures
+            controls: root.view.controls
+        }
+
         Veil {
             anchors.fill: parent
             veil: stage.overBackground
@@ -89,6 +95,13 @@ Item {
                                : Qt.rect(0, 0, 0, 0);
             }
         }
+    }
+
+    EdgeSwipe {
+        anchors.right: parent.right
+        width: Math.max(44 * root.point, 0.06 * root.width)
+        height: root.height
+        volume: root.view.controls.volumeScale
     }
 
     TrackControlsView {

@@ -47,19 +47,34 @@ Item {
 
         anchors.fill: parent
         visible: artwork.isPresent && (root.view.reducedMotion ? root.turn < 1 : !root.showsBack)
-        opacity: root.view.reducedMotion ? 1 - root.turn : 1
+        opacity: (root.view.reducedMotion ? 1 - root.turn : 1) * swipe.shown
         fadeDuration: root.view.reducedMotion && root.view.canBeSeen ? Theme.defaultDuration : 0
         artwork: root.stage.artwork
         record: root.stage.cassette.isPresent || root.stage.isActive ? root.view.noPicture : root.stage.record
         area: Qt.size(root.width, root.height)
         pixelRatio: root.pixelRatio
-        transform: Flip {
-            origin: Qt.point(front.coverWidth / 2, root.height / 2) // the picture's own axis
-            distance: root.side
-            angle: root.spin % 360
-        }
+        gestures: root.view.gestures
+        transform: [
+            Flip {
+                origin: Qt.point(front.coverWidth / 2, root.height / 2) // the picture's own axis
+                distance: root.side
+                angle: root.spin % 360
+            },
+            Translate { x: swipe.offset }
+        ]
         name: root.view.musicSource.currentAlbumName ?? ""
         onTapped: root.view.tapCover()
+
+        CoverSwipe {
+            id: swipe
+
+            parent: front.coverItem
+            enabled: root.turn === 0
+            gestures: root.view.gestures
+            coverWidth: front.coverWidth
+            point: root.pixelRatio / Screen.devicePixelRatio
+            isStill: root.view.reducedMotion
+        }
 
         Veil {
             y: front.coverY

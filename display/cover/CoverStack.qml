@@ -12,6 +12,7 @@ Item {
     required property picture record
     required property size area       ///< what the record measures against
     required property real pixelRatio
+    required property Gestures gestures
     property real shadowOpacity: 0.5
     property string name
     property int fadeDuration: 0 ///< of one cover over the one before, in milliseconds
@@ -75,9 +76,9 @@ Item {
             easing.type: Easing.InOutQuad
         }
 
-        TapHandler {
-            gesturePolicy: TapHandler.ReleaseWithinBounds // else what lies below is tapped as well
-            onTapped: root.tapped()
+        Tap {
+            gestures: root.gestures
+            onChosen: root.tapped()
         }
     }
 }

@@ -10,6 +10,8 @@ Item {
 
     required property PanelItem panel
     required property Stage stage
+    required property Gestures gestures
+    required property bool isFullscreen
 
     readonly property rect bar: panel.progressBar
 
@@ -43,6 +45,23 @@ Item {
         radius: height / 2
         color: root.stage.progressColor
         pixelRatio: root.panel.pixelRatio
+    }
+    // Where it is pressed, the track goes on. As high as a finger needs it in full screen.
+    Item {
+        readonly property real reach: root.isFullscreen ? 44 : 24
+
+        x: root.bar.x
+        y: root.bar.y + (root.bar.height - height) / 2
+        width: root.bar.width
+        height: reach
+        visible: root.gestures.canSeek
+
+        HoverHandler { cursorShape: Qt.PointingHandCursor }
+        TapHandler {
+            gesturePolicy: TapHandler.ReleaseWithinBounds
+            grabPermissions: PointerHandler.ApprovesTakeOverByAnything // and takes from none
+            onTapped: point => root.gestures.seekTo(point.position.x / root.bar.width)
+        }
     }
     FigureRow {
         text: root.panel.durationText

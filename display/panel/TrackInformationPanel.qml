@@ -36,6 +36,8 @@ PanelItem {
             visible: root.hasProgress
             panel: root
             stage: root.stage
+            gestures: root.view.gestures
+            isFullscreen: root.view.isFullscreen
         }
 
         Repeater {

@@ -23,7 +23,8 @@ constexpr double fullTurn = 360;
 
 TarnwickView::TarnwickView(Parts parts)
     : m_parts(std::move(parts)), m_screenSaverManager(m_parts.power),
-      m_rotatingCDManager(m_parts.catalogue, m_parts.randomIndex, m_parts.log), m_controls(controlsParts()) {
+      m_rotatingCDManager(m_parts.catalogue, m_parts.randomIndex, m_parts.log), m_controls(controlsParts()),
+      m_gestures({m_parts.musicSource, m_controls, m_parts.windows}) {
     watchTheModel();
     watchTheSettings();
 }
@@ -298,8 +299,9 @@ void TarnwickView::setReducedMotion(bool reduced) {
     assign(m_reducedMotion, reduced, &TarnwickView::reducedMotionChanged);
 }
 
-void TarnwickView::setCanPlayTitles(bool can) {
-    assign(m_canPlayTitles, can, &TarnwickView::canPlayTitlesChanged);
+void TarnwickView::setCapabilities(const musicapp::Capabilities& can) {
+    assign(m_canPlayTitles, can.canOpenTitle, &TarnwickView::canPlayTitlesChanged);
+    m_gestures.setCanSeek(can.canSeek);
 }
 
 void TarnwickView::setFlipped(bool flipped) {

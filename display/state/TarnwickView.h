@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/bar/TrackControls.h"
+#include "display/gestures/Gestures.h"
 #include "display/pictures/FolderPicture.h"
 #include "display/pictures/Picture.h"
 #include "music/MusicSource.h"
@@ -54,6 +55,7 @@ class TarnwickView : public QObject {
     Q_PROPERTY(bool isFullscreen READ isFullscreen NOTIFY isFullscreenChanged)
     /// The transport bar.
     Q_PROPERTY(tarnwick::TrackControls* controls READ controls CONSTANT)
+    Q_PROPERTY(tarnwick::Gestures* gestures READ gestures CONSTANT)
     /// The turn of the cover about its vertical axis, degrees; grows by 360 a spin.
     Q_PROPERTY(double rotationAngle READ rotationAngle NOTIFY rotationAngleChanged)
     /// The back of the cover, the track list, is shown.
@@ -153,7 +155,8 @@ public:
     void setReducedMotion(bool reduced);
 
     bool canPlayTitles() const { return m_canPlayTitles; }
-    void setCanPlayTitles(bool can);
+    /// What the player can do.
+    void setCapabilities(const musicapp::Capabilities& can);
 
     MusicSource& musicSource() const { return m_parts.musicSource; }
     Settings* settings() const { return &m_parts.settings; }
@@ -175,6 +178,7 @@ public:
     const QList<QColor>& paintedColors() const { return m_paintedColors; }
     bool isFullscreen() const { return m_isFullscreen; }
     TrackControls* controls() { return &m_controls; }
+    Gestures* gestures() { return &m_gestures; }
     double rotationAngle() const { return m_rotationAngle; }
     bool isFlipped() const { return m_isFlipped; }
     bool isCDVisible() const { return m_isCDVisible; }
@@ -263,6 +267,7 @@ private:
     ScreenSaverManager m_screenSaverManager;
     RotatingCDManager m_rotatingCDManager;
     TrackControls m_controls;
+    Gestures m_gestures;
     std::unique_ptr<dispatch::TimerSource> m_clockTimer;
 
     DiscImage m_cdImage;

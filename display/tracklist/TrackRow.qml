@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Tarnwick.Assets
+import Tarnwick.Display
 import Tarnwick.Settings
 
 // A title of the album with its duration. A tap plays it.
@@ -17,6 +18,7 @@ Item {
     required property color ground       ///< of the dynamic style
     required property color veil         ///< between the panel and the ground of the dynamic style
     required property real pixelRatio
+    required property Gestures gestures
 
     signal tapped
     signal hovered(bool entered)
@@ -100,10 +102,14 @@ Item {
         }
     }
 
-    MouseArea {
-        anchors.fill: parent
-        hoverEnabled: true
-        onClicked: root.tapped()
-        onContainsMouseChanged: root.hovered(containsMouse)
+    // No MouseArea, which loses the first tap of a finger after it has scrolled.
+    HoverHandler {
+        acceptedDevices: PointerDevice.AllDevices & ~PointerDevice.TouchScreen
+        onHoveredChanged: root.hovered(hovered)
+    }
+    Tap {
+        gestures: root.gestures
+        isOfControl: true
+        onChosen: root.tapped()
     }
 }

@@ -33,7 +33,13 @@ SharpRectangle {
         return Theme.onPixels(length, pixelRatio);
     }
 
-    TapHandler { onTapped: root.view.tapCover() }
+    Tap {
+        gestures: root.view.gestures
+        onChosen: root.view.tapCover()
+    }
+
+    // Over a list the wheel scrolls and does nothing else, at its ends and where there is nothing to scroll.
+    WheelHandler { acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad }
 
     ListView {
         id: list
@@ -55,10 +61,10 @@ SharpRectangle {
             onRowsChanged: list.bringIntoView(currentRow)
         }
         // The list keeps the taps that no row answers to itself while it can be scrolled.
-        TapHandler {
-            gesturePolicy: TapHandler.ReleaseWithinBounds
+        Tap {
             margin: list.topMargin
-            onTapped: root.view.tapCover()
+            gestures: root.view.gestures
+            onChosen: root.view.tapCover()
         }
 
         Accessible.role: Accessible.List
@@ -102,6 +108,7 @@ SharpRectangle {
                     record: copy.isShown && !root.stage.cassette.isPresent ? root.stage.record : root.view.noPicture
                     area: Qt.size(root.copySide, root.copySide)
                     pixelRatio: root.pixelRatio
+                    gestures: root.view.gestures
                     shadowOpacity: 0.3
                     name: root.view.musicSource.currentAlbumName ?? ""
                     onTapped: root.view.tapCover()
@@ -135,6 +142,7 @@ SharpRectangle {
                 ground: root.stage.ground
                 veil: root.stage.rowColor
                 pixelRatio: root.pixelRatio
+                gestures: root.view.gestures
                 onTapped: tracks.play(row.index)
                 onHovered: entered => tracks.hover(row.index, entered)
             }
