@@ -72,6 +72,7 @@ DisplayProgram::DisplayProgram(const Invocation& invocation)
       m_copies(RunningCopies::standardFolder()),
       m_defaults(defaults::FileDefaults::standardPath(), m_session.dispatcher(), log),
       m_power(m_session.dispatcher()), m_windows(m_session.dispatcher()),
+      m_singleTouch(m_session.dispatcher()),
       m_agentQueue(m_session.dispatcher().globalQueue(dispatch::QualityOfService::Background)),
       m_loginAgent(log, &m_agentQueue), m_app(appParts()),
       m_dockIcon(m_session.dispatcher(), Catalogue::shared(),
@@ -177,6 +178,7 @@ void DisplayProgram::makeDisplay() {
     if (m_display)
         m_display->setParentItem(m_keys);
     connect(m_keys, &KeyView::keyDown, m_view.get(), &TarnwickView::onKeyDown);
+    takeHands();
     joinDesktop();
 }
 
@@ -211,11 +213,25 @@ void DisplayProgram::loadFonts() {
     m_preferencesOfBar.emplace(door);
 }
 
+/// Whatever keys, fingers and the pointer do beyond what the views take themselves.
+void DisplayProgram::takeHands() {
+    m_playerKeys.emplace(m_session.source(), *m_view);
+    m_heldKeys.emplace();
+    connect(m_keys, &KeyView::pressed, &*m_playerKeys, &PlayerKeys::press);
+    m_restingPointer.emplace(m_session.dispatcher(), *m_window);
+    connect(&*m_restingPointer, &RestingPointer::isHiddenChanged, m_window.get(),
+            [window = m_window.get()](bool isHidden) { window->setProperty("isPointerHidden", isHidden); });
+    m_drag.emplace(*m_window);
+    connect(&m_singleTouch, &windows::SingleTouch::held, this, [this](QWindow* window, const QPointF& place) {
+        if (window == m_window.get())
+            QMetaObject::invokeMethod(window, "openMenu", Q_ARG(QPointF, place));
+    });
+}
+
 void DisplayProgram::joinDesktop() {
     const QDBusConnection bus = desktopBus();
     m_desktop.emplace(bus, [this] { return m_session.music().playerAddress(); });
     connect(&*m_desktop, &DesktopApplication::activated, &m_app.mainWindow(), &MainWindow::show);
-    m_drag.emplace(*m_window);
     m_shortcuts.emplace(m_app.menu(), *m_window);
     connect(m_window.get(), &QQuickWindow::activeFocusItemChanged, this, &DisplayProgram::followFocus);
     connect(m_view->controls(), &TrackControls::showPlaylistPickerChanged, this,
@@ -224,12 +240,19 @@ void DisplayProgram::joinDesktop() {
     followMotion(bus);
     if (bus.isConnected()) {
         m_globalMenu.emplace(m_app.menu(), *m_window, bus);
-        m_tray.emplace(m_app.trayMenu(), bus, QStringLiteral("Tarnwick"), bundleIdentifier());
-        connect(&*m_tray, &menus::TrayIcon::activated, &m_app.mainWindow(), &MainWindow::show);
-        connect(&m_windows, &windows::QtWindowSystem::applicationIconChanged, &*m_tray,
-                [this] { m_tray->setIcon(m_windows.applicationIcon()); });
+        joinTray(bus);
     }
     m_windows.setApplicationIcon(applicationImage());
+}
+
+void DisplayProgram::joinTray(const QDBusConnection& bus) {
+    m_tray.emplace(m_app.trayMenu(), bus, QStringLiteral("Tarnwick"), bundleIdentifier());
+    connect(&*m_tray, &menus::TrayIcon::activated, &m_app.mainWindow(), &MainWindow::show);
+    connect(&*m_tray, &menus::TrayIcon::secondaryActivated, m_view.get(),
+            [this] { m_view->controls()->press(QStringLiteral("playPause")); });
+    connect(&*m_tray, &menus::TrayIcon::turned, m_view->controls()->volumeScale(), &VolumeScale::turn);
+    connect(&m_windows, &windows::QtWindowSystem::applicationIconChanged, &*m_tray,
+            [this] { m_tray->setIcon(m_windows.applicationIcon()); });
 }
 
 void DisplayProgram::followMotion(const QDBusConnection& bus) {
@@ -242,7 +265,7 @@ void DisplayProgram::showDisplay() {
     makeDisplay();
     // From here on what changes at the player shows at once; the polls are only the floor.
     followPlayer(m_session.source(), m_session.music(), *m_view->controls());
-    const auto invite = [this] { m_view->setCanPlayTitles(m_session.music().capabilities().canOpenTitle); };
+    const auto invite = [this] { m_view->setCapabilities(m_session.music().capabilities()); };
     connect(&m_session.source(), &MusicSource::playerChanged, m_view.get(), invite);
     invite();
     m_session.music().setRefusalHandler([this](const QString& line) { showMessage(line); });

@@ -8,8 +8,10 @@
 #include "app/desktop/StopSignals.h"
 #include "app/program/MenuShortcuts.h"
 #include "app/program/MusicSession.h"
+#include "app/program/PlayerKeys.h"
 #include "app/program/PreferencesDoor.h"
 #include "app/program/TarnwickApp.h"
+#include "app/window/RestingPointer.h"
 #include "app/window/WindowDrag.h"
 #include "display/state/TarnwickView.h"
 #include "platform/animation/ReducedMotion.h"
@@ -21,6 +23,8 @@
 #include "platform/power/DBusPowerManager.h"
 #include "platform/windows/HeldKeys.h"
 #include "platform/windows/QtWindowSystem.h"
+#include "platform/windows/RemoteKeys.h"
+#include "platform/windows/SingleTouch.h"
 #include "visuals/DockIcon.h"
 
 #include <QQmlEngine>
@@ -56,7 +60,9 @@ private:
     void placeWindow();
     bool canComeBack() const;
     void loadFonts();
+    void takeHands();
     void joinDesktop();
+    void joinTray(const QDBusConnection& bus);
     void followMotion(const QDBusConnection& bus);
     void makeDisplay();
     void tellMissingPlayer();
@@ -75,7 +81,8 @@ private:
     defaults::FileDefaults m_defaults;
     power::DBusPowerManager m_power;
     windows::QtWindowSystem m_windows;
-    windows::HeldKeys m_heldKeys;
+    windows::RemoteKeys m_remoteKeys;
+    windows::SingleTouch m_singleTouch;
     dispatch::SerialQueue m_agentQueue;
     LoginAgent m_loginAgent;
     TarnwickApp m_app;
@@ -98,6 +105,9 @@ private:
     std::unique_ptr<TarnwickView> m_view;
     std::unique_ptr<QQuickItem> m_display;
 
+    std::optional<PlayerKeys> m_playerKeys;
+    std::optional<windows::HeldKeys> m_heldKeys; // sees the keys first, so it comes last
+    std::optional<RestingPointer> m_restingPointer;
     std::optional<DesktopApplication> m_desktop;
     std::optional<animation::ReducedMotion> m_reducedMotion;
     std::optional<menus::GlobalMenu> m_globalMenu;

@@ -22,6 +22,9 @@ void KeyView::keyPressEvent(QKeyEvent* event) {
         event->ignore(); // it moves the focus
         return;
     }
+    if (event->key() == Qt::Key_F1 || event->key() == Qt::Key_Question)
+        Q_EMIT helpWanted();
+    Q_EMIT pressed(event->keyCombination());
     if (const auto code = windows::hardwareKeyCode(event->key()))
         Q_EMIT keyDown(*code);
     event->accept();

@@ -21,6 +21,12 @@ Q_SIGNALS:
     /// A key was pressed; its hardware code. Modifiers are not looked at.
     void keyDown(int keyCode);
 
+    /// The same press, as the keyboard means it.
+    void pressed(QKeyCombination keys);
+
+    /// What the keys do is asked for.
+    void helpWanted();
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void itemChange(ItemChange change, const ItemChangeData& data) override;

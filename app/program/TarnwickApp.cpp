@@ -1,5 +1,7 @@
 #include "app/program/TarnwickApp.h"
 
+#include "app/program/KeyTable.h"
+
 namespace tarnwick {
 
 using menus::Entry;
@@ -124,6 +126,8 @@ void TarnwickApp::buildMenus() {
                           QList<Entry>{preferences, Entry::separator(), quit});
     Q_EMIT contextEntriesChanged();
 }
+
+QVariantList TarnwickApp::keyTable() const { return tarnwick::keyTable(m_menu); }
 
 QVariantList TarnwickApp::contextEntries() const { return asVariants(m_contextMenu, 0); }
 

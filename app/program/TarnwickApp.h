@@ -60,6 +60,9 @@ public:
     /// Asks the player for its playlists again, if this copy fills the menu at all.
     Q_INVOKABLE void refreshMenus();
 
+    /// See `tarnwick::keyTable`.
+    Q_INVOKABLE QVariantList keyTable() const;
+
     /// Does what an entry of `contextEntries` is for.
     Q_INVOKABLE void triggerMenu(int number) { m_contextMenu.trigger(number); }
 

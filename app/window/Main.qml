@@ -10,8 +10,15 @@ Window {
     /// The button that was pressed last pulls an edge, and does not move the window.
     property bool isResizing: false
 
+    /// The pointer rests on a window that fills the screen.
+    property bool isPointerHidden: false
+
     /// Where the display is put.
     readonly property alias displayPlace: keys
+
+    function openMenu(place: point) {
+        chrome.item?.openMenu(place);
+    }
 
     title: "Tarnwick"
     color: "black"
@@ -25,6 +32,7 @@ Window {
         anchors.fill: parent
         visible: !window.app.showSplash
         focus: true
+        onHelpWanted: chrome.item?.showKeys()
     }
 
     SplashView {
@@ -34,7 +42,8 @@ Window {
 
     TapHandler {
         acceptedButtons: Qt.RightButton
-        onTapped: eventPoint => chrome.item?.openMenu(eventPoint.position)
+        acceptedDevices: PointerDevice.AllDevices & ~PointerDevice.TouchScreen // a finger has no buttons
+        onTapped: eventPoint => window.openMenu(eventPoint.position)
     }
 
     Shortcut {
@@ -53,6 +62,7 @@ Window {
         sourceComponent: WindowChrome {
             app: window.app
             frame: window
+            isPointerHidden: window.isPointerHidden
             onEdgePulled: window.isResizing = true
         }
         // qmllint enable unqualified

@@ -11,6 +11,8 @@ Item {
     required property string name
     required property int glyph
     required property real point
+    /// The side of the square that takes a press, in points.
+    required property real zone
 
     // Each bar: centre x and y, length, turn; in a square of 14 points.
     readonly property var bars: [
@@ -48,7 +50,7 @@ Item {
 
     // A little more than the glyph, so that it is easily met.
     Item {
-        anchors { fill: parent; margins: -4 * button.point }
+        anchors { fill: parent; margins: (14 - button.zone) / 2 * button.point }
 
         HoverHandler { id: hover }
         TapHandler {

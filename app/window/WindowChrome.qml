@@ -9,6 +9,7 @@ Item {
 
     required property TarnwickApp app
     required property Window frame
+    required property bool isPointerHidden
 
     readonly property bool isFullScreen: frame.visibility === Window.FullScreen
     /// Logical pixels of a point: larger than one on a large screen, as in the display.
@@ -28,6 +29,16 @@ Item {
 
     function openMenuInCorner() {
         openMenu(Qt.point(24 * point, 24 * point));
+    }
+
+    /// Made when it is first asked for, too.
+    property KeysCard keysCard: null
+
+    function showKeys() {
+        if (!keysCard)
+            keysCard = cardMaker.createObject(chrome);
+        keysCard.rows = app.keyTable();
+        keysCard.open();
     }
 
     // Like any menu: it goes when another window gets the keyboard, or this one leaves the screen. (A window
@@ -50,7 +61,14 @@ Item {
     WindowButtons {
         app: chrome.app
         isFullScreen: chrome.isFullScreen
+        isPointerHidden: chrome.isPointerHidden
         point: chrome.point
+    }
+
+    Component {
+        id: cardMaker
+
+        KeysCard { rows: [] }
     }
 
     Component {

@@ -183,6 +183,21 @@ TEST_F(KeyViewTest, HasTheKeysWheneverNobodyOverItNeedsThem) {
     }
 }
 
+TEST_F(KeyViewTest, TellsWhatIsPressedAndWhoWantsHelp) {
+    QSignalSpy presses(&keys, &KeyView::pressed);
+    QSignalSpy helps(&keys, &KeyView::helpWanted);
+    keys.forceActiveFocus();
+    QTest::keyClick(&window, Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_EQ(presses.value(presses.size() - 1).value(0).value<QKeyCombination>(), Qt::SHIFT | Qt::Key_Left);
+    EXPECT_EQ(helps.count(), 0);
+    QTest::keyClick(&window, Qt::Key_F1);
+    QTest::keyClick(&window, Qt::Key_Question, Qt::ShiftModifier);
+    EXPECT_EQ(helps.count(), 2);
+    presses.clear();
+    QTest::keyClick(&window, Qt::Key_Tab);
+    EXPECT_EQ(presses.count(), 0) << "it moves the focus";
+}
+
 TEST_F(KeyViewTest, LeavesTheFocusToWhatIsInIt) {
     inside.forceActiveFocus(Qt::TabFocusReason);
     EXPECT_TRUE(keys.hasKeys());
