@@ -7,15 +7,27 @@ namespace tarnwick {
 
 namespace {
 
-/// One choice: the dialog and who waits for it.
+/// The toolkit's own dialog leaves what it is made of to its window. Once it is closed and assistive
+/// technology has looked at it, Qt 6.4 crashes in its end, so it is kept until the program's.
+void keepWhatIsLeft(const QQuickWindow& window) {
+    for (QObject* child : window.findChildren<QObject*>(Qt::FindDirectChildrenOnly))
+        if (child->inherits("QQuickFileDialogImpl"))
+            child->setParent(nullptr);
+}
+
+/// One choice: the dialog and who waits for it. It ends with the window that it stands over.
 class FontFileChoice : public QObject {
     Q_OBJECT
 
 public:
-    FontFileChoice(QObject* dialog, std::function<void(const QStringList&)> chosen)
-        : QObject(dialog), m_dialog(dialog), m_chosen(std::move(chosen)) {
+    FontFileChoice(QObject* dialog, QQuickWindow& window, std::function<void(const QStringList&)> chosen)
+        : QObject(dialog), m_dialog(dialog), m_window(window), m_chosen(std::move(chosen)) {
         connect(dialog, SIGNAL(accepted()), SLOT(accept()));
         connect(dialog, SIGNAL(rejected()), SLOT(reject()));
+        connect(&window, &QWindow::visibleChanged, this, [this](bool isVisible) {
+            if (!isVisible)
+                goAtOnce();
+        });
     }
 
 private Q_SLOTS:
@@ -33,9 +45,17 @@ private:
     void end(const QStringList& paths) {
         m_chosen(paths);
         m_dialog->deleteLater();
+        keepWhatIsLeft(m_window);
+    }
+    void goAtOnce() {
+        QObject* dialog = m_dialog;
+        m_chosen({});
+        keepWhatIsLeft(m_window);
+        delete dialog; // and this with it
     }
 
     QObject* m_dialog;
+    QQuickWindow& m_window;
     std::function<void(const QStringList&)> m_chosen;
 };
 
@@ -60,7 +80,7 @@ FontChooser fontFileChooser(QQmlEngine& engine, std::function<QQuickWindow*()> p
             delete open;
             return chosen({});
         }
-        new FontFileChoice(open, chosen);
+        new FontFileChoice(open, *window, chosen);
     };
 }
 

@@ -6,6 +6,7 @@
 #include "app/program/KeyView.h"
 #include "assets/Catalogue.h"
 #include "assets/RenderQueue.h"
+#include "controls/assistive/AccessibleStates.h"
 #include "display/DisplayScene.h"
 #include "platform/musicapp/mpris/MprisMusic.h"
 #include "platform/windows/Frames.h"
@@ -83,6 +84,7 @@ DisplayProgram::DisplayProgram(const Invocation& invocation)
                  }),
       m_stopSignals([] { QCoreApplication::exit(exitDone); }) {
     qGuiApp->installEventFilter(this);
+    AccessibleStates::install();
     renderqueue::setDispatcher(&m_session.dispatcher());
 }
 

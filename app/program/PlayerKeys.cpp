@@ -24,10 +24,10 @@ void PlayerKeys::press(QKeyCombination keys) {
         volume.change(-VolumeScale::step);
         break;
     case QKeyCombination(Qt::SHIFT, Qt::Key_Left).toCombined():
-        seekBy(-seekStep);
+        m_view.gestures()->seekBy(-Gestures::seekStep);
         break;
     case QKeyCombination(Qt::SHIFT, Qt::Key_Right).toCombined():
-        seekBy(seekStep);
+        m_view.gestures()->seekBy(Gestures::seekStep);
         break;
     default:
         break;
@@ -66,10 +66,10 @@ bool PlayerKeys::pressMediaKey(int key) {
         controls.press(QStringLiteral("previous"));
         return true;
     case Qt::Key_AudioForward:
-        seekBy(seekStep);
+        m_view.gestures()->seekBy(Gestures::seekStep);
         return true;
     case Qt::Key_AudioRewind:
-        seekBy(-seekStep);
+        m_view.gestures()->seekBy(-Gestures::seekStep);
         return true;
     case Qt::Key_VolumeUp:
         volume.change(VolumeScale::step);
@@ -86,10 +86,5 @@ bool PlayerKeys::pressMediaKey(int key) {
 }
 
 void PlayerKeys::playPause() { m_view.controls()->press(QStringLiteral("playPause")); }
-
-void PlayerKeys::seekBy(double seconds) {
-    if (m_view.gestures()->canSeek())
-        m_source.seek(m_source.elapsedTime() + seconds);
-}
 
 } // namespace tarnwick

@@ -14,9 +14,6 @@ class PlayerKeys : public QObject {
     Q_OBJECT
 
 public:
-    /// How far a key goes forward or back in the track, seconds.
-    static constexpr double seekStep = 10;
-
     /// Watches the whole application, which must outlive it, as must both.
     PlayerKeys(MusicSource& source, TarnwickView& view);
     ~PlayerKeys() override;
@@ -29,7 +26,6 @@ public:
 private:
     bool pressMediaKey(int key);
     void playPause();
-    void seekBy(double seconds);
 
     MusicSource& m_source;
     TarnwickView& m_view;

@@ -65,6 +65,15 @@ Item {
         point: chrome.point
     }
 
+    // For assistive technology, which has neither a right button nor a finger that stays.
+    Item {
+        width: 1
+        height: 1
+        Accessible.role: Accessible.Button
+        Accessible.name: "Menu"
+        Accessible.onPressAction: chrome.openMenuInCorner()
+    }
+
     Component {
         id: cardMaker
 

@@ -24,6 +24,7 @@ Menu {
     overlap: 4 * point
     modal: false
 
+    contentItem.Accessible.name: title.length > 0 ? title : "Menu"
     background: Rectangle {
         color: "#262628"
         radius: 9 * menu.point

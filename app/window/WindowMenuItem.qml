@@ -8,12 +8,16 @@ MenuItem {
     required property real point
     property string keys: ""
 
+    readonly property var isExpanded: subMenu ? subMenu.visible : undefined
+
     implicitHeight: 26 * point
     leftPadding: 10 * point
     rightPadding: 10 * point
     topPadding: 0
     bottomPadding: 0
     opacity: enabled ? 1 : 0.4
+    Accessible.name: text
+    Accessible.onPressAction: if (enabled) clicked()
 
     contentItem: Item {
         Text {

@@ -18,6 +18,8 @@ T.AbstractButton {
     property real point: 1
 
     readonly property bool isPointedAt: controls.hoveredButton === identifier
+    /// Whether what it opens is open; undefined where it opens nothing.
+    property var isExpanded
     /// Whether the player cannot do it; it still answers.
     readonly property bool isDimmed: controls.dimmedButtons.includes(identifier) // qmllint disable type
 
@@ -27,6 +29,7 @@ T.AbstractButton {
     hoverEnabled: true
     scale: isPointedAt ? 1.1 : 1
     Accessible.name: tip
+    Accessible.onPressAction: clicked()
 
     onClicked: controls.press(identifier)
     onHoveredChanged: hovered ? controls.pointerEntered(identifier) : controls.pointerLeft(identifier)

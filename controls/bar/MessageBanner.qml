@@ -18,14 +18,14 @@ Rectangle {
     border.color: Theme.noticeEdge
     opacity: message.length > 0 ? 1 : 0
     visible: opacity > 0
-    Accessible.role: Accessible.AlertMessage
-    Accessible.name: label.text
     onMessageChanged: {
         if (message.length > 0)
             label.text = message; // which stays while it fades
     }
 
     Behavior on opacity { NumberAnimation { duration: Theme.defaultDuration; easing.type: Easing.BezierSpline; easing.bezierCurve: Theme.easeInOut } }
+
+    Told { text: banner.message }
 
     TypeBlock {
         id: label

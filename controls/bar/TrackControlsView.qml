@@ -185,6 +185,8 @@ FocusScope {
                     symbol: "shuffle"
                     symbolColor: root.controls.isShuffleOn ? Theme.green : "white"
                     tip: root.controls.isShuffleOn ? qsTr("Shuffle: on") : qsTr("Shuffle: off")
+                    Accessible.checkable: true
+                    Accessible.checked: root.controls.isShuffleOn
                     side: 44 * root.s
                     point: root.point
                 }
@@ -195,6 +197,7 @@ FocusScope {
                     identifier: "playlist"
                     symbol: "music.note.list"
                     tip: qsTr("Playlists")
+                    isExpanded: root.controls.showPlaylistPicker
                     side: 44 * root.s
                     point: root.point
                 }

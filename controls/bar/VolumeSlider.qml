@@ -16,13 +16,21 @@ Item {
     readonly property alias isPressed: area.pressed
 
     // What assistive technology reads and asks for.
-    readonly property real value: position
+    property real value: position
     readonly property real minimumValue: 0
     readonly property real maximumValue: 1
     readonly property real stepSize: 0.05
 
     readonly property real knobSize: 18 * s
     readonly property real travel: width - knobSize
+
+    onValueChanged: {
+        if (value === position)
+            return;
+        const wanted = value;
+        value = Qt.binding(() => slider.position);
+        slider.controls.setVolume(wanted);
+    }
 
     implicitWidth: 260 * s
     implicitHeight: 12 * s

@@ -35,6 +35,7 @@ T.AbstractButton {
     focusPolicy: Qt.NoFocus
     z: isHovering ? 1 : 0 // above its neighbours, into which it grows
     Accessible.name: text
+    Accessible.onPressAction: clicked()
     onClicked: tapped()
 
     background: Item {

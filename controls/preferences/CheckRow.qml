@@ -12,11 +12,22 @@ T.CheckBox {
     /// The preference's name.
     required property string key
 
+    /// What a click does.
+    function press(): void {
+        if (!enabled)
+            return;
+        toggle();
+        toggled();
+    }
+
     implicitWidth: implicitContentWidth + leftPadding
     implicitHeight: 20
     leftPadding: 21
     checked: settings[key]
     Accessible.name: text
+    Accessible.onPressAction: press()
+    Accessible.onToggleAction: press()
+    Keys.onReturnPressed: press()
     onToggled: settings[key] = checked
 
     indicator: Plate {

@@ -17,6 +17,9 @@ SectionCard {
     required property string randomKey
     required property string importText
     required property string removeTip
+    /// What the font is called, and the switch that draws it by lot.
+    required property string fontName
+    required property string randomName
 
     controlsHeight: 32
 
@@ -27,11 +30,11 @@ SectionCard {
         y: 4
         settings: section.settings
         key: section.switchKey
-        Accessible.name: section.title
+        name: section.title
     }
     PopUpPicker {
         y: 4
-        name: section.subtitle
+        name: section.fontName
         enabled: section.isOn && !section.settings[section.randomKey]
         model: section.fonts
         storedText: section.settings[section.fontKey]
@@ -48,6 +51,8 @@ SectionCard {
         enabled: section.isOn
         hoverEnabled: true
         Accessible.name: section.removeTip
+        Accessible.onPressAction: if (enabled) clicked()
+        Keys.onReturnPressed: clicked()
         onClicked: section.model.askToRemove(section.isClock)
         contentItem: CataloguePicture {
             name: "minus.circle.fill"
@@ -76,5 +81,6 @@ SectionCard {
         settings: section.settings
         key: section.randomKey
         text: qsTr("Random")
+        name: section.randomName
     }
 }

@@ -178,7 +178,7 @@ FocusScope {
                     currentIndex: view.settings.backgroundOption
                     onPicked: index => view.settings.backgroundOption = index
                 }
-                SwitchToggle { settings: view.settings; key: "randomBackgroundEnabled"; text: qsTr("Random") }
+                SwitchToggle { settings: view.settings; key: "randomBackgroundEnabled"; text: qsTr("Random"); name: qsTr("Random Background") }
             }
 
             SectionCard {
@@ -205,7 +205,7 @@ FocusScope {
                     currentIndex: view.model?.recordTags.indexOf(storedText) ?? -1
                     onActivated: index => view.settings.defaultCDImageChoice = view.model.recordTags[index]
                 }
-                SwitchToggle { settings: view.settings; key: "randomRotationEnabled"; text: qsTr("Random") }
+                SwitchToggle { settings: view.settings; key: "randomRotationEnabled"; text: qsTr("Random"); name: qsTr("Random Record Image") }
             }
 
             FontSection {
@@ -219,6 +219,8 @@ FocusScope {
                 randomKey: "randomClockFontEnabled"
                 importText: qsTr("Import Clock Font")
                 removeTip: qsTr("Remove selected clock font")
+                fontName: qsTr("Clock Font")
+                randomName: qsTr("Random Clock Font")
             }
 
             FontSection {
@@ -232,6 +234,8 @@ FocusScope {
                 randomKey: "randomTrackInfoFontEnabled"
                 importText: qsTr("Import Track Font")
                 removeTip: qsTr("Remove selected track info font")
+                fontName: qsTr("Font of Track Info")
+                randomName: qsTr("Random Track Info Font")
             }
 
             SectionCard {

@@ -32,7 +32,12 @@ PreferencesWindowOpener::PreferencesWindowOpener(QQmlEngine& engine, Settings& s
                                                  std::function<void(QQuickWindow&)> opened)
     : m_engine(engine), m_settings(settings), m_model(model), m_opened(std::move(opened)) {}
 
-PreferencesWindowOpener::~PreferencesWindowOpener() { delete m_window; }
+PreferencesWindowOpener::~PreferencesWindowOpener() {
+    if (QQuickWindow* window = m_window) {
+        window->close(); // what stands over it goes first
+        delete window;
+    }
+}
 
 void PreferencesWindowOpener::open() {
     if (!m_window) {

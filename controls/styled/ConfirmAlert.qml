@@ -20,8 +20,9 @@ FocusScope {
     property int focusReason: Qt.PopupFocusReason
 
     visible: isAsked
-    Accessible.role: Accessible.Dialog
+    Accessible.role: Accessible.AlertMessage
     Accessible.name: title
+    Accessible.description: message
     onIsAskedChanged: {
         if (isAsked) {
             returnTo = Window.activeFocusItem;
@@ -35,6 +36,8 @@ FocusScope {
     Keys.onEnterPressed: confirm.activeFocus ? confirmed() : cancelled()
     Keys.onTabPressed: (cancel.activeFocus ? confirm : cancel).forceActiveFocus(Qt.TabFocusReason)
     Keys.onBacktabPressed: (cancel.activeFocus ? confirm : cancel).forceActiveFocus(Qt.TabFocusReason)
+
+    Told { text: alert.isAsked ? alert.title + " " + alert.message : "" }
 
     Rectangle {
         anchors.fill: parent
@@ -71,6 +74,8 @@ FocusScope {
                 color: PreferencesStyle.text
                 font.pixelSize: Theme.headlineSize
                 font.weight: Font.DemiBold
+                Accessible.role: Accessible.Heading
+                Accessible.name: text
             }
             Text {
                 width: parent.width
@@ -79,6 +84,8 @@ FocusScope {
                 text: alert.message
                 color: PreferencesStyle.text
                 font.pixelSize: Theme.bodySize
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
             }
             Row {
                 topPadding: 6

@@ -13,11 +13,29 @@ T.ComboBox {
     required property string storedText
     property string name
 
+    readonly property bool isExpanded: popup.visible
+    readonly property string spokenNow: displayText
+
+    function toggleList(): void {
+        if (!enabled)
+            return;
+        if (popup.visible)
+            popup.close();
+        else
+            popup.open();
+    }
+
     implicitWidth: 200
     implicitHeight: 28
     leftPadding: 9
     rightPadding: 28
     Accessible.name: name
+    Accessible.onPressAction: toggleList()
+    Keys.onReturnPressed: event => {
+        event.accepted = !popup.visible; // there it chooses
+        if (event.accepted)
+            toggleList();
+    }
     displayText: currentIndex >= 0 ? currentText : storedText
 
     background: Rectangle {
@@ -70,6 +88,10 @@ T.ComboBox {
         leftPadding: 26
         text: modelData
         highlighted: picker.highlightedIndex === index
+        Accessible.name: modelData
+        Accessible.selectable: true
+        Accessible.selected: picker.currentIndex === index
+        Accessible.onPressAction: clicked()
 
         readonly property color textColor: highlighted ? "white" : PreferencesStyle.text
 

@@ -13,6 +13,8 @@ T.Button {
     implicitWidth: implicitContentWidth + 18
     implicitHeight: 28
     Accessible.name: text
+    Accessible.onPressAction: if (enabled) clicked()
+    Keys.onReturnPressed: clicked()
 
     background: Rectangle {
         radius: 6

@@ -52,6 +52,7 @@ Item {
                 required property int index
 
                 readonly property bool isChosen: index === picker.currentIndex
+                readonly property string spokenNow: "" // what tells that it is disabled
 
                 width: Math.ceil(metrics.advanceWidth) + 2 * picker.padding // the same chosen or not
                 height: 28
@@ -59,7 +60,13 @@ Item {
                 Accessible.name: modelData
                 Accessible.checkable: true
                 Accessible.checked: isChosen
-                Accessible.onPressAction: picker.picked(index)
+                Accessible.onPressAction: choose()
+                Accessible.onToggleAction: choose()
+
+                function choose(): void {
+                    if (enabled)
+                        picker.picked(index);
+                }
 
                 TextMetrics {
                     id: metrics

@@ -6,31 +6,44 @@ import Tarnwick.Settings
 
 /// A preference as a switch, with or without a label.
 T.Switch {
-    id: toggle
+    id: control
 
     required property Settings settings
     /// The preference's name.
     required property string key
+    /// What assistive technology calls it.
+    property string name: text
+
+    /// What a click does.
+    function press(): void {
+        if (!enabled)
+            return;
+        toggle();
+        toggled();
+    }
 
     implicitWidth: 32 + (text.length > 0 ? 6 + implicitContentWidth : 0)
     implicitHeight: 28
     leftPadding: 38
     checked: settings[key]
-    Accessible.name: text
+    Accessible.name: name
+    Accessible.onPressAction: press()
+    Accessible.onToggleAction: press()
+    Keys.onReturnPressed: press()
     onToggled: settings[key] = checked
 
     indicator: Rectangle {
-        y: (toggle.height - height) / 2
+        y: (control.height - height) / 2
         width: 32
         height: 18
         radius: 9
-        color: toggle.checked ? PreferencesStyle.fill : PreferencesStyle.switchOff
-        opacity: toggle.enabled ? 1 : 0.5
+        color: control.checked ? PreferencesStyle.fill : PreferencesStyle.switchOff
+        opacity: control.enabled ? 1 : 0.5
 
         Behavior on color { ColorAnimation { duration: 120 } }
 
         Rectangle {
-            x: toggle.checked ? 16 : 2
+            x: control.checked ? 16 : 2
             y: 2
             width: 14
             height: 14
@@ -40,15 +53,15 @@ T.Switch {
             Behavior on x { NumberAnimation { duration: 120; easing.type: Easing.InOutQuad } }
         }
         FocusRing {
-            visible: toggle.visualFocus
+            visible: control.visualFocus
             innerRadius: 9
             border.color: PreferencesStyle.icon
         }
     }
 
     contentItem: Text {
-        text: toggle.text
-        color: toggle.enabled ? PreferencesStyle.text : PreferencesStyle.disabled
+        text: control.text
+        color: control.enabled ? PreferencesStyle.text : PreferencesStyle.disabled
         font.pixelSize: Theme.bodySize
         verticalAlignment: Text.AlignVCenter
     }

@@ -54,6 +54,11 @@ void Gestures::seekTo(double fraction) {
         m_parts.musicSource.seek(fraction * m_parts.musicSource.trackDuration());
 }
 
+void Gestures::seekBy(double seconds) {
+    if (m_canSeek)
+        m_parts.musicSource.seek(m_parts.musicSource.elapsedTime() + seconds);
+}
+
 void Gestures::toggleFullScreen() {
     if (windows::Window* window = m_parts.windows.firstWindow())
         window->toggleFullScreen();

@@ -17,10 +17,14 @@ class Gestures : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("The view has it")
 
+    /// How far a key, or a step of assistive technology, goes in the track, seconds.
+    Q_PROPERTY(double seekStep READ stepOfSeek CONSTANT)
     /// Whether the player goes to a place in the track.
     Q_PROPERTY(bool canSeek READ canSeek NOTIFY canSeekChanged)
 
 public:
+    static constexpr double seekStep = 10;
+
     /// Everything must outlive the gestures.
     struct Parts {
         MusicSource& musicSource;
@@ -43,11 +47,15 @@ public:
     /// pixels of a point.
     Q_INVOKABLE int swipeCover(const QEventPoint& finger, double across, double rested, double point);
 
+    /// Goes forward in the track by so many seconds, or back.
+    Q_INVOKABLE void seekBy(double seconds);
+
     /// Plays on from there, a fraction of the track.
     Q_INVOKABLE void seekTo(double fraction);
 
     Q_INVOKABLE void toggleFullScreen();
 
+    double stepOfSeek() const { return seekStep; }
     bool canSeek() const { return m_canSeek; }
     void setCanSeek(bool can);
 

@@ -2,10 +2,11 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Tarnwick.Assets
+import Tarnwick.Controls
 import Tarnwick.Display
 
 // The times of the track, and between them how much of it has been played.
-Item {
+QuietValue {
     id: root
 
     required property PanelItem panel
@@ -15,8 +16,17 @@ Item {
 
     readonly property rect bar: panel.progressBar
 
-    Accessible.role: Accessible.ProgressBar
-    Accessible.name: root.panel.elapsedText + " / " + root.panel.durationText
+    // Told to whoever asks, and not at every second.
+    current: root.panel.progress * maximumValue
+    maximumValue: root.panel.view.musicSource.trackDuration
+    stepSize: root.gestures.seekStep
+    onAsked: value => root.gestures.seekTo(value / maximumValue)
+    readonly property string spokenNow: root.panel.elapsedText + " / " + root.panel.durationText
+
+    Accessible.role: root.gestures.canSeek ? Accessible.Slider : Accessible.ProgressBar
+    Accessible.name: qsTr("Position")
+    Accessible.onIncreaseAction: root.gestures.seekBy(root.gestures.seekStep)
+    Accessible.onDecreaseAction: root.gestures.seekBy(-root.gestures.seekStep)
 
     FigureRow {
         text: root.panel.elapsedText

@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Tarnwick.Assets
+import Tarnwick.Controls
 import Tarnwick.Display
 
 // What is played, in the top right corner. The item covers the whole window; where everything stands is
@@ -16,6 +17,8 @@ PanelItem {
 
     Accessible.role: Accessible.Pane
     Accessible.name: sentence
+
+    Told { text: root.sentence }
 
     component Yielding: Item {
         required property int block
@@ -95,6 +98,12 @@ PanelItem {
 
         Yielding {
             block: PanelItem.Clock
+
+            readonly property string spokenNow: root.clockText
+
+            Accessible.role: Accessible.Clock
+            Accessible.name: qsTr("Clock")
+            Accessible.ignored: !root.hasClock
 
             FigureRow {
                 visible: root.hasClock

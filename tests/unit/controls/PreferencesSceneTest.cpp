@@ -169,7 +169,7 @@ TEST_F(PreferencesSceneTest, TheKeyboardReachesEverythingAndEverythingHasANameAn
     for (const char* each :
          {"CheckBox Rotate record during playback", "CheckBox Sample Rate", "Grouping Background",
           "Grouping Playlist Background", "ComboBox Record Image", "CheckBox Date & Time",
-          "ComboBox Choose Track Info Font", "Button Remove selected clock font", "Button Import Track Font",
+          "ComboBox Font of Track Info", "Button Remove selected clock font", "Button Import Track Font",
           "Grouping Tracklist Style"})
         EXPECT_TRUE(told.contains(QString::fromLatin1(each))) << each;
     for (const QString& each : told)
