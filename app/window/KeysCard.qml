@@ -38,7 +38,7 @@ Popup {
 
     background: Rectangle {
         radius: 22 * card.unit
-        color: "#f2202022"
+        color: "#fb202022"
         border { width: 1; color: Theme.noticeEdge }
     }
 

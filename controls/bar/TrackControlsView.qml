@@ -150,6 +150,8 @@ FocusScope {
             Keys.onEscapePressed: root.leaveByTab()
 
             Row {
+                id: buttons
+
                 anchors.horizontalCenter: parent.horizontalCenter
                 y: Math.round(front.centreY - 4 * root.point - 12 * root.s - height / 2)
                 spacing: 24 * root.s
@@ -220,6 +222,8 @@ FocusScope {
                 controls: root.controls
                 point: root.point
                 s: root.s
+                // As high as a finger needs it, as far as the buttons above leave room.
+                reach: Math.max(6 * s, Math.min((44 * root.point - height) / 2, y - buttons.y - buttons.height))
             }
         }
     }

@@ -21,6 +21,9 @@ Item {
     readonly property real maximumValue: 1
     readonly property real stepSize: 0.05
 
+    /// How far beyond its height it takes a press.
+    property real reach: 6 * s
+
     readonly property real knobSize: 18 * s
     readonly property real travel: width - knobSize
 
@@ -92,13 +95,13 @@ Item {
         property real grip: 0
 
         function take(x: real): void {
-            const distance = x + anchors.margins - (knob.x + slider.knobSize / 2);
+            const distance = x + x0 - (knob.x + slider.knobSize / 2);
             grip = Math.abs(distance) <= slider.knobSize / 2 ? distance : 0;
             follow(x);
         }
 
         function follow(x: real): void {
-            const place = x - grip + anchors.margins - slider.knobSize / 2;
+            const place = x - grip + x0 - slider.knobSize / 2;
             const level = Math.min(1, Math.max(0, place / slider.travel));
             if (level === slider.position)
                 return;
@@ -106,8 +109,9 @@ Item {
             slider.controls.setVolume(level);
         }
 
-        anchors.fill: parent
-        anchors.margins: -6 * slider.s
+        readonly property real x0: -6 * slider.s
+
+        anchors { fill: parent; leftMargin: x0; rightMargin: x0; topMargin: -slider.reach; bottomMargin: -slider.reach }
         preventStealing: true
         onPressed: mouse => {
             isDropped = !slider.controls.takesPressOfSlider();

@@ -100,9 +100,10 @@ Item {
                     font.pixelSize: Theme.bodySize
                     font.weight: segment.isChosen ? Font.DemiBold : Font.Normal
                 }
-                MouseArea {
-                    anchors.fill: parent
-                    onClicked: picker.picked(segment.index)
+                // Takes fingers as they are, and leaves the scrolling to the view.
+                TapHandler {
+                    gesturePolicy: TapHandler.ReleaseWithinBounds
+                    onTapped: segment.choose()
                 }
             }
         }

@@ -281,6 +281,35 @@ TEST_F(PreferencesSceneTest, WhatIsOffAndWhatRemovesCanBeToldInLightAndInDark) {
     }
 }
 
+TEST_F(PreferencesSceneTest, TheContentScrollsUnderAFingerAndTakesItsTaps) {
+    QQuickItem* view = showPreferences({590, 560});
+    auto* flickable = view->property("flickable").value<QQuickItem*>();
+    const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
+    const auto finger = [&] { return QTest::touchEvent(window.get(), screen.get(), false); };
+    const auto tap = [&](const QQuickItem* item) {
+        const QPoint place = item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
+        finger().press(0, place).commit();
+        finger().release(0, place).commit();
+    };
+    const BackgroundOption before = settings.backgroundOption();
+    const QPoint from = centre(one(view, "modelData", "Shapes"));
+    finger().press(0, from).commit();
+    for (int y = 20; y <= 300; y += 20) {
+        finger().move(0, from - QPoint(0, y)).commit();
+        QTest::qWait(20);
+    }
+    finger().release(0, from - QPoint(0, 300)).commit();
+    EXPECT_TRUE(waitFor([&] { return flickable->property("contentY").toDouble() > 100; }));
+    EXPECT_TRUE(waitFor([&] { return !flickable->property("moving").toBool(); }));
+    EXPECT_EQ(settings.backgroundOption(), before) << "it was moved and not tapped";
+    flickable->setProperty("contentY", 500);
+    settings.setTracklistStyle(TracklistStyle::Standard);
+    tap(find(view, "modelData", "Dynamic").last());
+    EXPECT_EQ(settings.tracklistStyle(), TracklistStyle::Dynamic) << "at once";
+    tap(one(view, "key", "showDateAndTime"));
+    EXPECT_TRUE(settings.showDateAndTime());
+}
+
 TEST_F(PreferencesSceneTest, ThePreferencesWindowExistsOnceUntilItIsClosed) {
     PreferencesWindowOpener opener(engine, settings, model);
     opener.open();
