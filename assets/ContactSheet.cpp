@@ -32,7 +32,8 @@ constexpr double captionLine = 1;
 constexpr int comfortableWidth = 1800;
 constexpr double comfortableUnit = 16; ///< pixels
 
-const QColor ground(0x3b, 0x3e, 0x42);
+const QColor greyGround(0x3b, 0x3e, 0x42);
+const QColor darkGround(0x12, 0x13, 0x15);
 const QColor paper(0xe8, 0xe8, 0xea);
 
 QFont captionFont(double unit) {
@@ -147,11 +148,11 @@ QSize contactSheetSize(const Catalogue& catalogue) {
     return {comfortableWidth, static_cast<int>(std::ceil(height))};
 }
 
-QImage contactSheet(const Catalogue& catalogue, QSize size) {
+QImage contactSheet(const Catalogue& catalogue, QSize size, bool isDark) {
     QImage sheet(size, QImage::Format_RGB32);
     if (sheet.isNull())
         return sheet;
-    sheet.fill(ground);
+    sheet.fill(isDark ? darkGround : greyGround);
     const auto grids = makeGrids(catalogue);
     double fits = 0;
     double tooLarge = size.width();

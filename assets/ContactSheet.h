@@ -8,7 +8,7 @@ namespace tarnwick {
 QSize contactSheetSize(const Catalogue& catalogue);
 
 /// Every picture of a catalogue with its whole name, kind by kind, as large as fits into `size` device
-/// pixels.
-QImage contactSheet(const Catalogue& catalogue, QSize size);
+/// pixels, on a grey ground or on one that is nearly black.
+QImage contactSheet(const Catalogue& catalogue, QSize size, bool isDark = false);
 
 } // namespace tarnwick

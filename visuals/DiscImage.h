@@ -50,10 +50,10 @@ public:
     /// The catalogue's name of it; empty for a picture from elsewhere and for a printed disc.
     QString name() const;
 
-    /// Drawn `side` device pixels wide and high, premultiplied, clipped to a circle with one clear pixel
-    /// round it, so that it has a smooth edge at every angle. Takes tens of milliseconds: call it off the
-    /// main thread. Null when the picture is none or turns out to be broken, or `side` is under
-    /// `smallestSide`.
+    /// Drawn `side` device pixels wide and high, premultiplied. A picture from elsewhere is clipped to a
+    /// circle with one clear pixel round it, so that it has a smooth edge at every angle; the catalogue's
+    /// discs have one of their own. Takes tens of milliseconds: call it off the main thread. Null when the
+    /// picture is none or turns out to be broken, or `side` is under `smallestSide`.
     std::shared_ptr<const QImage> render(int side) const;
 
     /// The same, with a drawing of it at hand for as long as its owner keeps it.

@@ -20,7 +20,8 @@ QStringList generatedRecordTags();
 RecordPrint printFor(const QString& tag, const RecordPrint& print);
 
 /// The disc `tag` bearing `cover`. None when no record is made for such a tag, and, with a line for `log`,
-/// when the picture it is printed on is missing.
+/// when the picture it is printed on is missing. Where the cover's pixels turn out broken, drawing gives the
+/// disc without a print.
 DiscImage makeGeneratedRecord(const Catalogue& catalogue, const images::Image& cover, const QString& tag,
                               const RecordPrint& print, const std::function<void(const QString&)>& log);
 

@@ -31,7 +31,7 @@ struct Request {
     QString view;
     QSize size;
     bool isFlipped = false;
-    bool isDark = false; ///< of the preferences' surroundings
+    bool isDark = false; ///< of the surroundings
     std::chrono::milliseconds after{};
     SnapshotStage::Options stage;
 };
@@ -90,7 +90,6 @@ std::variant<Request, Problem> readRequest(const Invocation& invocation) {
             .arg(scene, musicapp::demoSceneNames().join(QStringLiteral(", ")));
     request.stage.scene = *demoScene;
     const auto sizeText = invocation.option(QStringLiteral("size"));
-    const bool isPreferences = request.view == QLatin1String("preferences");
     const auto size = sizeText ? parseSize(*sizeText) : wholeSize(request.view);
     if (!size)
         return QStringLiteral("--size is WxH in pixels, at most %1x%2, not '%3'")
@@ -100,8 +99,10 @@ std::variant<Request, Problem> readRequest(const Invocation& invocation) {
     request.size = *size;
     request.isFlipped = invocation.has(QStringLiteral("flipped"));
     request.isDark = invocation.has(QStringLiteral("dark"));
-    if (request.isDark && !isPreferences)
-        return QStringLiteral("--dark goes with --view preferences only; the others look alike everywhere");
+    if (request.isDark && request.view != QLatin1String("preferences") &&
+        request.view != QLatin1String("assets"))
+        return QStringLiteral(
+            "--dark goes with --view preferences and assets only; the others look alike everywhere");
     request.stage.isFullScreen = invocation.has(QStringLiteral("fullscreen"));
     request.after = restingTime;
     if (const auto after = invocation.option(QStringLiteral("after"))) {
@@ -119,7 +120,7 @@ std::variant<Request, Problem> readRequest(const Invocation& invocation) {
 /// The view as a picture; null when it cannot be made.
 QImage paint(const Request& request) {
     if (request.view == QLatin1String("assets"))
-        return contactSheet(Catalogue::shared(), request.size);
+        return contactSheet(Catalogue::shared(), request.size, request.isDark);
     if (request.view == QLatin1String("splash"))
         return *Catalogue::shared().picture(QStringLiteral("applogo800"), request.size);
     SnapshotStage stage(request.stage);

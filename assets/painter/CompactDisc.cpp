@@ -90,8 +90,8 @@ private:
     /// The clear hub and the clear rim.
     Sample plasticAt(const Point& point) const {
         const float facing = point.facing(reliefAzimuth);
-        float alpha = 0.22F + 0.20F * bell(point.r, 0.28F, 0.008F) + 0.22F * bell(point.r, 0.322F, 0.006F);
-        float light = 0.34F + 0.14F * facing;
+        float alpha = 0.34F + 0.20F * bell(point.r, 0.28F, 0.008F) + 0.22F * bell(point.r, 0.322F, 0.006F);
+        float light = 0.52F + 0.16F * facing;
         const auto glint = [&](float azimuth, float width) { return bell(point.across(azimuth), 0, width); };
         light += 0.75F * glint(keyAzimuth, 0.16F) + 0.40F * glint(fillAzimuth - 0.3F, 0.12F);
         alpha += 0.12F * glint(keyAzimuth, 0.16F);
@@ -105,12 +105,12 @@ private:
     Rgb metalAt(const Point& point) const {
         const auto lobe = [&](float azimuth, float width) { return bell(point.across(azimuth), 0, width); };
         const float facing = point.facing(reliefAzimuth);
-        float room = 0.36F + 0.09F * facing - 0.13F * lobe(keyAzimuth, 0.62F) +
+        float room = 0.415F + 0.09F * facing - 0.13F * lobe(keyAzimuth, 0.62F) +
                      0.20F * lobe(fillAzimuth - 0.30F, 0.16F) + 0.34F * lobe(keyAzimuth - 0.56F, 0.10F) +
                      0.22F * lobe(keyAzimuth + 0.60F, 0.13F) - 0.12F * lobe(keyAzimuth + pi / 2, 0.40F);
         const bool blank = m_disc.label.style == LabelStyle::None;
         if (blank) {
-            const float satin = 0.50F + 0.10F * facing + 0.22F * lobe(keyAzimuth, 0.36F) +
+            const float satin = 0.575F + 0.10F * facing + 0.22F * lobe(keyAzimuth, 0.36F) +
                                 0.10F * lobe(fillAzimuth + 0.2F, 0.22F);
             room = mix(room, satin, 0.72F);
         }

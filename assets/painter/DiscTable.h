@@ -92,6 +92,7 @@ struct Disc {
     int bands = 0;
     Surface surface = {};
     std::array<Drops, 3> drops = {};
+    std::uint32_t pour = 0;                       ///< which of the many pours that a seed can give
     std::array<float, 2> shares = {0.36F, 0.70F}; ///< of a pour: where the second and third tone begin
     float rainbow = 0;
     ReelLook reel = {};

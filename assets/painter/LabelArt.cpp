@@ -45,15 +45,19 @@ void band(LabelCanvas& label) {
     label.painter().restore();
     label.setPen(label.ink());
     label.finePrintRing(0.915, 0.042);
-    label.text(label.name().left(4), -0.45, 0, {0.16, 0.15, 0.34});
-    label.text(label.name().mid(4), 0.47, 0, {0.16, 0.15, 0.34});
+    // Both parts as far from the hole, though one is wider.
+    const StrokeType type{0.16, 0.15, 0.34};
+    const QString before = label.name().left(4), after = label.name().mid(4);
+    constexpr double fromMiddle = 0.19;
+    label.text(before, -fromMiddle - strokeWidth(before, type) / 2, 0, type);
+    label.text(after, fromMiddle + strokeWidth(after, type) / 2, 0, type);
     label.rows(-0.58, 4);
     label.rows(0.34, 5, 0.05, 0, 60);
 }
 
 void ringType(LabelCanvas& label) {
     label.ring(0.89, 0.20, label.accent());
-    label.setPen(label.paper());
+    label.setPen(label.readableOn(label.accent()));
     label.finePrintRing(0.885, 0.062);
     label.setPen(label.ink());
     label.text(label.name(), 0, -0.42, {0.145, 0.145, 0.34});
@@ -140,16 +144,14 @@ void deck(LabelCanvas& label) {
 }
 
 void juke(LabelCanvas& label) {
-    label.ring(0.955, 0.016, label.ink());
-    label.ring(0.50, 0.03, label.accent());
+    label.ring(0.975, 0.016, label.ink());
+    label.ring(0.50, 0.03, label.ink());
     label.setPen(label.ink());
-    label.textOnCircle(label.name(), 0.73, 0, {0.15, 0.15, 0.34});
-    label.textOnCircle(QStringLiteral("45"), 0.73, 180, {0.15, 0.15, 0.34}, true);
-    for (const int degrees : {90, 270}) {
-        label.textOnCircle(label.word(degrees), 0.80, degrees, {0.055, 0.14, 0.36});
-        label.textOnCircle(label.word(degrees + 1) + u' ' + label.word(degrees + 2), 0.69, degrees,
-                           {0.045, 0.14, 0.36});
-    }
+    label.finePrintRing(0.905, 0.036);
+    label.textOnCircle(label.name(), 0.70, 0, {0.145, 0.15, 0.34});
+    label.textOnCircle(QStringLiteral("45"), 0.70, 180, {0.145, 0.15, 0.34}, true);
+    for (const int degrees : {125, 235})
+        label.textOnCircle(label.word(degrees), 0.70, degrees, {0.055, 0.14, 0.36}, true);
 }
 
 void print(LabelCanvas& label) {
@@ -266,6 +268,8 @@ QImage labelArt(const Disc& disc) {
         label.circle(1, label.paper());
     label.setPen(label.ink());
     paintStyle(label, disc.label.style);
+    if (!disc.label.inkOnly && label.isDark())
+        label.ring(0.988, 0.018, label.edge());
     painter.end();
     return art.convertToFormat(QImage::Format_ARGB32);
 }

@@ -1,7 +1,10 @@
 #include "assets/painter/LabelCanvas.h"
 
+#include "assets/painter/Linear.h"
+
 #include <QtMath>
 
+#include <algorithm>
 #include <array>
 
 namespace tarnwick::painter {
@@ -11,6 +14,10 @@ namespace {
 /// The fine print: words of the letters there are.
 constexpr std::array words{"TRAIN", "ATTIC", "ARCTIC", "KIWI", "CAIRN", "TWIN", "RAIN", "TRACK",
                            "WAIT",  "TIARA", "CRANK",  "RACK", "TANK",  "INK",  "TACT", "WARRANT"};
+
+double luminanceOf(const QColor& colour) {
+    return static_cast<double>(linearOf(colour.rgb() & 0xFFFFFF).luminance());
+}
 
 } // namespace
 
@@ -74,6 +81,24 @@ void LabelCanvas::plate(double radius, double edge, double nameRadius) {
     text(m_speed, -0.33, 0.02, {0.07});
     text(QStringLiteral("1"), 0.33, 0.02, {0.07});
     rows(0.24, 3);
+}
+
+bool LabelCanvas::isDark() const { return luminanceOf(m_paper) < 0.03; }
+
+QColor LabelCanvas::edge() const {
+    constexpr double light = 0.34;
+    const auto lit = [](double channel, double towards) { return channel + light * (towards - channel); };
+    return QColor::fromRgbF(static_cast<float>(lit(m_paper.redF(), m_ink.redF())),
+                            static_cast<float>(lit(m_paper.greenF(), m_ink.greenF())),
+                            static_cast<float>(lit(m_paper.blueF(), m_ink.blueF())));
+}
+
+const QColor& LabelCanvas::readableOn(const QColor& ground) const {
+    const auto contrast = [&](const QColor& colour) {
+        const double a = luminanceOf(colour), b = luminanceOf(ground);
+        return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+    };
+    return contrast(m_paper) >= contrast(m_ink) ? m_paper : m_ink;
 }
 
 QString LabelCanvas::word(int index) const {

@@ -39,6 +39,13 @@ public:
     /// A round plate in the middle that bears the type where the rest is a pattern.
     void plate(double radius, double edge, double nameRadius);
 
+    /// Whether the paper is so dark that its edge is lost on a dark disc.
+    bool isDark() const;
+    /// Of dark paper: how it looks from its side, where light falls on it.
+    QColor edge() const;
+    /// The paper's colour or the ink's, whichever can be read better on `ground`.
+    const QColor& readableOn(const QColor& ground) const;
+
     QPainter& painter() { return m_painter; }
     const QColor& paper() const { return m_paper; }
     const QColor& ink() const { return m_ink; }

@@ -12,7 +12,7 @@ constexpr float ringTo = 0.97F;
 
 class Marble : public Material {
 public:
-    explicit Marble(const Disc& disc) : m_seed(disc.seed * 71), m_shares(disc.shares) {
+    explicit Marble(const Disc& disc) : m_seed((disc.seed + 100 * disc.pour) * 71), m_shares(disc.shares) {
         for (std::size_t i = 0; i < m_tones.size(); ++i)
             m_tones[i] = linearOf(disc.tones[i]);
         balance();

@@ -43,8 +43,8 @@ public:
         : m_field(static_cast<std::size_t>(side) * side), m_seed(seed) {
         Draw draw(seed);
         std::array<float, jets> directions{};
-        for (float& direction : directions)
-            direction = turn * draw.next();
+        for (std::size_t i = 0; i < jets; ++i) // to all sides
+            directions[i] = turn * (static_cast<float>(i) + draw.next()) / jets;
         for (int i = 0; i < drops.count; ++i)
             add(drops, draw, directions);
         roughen();

@@ -1,8 +1,10 @@
 #include "assets/Catalogue.h"
 
+#include <QPainter>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 
 namespace tarnwick {
@@ -98,6 +100,27 @@ TEST(Catalogue, TheMarkKeepsItsProportionsInEveryWindow) {
         const int middle = size.height() / 2;
         EXPECT_GT(picture->pixelColor(int(centre - 330 * scale), middle).red(), 200);
         EXPECT_LT(picture->pixelColor(int(centre + 330 * scale), middle).red(), 60);
+    }
+}
+
+TEST(Catalogue, TheHubOfACompactDiscStandsOutFromADarkGround) {
+    constexpr int side = 400;
+    const QColor ground(0x3e, 0x3e, 0x3e);
+    for (const char* name : {"cddefault", "cdblank"}) {
+        const auto picture = Catalogue::shared().picture(QString::fromLatin1(name), QSize(side, side));
+        ASSERT_TRUE(picture);
+        QImage shown(side, side, QImage::Format_RGB32);
+        shown.fill(ground);
+        QPainter(&shown).drawImage(0, 0, *picture);
+        double sum = 0;
+        int count = 0;
+        for (int degrees = 0; degrees < 360; ++degrees) {
+            const double angle = degrees * M_PI / 180;
+            for (double r = 0.15; r < 0.31; r += 0.01, ++count)
+                sum += qGray(shown.pixel(int(side / 2 * (1 + r * std::cos(angle))),
+                                         int(side / 2 * (1 + r * std::sin(angle)))));
+        }
+        EXPECT_GT(sum / count, qGray(ground.rgb()) + 33) << name;
     }
 }
 
