@@ -31,11 +31,12 @@ Rgb spectral(float nanometres) {
     return {peak(615, 52) + 0.28F * peak(432, 26), peak(540, 46), peak(458, 36)};
 }
 
-/// The light that a grating sends back at an obliqueness, all orders together.
-Rgb diffracted(float obliqueness) {
-    constexpr std::array orders{1.0F, 0.85F, 0.40F};
+constexpr std::array orders{1.0F, 0.85F, 0.40F};
+
+/// The light that a grating sends back at an obliqueness, the first `count` orders together.
+Rgb diffracted(float obliqueness, std::size_t count) {
     Rgb sum;
-    for (std::size_t i = 0; i < orders.size(); ++i)
+    for (std::size_t i = 0; i < count; ++i)
         sum += spectral(1600 * obliqueness / static_cast<float>(i + 1)) * orders[i];
     return sum;
 }
@@ -50,9 +51,11 @@ public:
                               0.5F * valueNoise(r / (17 * pixel), disc.seed + 6);
                    }),
           m_relief(0.4F, [](float r) { return reliefAt(r); }) {
-        for (std::size_t i = 0; i < m_spectrum.size(); ++i)
-            m_spectrum[i] =
-                diffracted(spectrumReach * static_cast<float>(i) / static_cast<float>(m_spectrum.size()));
+        for (std::size_t i = 0; i < m_spectrum.size(); ++i) {
+            const float u = spectrumReach * static_cast<float>(i) / static_cast<float>(m_spectrum.size());
+            m_spectrum[i] = diffracted(u, orders.size());
+            m_firstOrder[i] = diffracted(u, 1);
+        }
     }
 
     Sample at(int column, int row) const override {
@@ -135,10 +138,12 @@ private:
                                      spacing / (fan.width * std::sqrt(pi));
                 if (weight < 0.002F)
                     continue;
-                const float u = std::abs(k * point.facing(azimuth) - fan.k1 * point.r);
-                const auto index =
-                    static_cast<std::size_t>(u / spectrumReach * static_cast<float>(m_spectrum.size()));
-                sum += m_spectrum[std::min(index, m_spectrum.size() - 1)] * (weight * fan.strength);
+                // On the side of the lamp the second order would be no more than a lone spot of its violet.
+                const float u = k * point.facing(azimuth) - fan.k1 * point.r;
+                const auto& spectrum = u > 0 ? m_firstOrder : m_spectrum;
+                const auto index = static_cast<std::size_t>(std::abs(u) / spectrumReach *
+                                                            static_cast<float>(spectrum.size()));
+                sum += spectrum[std::min(index, spectrum.size() - 1)] * (weight * fan.strength);
             }
         }
         return sum;
@@ -149,7 +154,8 @@ private:
     Rgb m_tone;
     RadialTable m_ripple;
     RadialTable m_relief;
-    std::array<Rgb, 2048> m_spectrum;
+    std::array<Rgb, 2048> m_spectrum; ///< by obliqueness, up to `spectrumReach`
+    std::array<Rgb, 2048> m_firstOrder;
 };
 
 } // namespace
