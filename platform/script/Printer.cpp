@@ -1,7 +1,7 @@
 #include "platform/script/Printer.h"
 
 #include "platform/script/Coercion.h"
-#include "platform/script/Token.h"
+#include "platform/script/Keyword.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,95 +1,11 @@
 #pragma once
 
 #include "platform/script/Error.h"
+#include "platform/script/Keyword.h"
 
 #include <QString>
 
 namespace tarnwick::script {
-
-/// The language's reserved words. An application's terminology may use them inside of its phrases.
-enum class Keyword : quint8 {
-    None, // an identifier, or a word of a terminology
-    And,
-    As,
-    Back,
-    Beginning,
-    Begins,
-    But,
-    By,
-    Comes,
-    Considering,
-    Contains,
-    Copy,
-    Div,
-    Does,
-    Doesnt, // doesn't
-    Else,
-    End,
-    Ends,
-    Equal,
-    Equals,
-    Error,
-    Every,
-    Exit,
-    False,
-    First,
-    Second,
-    Third,
-    Fourth,
-    Fifth,
-    Sixth,
-    Seventh,
-    Eighth,
-    Ninth,
-    Tenth,
-    From,
-    Front,
-    Get,
-    Given,
-    Global,
-    Greater,
-    If,
-    Ignoring,
-    In,
-    Is,
-    Isnt, // isn't
-    It,
-    Its,
-    Last,
-    Less,
-    Local,
-    Me,
-    Middle,
-    Mod,
-    My,
-    Not,
-    Of,
-    On,
-    Or,
-    Property,
-    Repeat,
-    Return,
-    Script,
-    Set,
-    Some,
-    Starts,
-    Tell,
-    Than,
-    That,
-    The,
-    Then,
-    Thru,
-    Times,
-    To,
-    True,
-    Try,
-    Until,
-    Where,
-    While,
-    Whose,
-    With,
-    Without,
-};
 
 enum class TokenKind : quint8 {
     End,
@@ -134,9 +50,5 @@ struct Token {
     /// How an error message calls it: "identifier", "end of line", "“then”".
     QString description() const;
 };
-
-/// The reserved word that `word` is, letter case aside; None for any other.
-Keyword keywordOf(const QString& word);
-inline bool isReservedWord(const QString& word) { return keywordOf(word) != Keyword::None; }
 
 } // namespace tarnwick::script

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <QString>
+
+namespace tarnwick::script {
+
+/// The language's reserved words. An application's terminology may use them inside of its phrases.
+enum class Keyword : quint8 {
+    None, // an identifier, or a word of a terminology
+    And,
+    As,
+    Back,
+    Beginning,
+    Begins,
+    But,
+    By,
+    Comes,
+    Considering,
+    Contains,
+    Copy,
+    Div,
+    Does,
+    Doesnt, // doesn't
+    Else,
+    End,
+    Ends,
+    Equal,
+    Equals,
+    Error,
+    Every,
+    Exit,
+    False,
+    First,
+    Second,
+    Third,
+    Fourth,
+    Fifth,
+    Sixth,
+    Seventh,
+    Eighth,
+    Ninth,
+    Tenth,
+    From,
+    Front,
+    Get,
+    Given,
+    Global,
+    Greater,
+    If,
+    Ignoring,
+    In,
+    Is,
+    Isnt, // isn't
+    It,
+    Its,
+    Last,
+    Less,
+    Local,
+    Me,
+    Middle,
+    Mod,
+    My,
+    Not,
+    Of,
+    On,
+    Or,
+    Property,
+    Repeat,
+    Return,
+    Script,
+    Set,
+    Some,
+    Starts,
+    Tell,
+    Than,
+    That,
+    The,
+    Then,
+    Thru,
+    Times,
+    To,
+    True,
+    Try,
+    Until,
+    Where,
+    While,
+    Whose,
+    With,
+    Without,
+};
+
+/// The reserved word that `word` is, letter case aside; None for any other.
+Keyword keywordOf(const QString& word);
+inline bool isReservedWord(const QString& word) { return keywordOf(word) != Keyword::None; }
+
+} // namespace tarnwick::script
