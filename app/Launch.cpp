@@ -5,7 +5,7 @@
 #include "app/desktop/ScreenProbe.h"
 #include "app/program/MusicSession.h"
 #include "platform/fonts/FontRegistry.h"
-#include "platform/musicapp/mpris/MprisMusic.h"
+#include "players/mpris/MprisMusic.h"
 
 #include <QDBusConnection>
 #include <QFont>
@@ -52,7 +52,7 @@ void endOnFatal(QtMsgType type, const QMessageLogContext& context, const QString
 /// is.
 class NoBusOfItsOwn {
 public:
-    NoBusOfItsOwn() : m_isNeeded(!musicapp::MprisMusic::hasSessionBus()) {
+    NoBusOfItsOwn() : m_isNeeded(!players::MprisMusic::hasSessionBus()) {
         if (m_isNeeded)
             qputenv(variable, "unix:path=/dev/null");
     }

@@ -2,8 +2,8 @@
 // Usage: album_bench [FILES]
 
 #include "app/program/MusicSession.h"
-#include "platform/musicapp/tags/AlbumFolder.h"
-#include "platform/musicapp/tags/TagCache.h"
+#include "players/tags/AlbumFolder.h"
+#include "players/tags/TagCache.h"
 #include "tests/fakes/FakePlayer.h"
 #include "tests/fakes/PrivateBus.h"
 
@@ -83,14 +83,14 @@ void measureAlbum(int files) {
     int readAgain = 0;
     for (std::size_t run = 0; run < alone.size(); ++run) {
         alone[run] = tagLibAlone(folder, names);
-        musicapp::TagCache cache;
+        players::TagCache cache;
         const auto facts = cache.read(first);
         auto begin = Clock::now();
-        const auto tracks = musicapp::readAlbum(*facts, *facts, cache, [] { return false; });
+        const auto tracks = players::readAlbum(*facts, *facts, cache, [] { return false; });
         ours[run] = milliseconds(begin);
         const int read = cache.readCount();
         begin = Clock::now();
-        musicapp::readAlbum(*facts, *facts, cache, [] { return false; });
+        players::readAlbum(*facts, *facts, cache, [] { return false; });
         again[run] = milliseconds(begin);
         readAgain += cache.readCount() - read;
         if (static_cast<int>(tracks.size()) != files)

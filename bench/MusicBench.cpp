@@ -3,9 +3,9 @@
 #include "music/MusicSource.h"
 #include "music/Scripts.h"
 #include "platform/dispatch/SystemDispatcher.h"
-#include "platform/musicapp/demo/DemoMusic.h"
-#include "platform/script/Host.h"
-#include "platform/script/Interpreter.h"
+#include "players/demo/DemoMusic.h"
+#include "script/run/Host.h"
+#include "script/run/Interpreter.h"
 
 #include <QEventLoop>
 #include <QGuiApplication>
@@ -36,7 +36,7 @@ struct Demo {
 
     dispatch::SystemDispatcher dispatcher;
     std::shared_ptr<images::ImageStore> images;
-    musicapp::DemoMusic music;
+    players::DemoMusic music;
     script::Interpreter interpreter;
     SilentHost host;
 };

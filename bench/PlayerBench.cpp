@@ -3,9 +3,9 @@
 
 #include "music/MusicSource.h"
 #include "platform/dispatch/SystemDispatcher.h"
-#include "platform/musicapp/mpris/MprisMusic.h"
-#include "platform/script/Host.h"
-#include "platform/script/Interpreter.h"
+#include "players/mpris/MprisMusic.h"
+#include "script/run/Host.h"
+#include "script/run/Interpreter.h"
 #include "tests/fakes/FakePlayer.h"
 #include "tests/fakes/PrivateBus.h"
 
@@ -39,7 +39,7 @@ void trackChange(benchmark::State& state) {
     player.appear();
     dispatch::SystemDispatcher dispatcher;
     auto images = std::make_shared<images::ImageStore>(dispatcher);
-    musicapp::MprisMusic music({.busAddress = bus.address()}, dispatcher, *images);
+    players::MprisMusic music({.busAddress = bus.address()}, dispatcher, *images);
     dispatcher.runAndWait(dispatch::QualityOfService::Background, [&] { music.waitUntilReady(5s); });
     script::Interpreter interpreter(music.scripting());
     SilentHost host;

@@ -2,8 +2,8 @@
 // algorithm in Lua 5.4: both read the tracks, group them by disc and sort each disc with two nested loops.
 
 #include "music/Scripts.h"
-#include "platform/script/Host.h"
-#include "platform/script/Interpreter.h"
+#include "script/run/Host.h"
+#include "script/run/Interpreter.h"
 #include "tests/fakes/FakeMusic.h"
 
 #include <benchmark/benchmark.h>

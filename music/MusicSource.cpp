@@ -57,19 +57,19 @@ MusicSource* MusicSource::shared() { return sharedSource; }
 
 void MusicSource::setShared(MusicSource* source) { sharedSource = source; }
 
-void MusicSource::follow(musicapp::MusicApplication& music) {
+void MusicSource::follow(players::MusicApplication& music) {
     m_followed = &music;
-    music.setChangeHandler([link = m_link](musicapp::Changes changes) {
+    music.setChangeHandler([link = m_link](players::Changes changes) {
         // A flood of announcements is one question.
         if (link->announced.fetch_or(changes.toInt()) == 0)
             link->parts.dispatcher.globalQueue(QualityOfService::Default).async([link] {
-                answerAnnouncement(link, musicapp::Changes::fromInt(link->announced.exchange(0)));
+                answerAnnouncement(link, players::Changes::fromInt(link->announced.exchange(0)));
             });
     });
 }
 
-void MusicSource::answerAnnouncement(const std::shared_ptr<Link>& link, musicapp::Changes changes) {
-    using musicapp::Change;
+void MusicSource::answerAnnouncement(const std::shared_ptr<Link>& link, players::Changes changes) {
+    using players::Change;
     if (changes & (Change::Track | Change::State | Change::Position | Change::Library | Change::Player))
         requestNowPlaying(link, {});
     if (changes & (Change::Shuffle | Change::Player))

@@ -7,7 +7,7 @@
 #include "platform/dispatch/Dispatcher.h"
 #include "platform/dispatch/SerialQueue.h"
 #include "platform/images/ImageStore.h"
-#include "platform/musicapp/MusicApplication.h"
+#include "players/MusicApplication.h"
 
 #include <QObject>
 
@@ -96,7 +96,7 @@ public:
     bool isWithoutCover() const { return m_isPlayerActive && m_currentAlbumArtwork == m_parts.noCover; }
 
     /// Refreshes whenever `music` announces a change, until the source is destroyed.
-    void follow(musicapp::MusicApplication& music);
+    void follow(players::MusicApplication& music);
 
     /// Starts the polls: the now-playing facts and the volume every 5 s, shuffle every 10 s, all at
     /// once for the first time. Replaces polls that run.
@@ -196,7 +196,7 @@ private:
     static void requestShuffle(const std::shared_ptr<Link>& link, const QString& text,
                                dispatch::Task applied);
     static void requestVolume(const std::shared_ptr<Link>& link, dispatch::Task applied);
-    static void answerAnnouncement(const std::shared_ptr<Link>& link, musicapp::Changes changes);
+    static void answerAnnouncement(const std::shared_ptr<Link>& link, players::Changes changes);
 
     void applyNowPlayingReply(const script::Descriptor& reply, const QString& folder);
     void applyTrackFacts(const script::Descriptor& reply);
@@ -209,7 +209,7 @@ private:
 
     Parts m_parts;
     std::shared_ptr<Link> m_link;
-    musicapp::MusicApplication* m_followed = nullptr;
+    players::MusicApplication* m_followed = nullptr;
     ChangePass m_changes;
     QString m_albumIdentity;
     std::optional<QString> m_albumOfTracks; ///< the identity of the album that the list is of

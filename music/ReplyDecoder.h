@@ -1,7 +1,7 @@
 #pragma once
 
 #include "music/DiscTrack.h"
-#include "platform/script/Descriptor.h"
+#include "script/values/Descriptor.h"
 
 #include <QList>
 #include <QStringList>

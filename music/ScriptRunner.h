@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/dispatch/Dispatcher.h"
-#include "platform/script/Interpreter.h"
+#include "script/run/Interpreter.h"
 
 #include <QHash>
 #include <QString>

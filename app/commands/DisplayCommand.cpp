@@ -5,7 +5,7 @@
 #include "app/desktop/Leave.h"
 #include "app/desktop/Memory.h"
 #include "app/program/DisplayProgram.h"
-#include "platform/musicapp/mpris/MprisMusic.h"
+#include "players/mpris/MprisMusic.h"
 
 #include <QGuiApplication>
 
@@ -24,7 +24,7 @@ int runDisplay(const Invocation& invocation) {
 }
 
 int runShow() {
-    if (!musicapp::MprisMusic::hasSessionBus())
+    if (!players::MprisMusic::hasSessionBus())
         return nobodyRuns;
     const auto bus =
         QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("tarnwick-show"));

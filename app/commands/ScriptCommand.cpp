@@ -1,7 +1,7 @@
 #include "app/commandline/Answer.h"
 #include "app/commands/Commands.h"
 #include "app/program/MusicSession.h"
-#include "platform/script/Printer.h"
+#include "script/values/Printer.h"
 
 #include <QFile>
 

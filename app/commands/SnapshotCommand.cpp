@@ -84,10 +84,10 @@ std::variant<Request, Problem> readRequest(const Invocation& invocation) {
     if (!views.contains(request.view))
         return QStringLiteral("--view is one of %1").arg(views.join(QStringLiteral(", ")));
     const QString scene = invocation.option(QStringLiteral("scene")).value_or(QStringLiteral("playing"));
-    const auto demoScene = musicapp::demoSceneNamed(scene);
+    const auto demoScene = players::demoSceneNamed(scene);
     if (!demoScene)
         return QStringLiteral("there is no scene '%1'; there are %2")
-            .arg(scene, musicapp::demoSceneNames().join(QStringLiteral(", ")));
+            .arg(scene, players::demoSceneNames().join(QStringLiteral(", ")));
     request.stage.scene = *demoScene;
     const auto sizeText = invocation.option(QStringLiteral("size"));
     const auto size = sizeText ? parseSize(*sizeText) : wholeSize(request.view);

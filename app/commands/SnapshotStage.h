@@ -7,9 +7,9 @@
 #include "platform/defaults/MemoryDefaults.h"
 #include "platform/dispatch/VirtualDispatcher.h"
 #include "platform/fonts/FontRegistry.h"
-#include "platform/musicapp/demo/DemoMusic.h"
-#include "platform/script/Host.h"
-#include "platform/script/Interpreter.h"
+#include "players/demo/DemoMusic.h"
+#include "script/run/Host.h"
+#include "script/run/Interpreter.h"
 
 #include <QQmlEngine>
 
@@ -22,7 +22,7 @@ namespace tarnwick {
 class SnapshotStage {
 public:
     struct Options {
-        musicapp::DemoScene scene = musicapp::DemoScene::Playing;
+        players::DemoScene scene = players::DemoScene::Playing;
         bool isFullScreen = false;
         std::map<QString, defaults::Value> preferences; ///< all others have their defaults
     };
@@ -55,7 +55,7 @@ private:
     fonts::FontRegistry m_fonts; ///< knows what is installed
     std::unique_ptr<OneWindow> m_windows;
     std::unique_ptr<SilentHost> m_host;
-    musicapp::DemoMusic m_music;
+    players::DemoMusic m_music;
     script::Interpreter m_interpreter;
     MusicSource m_source;
     BackgroundManager m_background;

@@ -3,7 +3,7 @@
 #include "app/commands/StatusReport.h"
 #include "app/desktop/StopSignals.h"
 #include "app/program/MusicSession.h"
-#include "platform/script/Error.h"
+#include "script/values/Error.h"
 
 #include <QEventLoop>
 #include <QTimer>
@@ -35,7 +35,7 @@ public:
         m_look.setTimerType(Qt::CoarseTimer);
         QObject::connect(&m_look, &QTimer::timeout, &m_loop, [this] { come(); });
         m_look.start(lookInterval);
-        session.music().setChangeHandler([this, weak = std::weak_ptr(m_alive)](musicapp::Changes) {
+        session.music().setChangeHandler([this, weak = std::weak_ptr(m_alive)](players::Changes) {
             m_session.dispatcher().mainQueue().async([this, weak] {
                 if (!weak.expired())
                     come();

@@ -8,8 +8,8 @@
 #include "assets/RenderQueue.h"
 #include "controls/assistive/AccessibleStates.h"
 #include "display/DisplayScene.h"
-#include "platform/musicapp/mpris/MprisMusic.h"
 #include "platform/windows/Frames.h"
+#include "players/mpris/MprisMusic.h"
 
 #include <QGuiApplication>
 #include <QQmlComponent>
@@ -59,7 +59,7 @@ QImage applicationImage() {
 }
 
 QDBusConnection desktopBus() {
-    if (!musicapp::MprisMusic::hasSessionBus())
+    if (!players::MprisMusic::hasSessionBus())
         return QDBusConnection(QStringLiteral("none"));
     return QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("tarnwick-desktop"));
 }

@@ -2,8 +2,8 @@
 
 #include "app/desktop/Identity.h"
 #include "assets/Catalogue.h"
-#include "platform/musicapp/demo/DemoMusic.h"
-#include "platform/musicapp/mpris/MprisMusic.h"
+#include "players/demo/DemoMusic.h"
+#include "players/mpris/MprisMusic.h"
 
 #include <QEventLoop>
 #include <QStandardPaths>
@@ -26,7 +26,7 @@ private:
 
 namespace {
 
-musicapp::MprisMusic::Options mprisOptions(const Invocation& invocation, bool isCommand) {
+players::MprisMusic::Options mprisOptions(const Invocation& invocation, bool isCommand) {
     const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
     return {.busAddress = {},
@@ -42,7 +42,7 @@ musicapp::MprisMusic::Options mprisOptions(const Invocation& invocation, bool is
 bool wantsDemo(const Invocation& invocation) {
     const QString source = invocation.option(QStringLiteral("source")).value_or(QStringLiteral("auto"));
     if (source == QLatin1String("auto"))
-        return !musicapp::MprisMusic::hasSessionBus() && !invocation.has(QStringLiteral("player"));
+        return !players::MprisMusic::hasSessionBus() && !invocation.has(QStringLiteral("player"));
     return source == QLatin1String("demo");
 }
 
@@ -53,11 +53,11 @@ QString sourceRemark(const Invocation& invocation) {
                : QString();
 }
 
-QString missingPlayer(const Invocation& invocation, const musicapp::MusicApplication& music) {
+QString missingPlayer(const Invocation& invocation, const players::MusicApplication& music) {
     const auto wanted = invocation.option(QStringLiteral("player"));
     if (!wanted || !music.playerName().isEmpty())
         return {};
-    if (!musicapp::MprisMusic::hasSessionBus())
+    if (!players::MprisMusic::hasSessionBus())
         return QStringLiteral("there is no session bus, so no player called '%1' can be found").arg(*wanted);
     const QStringList names = music.playerNames();
     return names.isEmpty() ? QStringLiteral("no player is called '%1'; there is none").arg(*wanted)
@@ -69,13 +69,13 @@ MusicSession::MusicSession(const Invocation& invocation, Options options)
     : m_images(std::make_shared<images::ImageStore>(m_dispatcher)),
       m_host(std::make_unique<ScriptHost>(m_dispatcher, options)) {
     if (wantsDemo(invocation))
-        m_music = std::make_unique<musicapp::DemoMusic>(
-            musicapp::DemoMusic::Options{.scene = options.demoScene,
-                                         .startsStopped = options.demoStartsStopped},
+        m_music = std::make_unique<players::DemoMusic>(
+            players::DemoMusic::Options{.scene = options.demoScene,
+                                        .startsStopped = options.demoStartsStopped},
             m_dispatcher, *m_images);
     else
-        m_music = std::make_unique<musicapp::MprisMusic>(mprisOptions(invocation, options.isCommand),
-                                                         m_dispatcher, *m_images);
+        m_music = std::make_unique<players::MprisMusic>(mprisOptions(invocation, options.isCommand),
+                                                        m_dispatcher, *m_images);
     m_interpreter = std::make_unique<script::Interpreter>(m_music->scripting());
     auto runner = std::make_shared<ScriptRunner>(
         m_dispatcher, [this](const QString& text) { return execute(text); }, options.log, options.unsaid);
@@ -122,7 +122,7 @@ void MusicSession::await(const std::vector<std::function<void(dispatch::Task)>>&
         loop.exec();
 }
 
-void followPlayer(MusicSource& source, musicapp::MusicApplication& music, TrackControls& controls) {
+void followPlayer(MusicSource& source, players::MusicApplication& music, TrackControls& controls) {
     const auto dim = [&music, &controls] {
         auto can = music.capabilities();
         can.canPlay = can.canPlay || music.playerName().isEmpty(); // it starts a player

@@ -4,9 +4,9 @@
 #include "controls/bar/TrackControls.h"
 #include "music/MusicSource.h"
 #include "platform/dispatch/SystemDispatcher.h"
-#include "platform/musicapp/demo/DemoScene.h"
-#include "platform/script/Host.h"
-#include "platform/script/Interpreter.h"
+#include "players/demo/DemoScene.h"
+#include "script/run/Host.h"
+#include "script/run/Interpreter.h"
 
 #include <atomic>
 #include <functional>
@@ -26,7 +26,7 @@ QString sourceRemark(const Invocation& invocation);
 
 /// Why nobody is followed although the command line names a player; empty when one is followed, or none is
 /// named.
-QString missingPlayer(const Invocation& invocation, const musicapp::MusicApplication& music);
+QString missingPlayer(const Invocation& invocation, const players::MusicApplication& music);
 
 /// Everything between a player and the model, put together as the command line asks.
 class MusicSession {
@@ -37,7 +37,7 @@ public:
         bool demoStartsStopped = false;
         bool isCommand = false; ///< it follows whom the display follows, and leaves no trace of its choice
         std::vector<int> unsaid = {}; ///< numbers of script errors that are not logged
-        musicapp::DemoScene demoScene = musicapp::DemoScene::Playing;
+        players::DemoScene demoScene = players::DemoScene::Playing;
     };
 
     MusicSession(const Invocation& invocation, Options options);
@@ -48,7 +48,7 @@ public:
 
     dispatch::SystemDispatcher& dispatcher() { return m_dispatcher; }
     images::ImageStore& images() { return *m_images; }
-    musicapp::MusicApplication& music() { return *m_music; }
+    players::MusicApplication& music() { return *m_music; }
     MusicSource& source() { return *m_source; }
 
     /// Compiles and runs a text on the calling thread.
@@ -67,7 +67,7 @@ private:
     dispatch::SystemDispatcher m_dispatcher;
     std::shared_ptr<images::ImageStore> m_images;
     std::unique_ptr<ScriptHost> m_host;
-    std::unique_ptr<musicapp::MusicApplication> m_music;
+    std::unique_ptr<players::MusicApplication> m_music;
     std::unique_ptr<script::Interpreter> m_interpreter;
     std::unique_ptr<MusicSource> m_source;
     std::atomic<bool> m_ending = false;
@@ -75,6 +75,6 @@ private:
 
 /// Refreshes `source` whenever `music` announces a change, and dims what its player cannot do in
 /// `controls`, which may go before the others.
-void followPlayer(MusicSource& source, musicapp::MusicApplication& music, TrackControls& controls);
+void followPlayer(MusicSource& source, players::MusicApplication& music, TrackControls& controls);
 
 } // namespace tarnwick

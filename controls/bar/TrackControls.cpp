@@ -172,7 +172,7 @@ void TrackControls::setWindowWidth(double width) {
     assign(m_windowWidth, width, &TrackControls::windowWidthChanged);
 }
 
-void TrackControls::setCapabilities(const musicapp::Capabilities& capabilities) {
+void TrackControls::setCapabilities(const players::Capabilities& capabilities) {
     m_volumeScale.setAvailable(capabilities.canSetVolume);
     QStringList dimmed;
     const auto dimUnless = [&](bool isPossible, const QString& button) {

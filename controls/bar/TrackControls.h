@@ -3,7 +3,7 @@
 #include "controls/bar/VolumeScale.h"
 #include "music/MusicSource.h"
 #include "platform/dispatch/Dispatcher.h"
-#include "platform/musicapp/MusicApplication.h"
+#include "players/MusicApplication.h"
 
 #include <QObject>
 #include <QPointF>
@@ -116,7 +116,7 @@ public:
     void showMessage(const QString& message);
 
     /// What the player can do, for the dimming.
-    void setCapabilities(const musicapp::Capabilities& capabilities);
+    void setCapabilities(const players::Capabilities& capabilities);
 
     VolumeScale* volumeScale() { return &m_volumeScale; }
     bool isHovered() const { return m_isHovered; }

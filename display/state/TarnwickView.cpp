@@ -299,7 +299,7 @@ void TarnwickView::setReducedMotion(bool reduced) {
     assign(m_reducedMotion, reduced, &TarnwickView::reducedMotionChanged);
 }
 
-void TarnwickView::setCapabilities(const musicapp::Capabilities& can) {
+void TarnwickView::setCapabilities(const players::Capabilities& can) {
     assign(m_canPlayTitles, can.canOpenTitle, &TarnwickView::canPlayTitlesChanged);
     m_gestures.setCanSeek(can.canSeek);
 }

@@ -156,7 +156,7 @@ public:
 
     bool canPlayTitles() const { return m_canPlayTitles; }
     /// What the player can do.
-    void setCapabilities(const musicapp::Capabilities& can);
+    void setCapabilities(const players::Capabilities& can);
 
     MusicSource& musicSource() const { return m_parts.musicSource; }
     Settings* settings() const { return &m_parts.settings; }

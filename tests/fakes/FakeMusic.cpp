@@ -1,7 +1,7 @@
 #include "tests/fakes/FakeMusic.h"
 
-#include "platform/musicapp/MusicTerms.h"
-#include "platform/script/Coercion.h"
+#include "players/MusicTerms.h"
+#include "script/values/Coercion.h"
 
 namespace tarnwick::fakes {
 
@@ -15,8 +15,8 @@ namespace {
 /// The program's words, and a command with a label, of which the program has none.
 const script::Terminology& words() {
     static const script::Terminology terminology = [] {
-        script::Terminology all = musicapp::terms::music();
-        return all.addCommand(QStringLiteral("play"), musicapp::terms::Play,
+        script::Terminology all = players::terms::music();
+        return all.addCommand(QStringLiteral("play"), players::terms::Play,
                               {{QStringLiteral("once"), script::term("POne")}});
     }();
     return terminology;
@@ -67,7 +67,7 @@ public:
     }
     std::vector<ObjectPointer> elements(const Query& query) const override {
         std::vector<ObjectPointer> found = m_real->elements(query);
-        if (query.elementClass == musicapp::terms::LibraryPlaylist)
+        if (query.elementClass == players::terms::LibraryPlaylist)
             for (ObjectPointer& each : found)
                 each = std::make_shared<CountedPlaylist>(each, m_library);
         return found;
@@ -90,9 +90,9 @@ private:
 } // namespace
 
 void FakeLibrary::makeIndex() {
-    std::vector<musicapp::Track> known;
+    std::vector<players::Track> known;
     for (const FakeTrack& each : tracks) {
-        musicapp::Track& track = known.emplace_back(each.facts);
+        players::Track& track = known.emplace_back(each.facts);
         track.name = each.name;
         track.artist = each.artist;
         track.album = each.album;
@@ -102,17 +102,17 @@ void FakeLibrary::makeIndex() {
         track.compilation = each.compilation;
         track.duration = each.duration;
     }
-    m_library = std::make_shared<const musicapp::Library>(std::move(known));
+    m_library = std::make_shared<const players::Library>(std::move(known));
 }
 
-std::shared_ptr<const musicapp::Snapshot> FakeLibrary::snapshot() const {
-    auto now = std::make_shared<musicapp::Snapshot>();
+std::shared_ptr<const players::Snapshot> FakeLibrary::snapshot() const {
+    auto now = std::make_shared<players::Snapshot>();
     now->running = running;
     now->state = state;
     if (current < m_library->tracks().size())
         now->current = m_library->tracks()[current];
     if (!artwork.isNull())
-        now->artwork = musicapp::Artwork{artwork, {}};
+        now->artwork = players::Artwork{artwork, {}};
     now->position.seconds = 12.5;
     now->volume = volume;
     now->shuffle = shuffle;

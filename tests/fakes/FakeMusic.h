@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/musicapp/Player.h"
-#include "platform/musicapp/ScriptableMusic.h"
+#include "players/Player.h"
+#include "players/ScriptableMusic.h"
 
 #include <QByteArray>
 #include <QString>
@@ -18,14 +18,14 @@ struct FakeTrack {
     int discNumber = 0;
     bool compilation = false;
     double duration = 0.0;
-    musicapp::Track facts = {}; ///< the others
+    players::Track facts = {}; ///< the others
 };
 
 /// A player: what is in its library, what plays, and what a script has done to it.
-struct FakeLibrary final : musicapp::Player {
+struct FakeLibrary final : players::Player {
     std::vector<FakeTrack> tracks;
     QStringList playlists; ///< the first one plays
-    musicapp::PlayerState state = musicapp::PlayerState::Playing;
+    players::PlayerState state = players::PlayerState::Playing;
     std::size_t current = 0;
     QByteArray artwork; ///< of the current track; null when it has none
     bool running = true;
@@ -40,7 +40,7 @@ struct FakeLibrary final : musicapp::Player {
     /// To be called after `tracks` has changed.
     void makeIndex();
 
-    std::shared_ptr<const musicapp::Snapshot> snapshot() const override;
+    std::shared_ptr<const players::Snapshot> snapshot() const override;
     dispatch::Instant now() const override { return {}; }
     void positionWasRead() override {}
     void playlistsWereRead() override {}
@@ -48,15 +48,15 @@ struct FakeLibrary final : musicapp::Player {
     void setVolume(double level) override { volume = level; }
     void setShuffle(bool on) override { shuffle = on; }
     void setPosition(double seconds) override { record.append(QStringLiteral("to %1 s").arg(seconds)); }
-    void play(const musicapp::Track&) override {}
-    void play(const musicapp::Playlist&) override {}
+    void play(const players::Track&) override {}
+    void play(const players::Playlist&) override {}
     std::optional<QString> launch() override {
         running = true;
         return {};
     }
 
 private:
-    std::shared_ptr<const musicapp::Library> m_library = musicapp::Library::empty();
+    std::shared_ptr<const players::Library> m_library = players::Library::empty();
 };
 
 /// Knows "Music", over a fake player, and nothing else.
@@ -69,7 +69,7 @@ public:
 
 private:
     std::shared_ptr<FakeLibrary> m_library;
-    musicapp::ScriptableMusic m_music{*m_library};
+    players::ScriptableMusic m_music{*m_library};
 };
 
 } // namespace tarnwick::fakes

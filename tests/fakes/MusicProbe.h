@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/musicapp/MusicApplication.h"
-#include "platform/musicapp/MusicTerms.h"
-#include "platform/script/Application.h"
+#include "players/MusicApplication.h"
+#include "players/MusicTerms.h"
+#include "script/values/Application.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -14,10 +14,10 @@ namespace tarnwick {
 /// Looks at a music application as a script does, and waits for what it should come to say.
 class MusicProbe {
 public:
-    explicit MusicProbe(musicapp::MusicApplication& music) : m_music(music) {
-        m_music.setChangeHandler([this](musicapp::Changes changes) {
+    explicit MusicProbe(players::MusicApplication& music) : m_music(music) {
+        m_music.setChangeHandler([this](players::Changes changes) {
             const QString seen = state() + u'|' + title() + u'|' + artist() + u'|' + album() + u'|' +
-                                 QString::number(real(musicapp::terms::Duration)) + u'|' +
+                                 QString::number(real(players::terms::Duration)) + u'|' +
                                  QString::number(cover().size());
             const std::lock_guard lock(m_mutex);
             if (m_history.isEmpty() || m_history.last() != seen)
@@ -37,13 +37,13 @@ public:
     }
 
     /// "playing", "paused" or "stopped".
-    QString state() { return application()->property(musicapp::terms::PlayerState).constantName(); }
+    QString state() { return application()->property(players::terms::PlayerState).constantName(); }
     bool isRunning() { return application()->isRunning(); }
 
     /// A property of the current track; Nothing when there is none.
     script::Value fact(script::Term property) {
         try {
-            return application()->property(musicapp::terms::CurrentTrack).asObject()->property(property);
+            return application()->property(players::terms::CurrentTrack).asObject()->property(property);
         } catch (const script::Error&) {
             return {};
         }
@@ -61,17 +61,17 @@ public:
         return value.is(script::Kind::Real) ? value.asReal() : 0;
     }
     QString title() { return text(script::terms::Name); }
-    QString artist() { return text(musicapp::terms::Artist); }
-    QString album() { return text(musicapp::terms::Album); }
+    QString artist() { return text(players::terms::Artist); }
+    QString album() { return text(players::terms::Album); }
 
     /// The bytes of the cover; empty when there is none.
     QByteArray cover() {
         try {
-            const auto track = application()->property(musicapp::terms::CurrentTrack).asObject();
+            const auto track = application()->property(players::terms::CurrentTrack).asObject();
             const auto artworks =
-                track->elements({.elementClass = musicapp::terms::Artwork, .from = 1, .to = 1});
+                track->elements({.elementClass = players::terms::Artwork, .from = 1, .to = 1});
             return artworks.empty() ? QByteArray()
-                                    : artworks.front()->property(musicapp::terms::Data).asData();
+                                    : artworks.front()->property(players::terms::Data).asData();
         } catch (const script::Error&) {
             return {};
         }
@@ -86,20 +86,20 @@ public:
         }
     }
     double position() {
-        const script::Value value = setting(musicapp::terms::PlayerPosition);
+        const script::Value value = setting(players::terms::PlayerPosition);
         return value.is(script::Kind::Real) ? value.asReal() : -1;
     }
     /// 0 to 100; -1 when the player has none.
     qint64 volume() {
-        const script::Value value = setting(musicapp::terms::SoundVolume);
+        const script::Value value = setting(players::terms::SoundVolume);
         return value.is(script::Kind::Integer) ? value.asInteger() : -1;
     }
 
     /// The values of `property` of the tracks of the library.
     QStringList library(script::Term property = script::terms::Name) {
         QStringList result;
-        for (const script::Value& value : playlist(musicapp::terms::LibraryPlaylist)
-                                              ->values({.elementClass = musicapp::terms::Track}, property))
+        for (const script::Value& value : playlist(players::terms::LibraryPlaylist)
+                                              ->values({.elementClass = players::terms::Track}, property))
             result.append(value.is(script::Kind::Text) ? value.asText() : QString::number(value.asInteger()));
         return result;
     }
@@ -116,7 +116,7 @@ public:
     }
     QStringList playlists() {
         QStringList result;
-        for (const auto& each : application()->elements({.elementClass = musicapp::terms::UserPlaylist}))
+        for (const auto& each : application()->elements({.elementClass = players::terms::UserPlaylist}))
             result.append(each->property(script::terms::Name).asText());
         return result;
     }
@@ -140,9 +140,9 @@ public:
     }
 
     /// What was announced since the last call.
-    musicapp::Changes takeChanges() {
+    players::Changes takeChanges() {
         const std::lock_guard lock(m_mutex);
-        return std::exchange(m_changes, musicapp::Changes());
+        return std::exchange(m_changes, players::Changes());
     }
     /// Blocks until an announcement comes, or has come last, at which `title` was to be seen; whether one
     /// did.
@@ -164,10 +164,10 @@ public:
     }
 
 private:
-    musicapp::MusicApplication& m_music;
+    players::MusicApplication& m_music;
     std::mutex m_mutex;
     std::condition_variable m_changed;
-    musicapp::Changes m_changes;
+    players::Changes m_changes;
     QStringList m_history;
     QString m_lastSeen; ///< at the last announcement
     int m_announcements = 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/script/Host.h"
+#include "script/run/Host.h"
 
 #include <vector>
 

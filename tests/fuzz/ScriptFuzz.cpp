@@ -1,7 +1,7 @@
 #include "tests/fuzz/ScriptFuzz.h"
 
-#include "platform/script/Interpreter.h"
-#include "platform/script/Printer.h"
+#include "script/run/Interpreter.h"
+#include "script/values/Printer.h"
 #include "tests/fakes/FakeMusic.h"
 #include "tests/fakes/QuietHost.h"
 

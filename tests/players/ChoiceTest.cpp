@@ -7,7 +7,7 @@
 namespace tarnwick {
 namespace {
 
-namespace terms = musicapp::terms;
+namespace terms = players::terms;
 
 QVariantMap paused(const QVariantMap& metadata) {
     return with(playing(metadata), {{"PlaybackStatus", "Paused"}});

@@ -1,6 +1,6 @@
 // Which player is followed, and what its track's album is, when players and the bus are slow, silent or late.
 
-#include "platform/musicapp/mpris/PlayerRoster.h"
+#include "players/mpris/PlayerRoster.h"
 #include "tests/fakes/RealPlayer.h"
 #include "tests/players/MprisFixture.h"
 
@@ -15,7 +15,7 @@
 namespace tarnwick {
 namespace {
 
-namespace terms = musicapp::terms;
+namespace terms = players::terms;
 
 QVariantMap with(QVariantMap map, const QVariantMap& more) {
     map.insert(more);
@@ -266,7 +266,7 @@ private:
 struct RosterTest : testing::Test {
     dispatch::SystemDispatcher dispatcher;
     FakeBus bus;
-    std::optional<musicapp::PlayerRoster> roster;
+    std::optional<players::PlayerRoster> roster;
     const QString connection = "tarnwick-roster-test";
 
     static bool eventually(const std::function<bool()>& condition) {
@@ -279,10 +279,10 @@ struct RosterTest : testing::Test {
         const auto client = QDBusConnection::connectToPeer(bus.address(), connection);
         ASSERT_TRUE(eventually([&] { return bus.isConnected(); }));
         roster.emplace(client, dispatcher,
-                       musicapp::PlayerRoster::Handlers{.changed = [] {},
-                                                        .leaves = [](auto&) {},
-                                                        .trackListChanged = [](auto&) {},
-                                                        .playlistsChanged = [](auto&) {}});
+                       players::PlayerRoster::Handlers{.changed = [] {},
+                                                       .leaves = [](auto&) {},
+                                                       .trackListChanged = [](auto&) {},
+                                                       .playlistsChanged = [](auto&) {}});
     }
     void TearDown() override {
         roster.reset();

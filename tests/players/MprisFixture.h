@@ -2,7 +2,7 @@
 
 #include "platform/dispatch/SystemDispatcher.h"
 #include "platform/images/ImageStore.h"
-#include "platform/musicapp/mpris/MprisMusic.h"
+#include "players/mpris/MprisMusic.h"
 #include "tests/fakes/FakePlayer.h"
 #include "tests/fakes/Files.h"
 #include "tests/fakes/MusicProbe.h"
@@ -29,14 +29,14 @@ struct MprisFixture : testing::Test {
     QTemporaryDir folder;
     dispatch::SystemDispatcher dispatcher;
     images::ImageStore images{dispatcher};
-    std::unique_ptr<musicapp::MprisMusic> music;
+    std::unique_ptr<players::MprisMusic> music;
     std::unique_ptr<MusicProbe> probe;
     std::unique_ptr<FakePlayer> player; ///< the one that `startWith` has made
 
-    void start(musicapp::MprisMusic::Options options = {}) {
+    void start(players::MprisMusic::Options options = {}) {
         options.busAddress = bus.address();
         probe.reset(); // may look at the one before
-        music = std::make_unique<musicapp::MprisMusic>(options, dispatcher, images);
+        music = std::make_unique<players::MprisMusic>(options, dispatcher, images);
         probe = std::make_unique<MusicProbe>(*music);
         ASSERT_TRUE(music->waitUntilReady(5s));
     }

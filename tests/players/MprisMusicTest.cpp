@@ -1,12 +1,12 @@
-#include "platform/musicapp/mpris/MprisMusic.h"
+#include "players/mpris/MprisMusic.h"
 
 #include "tests/players/MprisFixture.h"
 
 namespace tarnwick {
 namespace {
 
-using musicapp::Change;
-namespace terms = musicapp::terms;
+using players::Change;
+namespace terms = players::terms;
 
 using MprisMusicTest = MprisFixture;
 

@@ -4,7 +4,7 @@
 namespace tarnwick {
 namespace {
 
-namespace terms = musicapp::terms;
+namespace terms = players::terms;
 
 struct PlaylistsTest : MprisFixture {
     QList<WirePlaylist> lists{{QDBusObjectPath("/list/2"), "musica", ""},
@@ -60,7 +60,7 @@ TEST_F(PlaylistsTest, AreWaitedForAndStayWhileThePlayerHangs) {
     EXPECT_FALSE(eventually([&] { return !music->capabilities().hasPlaylists; }, 1300ms));
     probe->takeChanges();
     player->hang(false);
-    EXPECT_TRUE(eventually([&] { return probe->takeChanges().testFlag(musicapp::Change::Playlist); }, 2s));
+    EXPECT_TRUE(eventually([&] { return probe->takeChanges().testFlag(players::Change::Playlist); }, 2s));
     EXPECT_EQ(probe->playlists().size(), 4);
 }
 

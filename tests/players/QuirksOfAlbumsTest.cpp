@@ -10,8 +10,8 @@
 namespace tarnwick {
 namespace {
 
-using musicapp::Change;
-namespace terms = musicapp::terms;
+using players::Change;
+namespace terms = players::terms;
 
 const std::vector<Quirk> coverQuirks{
     {"CoversByEveryKindOfAddress", playing(alba),

@@ -8,8 +8,8 @@
 namespace tarnwick {
 namespace {
 
-using musicapp::Change;
-namespace terms = musicapp::terms;
+using players::Change;
+namespace terms = players::terms;
 
 const std::vector<Quirk> stateQuirks{
     {"PlayingWithNothingLoaded", // mpv

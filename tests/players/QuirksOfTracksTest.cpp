@@ -7,8 +7,8 @@
 namespace tarnwick {
 namespace {
 
-using musicapp::Change;
-namespace terms = musicapp::terms;
+using players::Change;
+namespace terms = players::terms;
 
 const std::vector<Quirk> metadataQuirks{
     {"TextsForListsAndListsForTexts", // Sayonara, VLC, Spotify

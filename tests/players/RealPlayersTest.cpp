@@ -10,7 +10,7 @@
 namespace tarnwick {
 namespace {
 
-namespace terms = musicapp::terms;
+namespace terms = players::terms;
 
 const QString oddTitle = QStringLiteral("Alba \"sul\" C\\arso, perché no?");
 

@@ -10,7 +10,7 @@
 namespace tarnwick {
 namespace {
 
-namespace terms = musicapp::terms;
+namespace terms = players::terms;
 
 /// An album of three files, and a player that plays the first of them.
 struct TitlesTest : MprisFixture {

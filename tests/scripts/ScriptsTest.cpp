@@ -14,10 +14,10 @@
 
 #include "music/Scripts.h"
 
-#include "platform/script/Application.h"
-#include "platform/script/Host.h"
-#include "platform/script/Interpreter.h"
-#include "platform/script/Printer.h"
+#include "script/run/Host.h"
+#include "script/run/Interpreter.h"
+#include "script/values/Application.h"
+#include "script/values/Printer.h"
 #include "tests/fakes/FakeMusic.h"
 
 #include <QDir>
@@ -92,7 +92,7 @@ std::shared_ptr<fakes::FakeLibrary> libraryFor(const QString& source) {
         return source.contains(QLatin1String("-- given: ") + QLatin1String(words));
     };
     if (!isGiven("no facts")) {
-        musicapp::Track& known = library->tracks[1].facts;
+        players::Track& known = library->tracks[1].facts;
         known.genre = "Pop";
         known.comment = "Italy";
         known.grouping = "Gruppo";
@@ -111,9 +111,9 @@ std::shared_ptr<fakes::FakeLibrary> libraryFor(const QString& source) {
             track.album.clear();
     library->current = isGiven("no track") ? 1000 : 1;
     library->running = !isGiven("not running");
-    library->state = isGiven("stopped") || !library->running ? musicapp::PlayerState::Stopped
-                     : isGiven("paused")                     ? musicapp::PlayerState::Paused
-                                                             : musicapp::PlayerState::Playing;
+    library->state = isGiven("stopped") || !library->running ? players::PlayerState::Stopped
+                     : isGiven("paused")                     ? players::PlayerState::Paused
+                                                             : players::PlayerState::Playing;
     library->playlists = {"Musica", R"(Jazz "live")"};
     library->makeIndex();
     return library;

@@ -43,7 +43,7 @@ TEST_F(BarSceneTest, TheBarsSizesFollowTheWindow) {
 
 TEST_F(BarSceneTest, ThePointerShowsTheBarAndAButtonSaysWhatItDoesOnceItHasRested) {
     QQuickItem* bar = showBar();
-    musicapp::Capabilities capabilities;
+    players::Capabilities capabilities;
     controls->setCapabilities(capabilities); // a dimmed button's tip is as bright as any other
     QTest::mouseMove(window.get(), QPoint(20, 20));
     EXPECT_FALSE(controls->showTrackControls());

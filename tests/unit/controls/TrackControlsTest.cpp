@@ -100,7 +100,7 @@ TEST_F(TrackControlsTest, TheVolumeStaysInItsRange) {
 }
 
 TEST_F(TrackControlsTest, DimsWhatThePlayerCannotDo) {
-    musicapp::Capabilities capabilities;
+    players::Capabilities capabilities;
     capabilities.canPlay = capabilities.canGoNext = capabilities.hasPlaylists = true;
     controls->setCapabilities(capabilities);
     EXPECT_THAT(controls->dimmedButtons(), ElementsAre("previous", "shuffle"));

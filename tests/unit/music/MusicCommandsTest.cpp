@@ -8,10 +8,10 @@ using testing::IsEmpty;
 namespace tarnwick {
 namespace {
 
-class FakeMusic : public musicapp::MusicApplication {
+class FakeMusic : public players::MusicApplication {
 public:
     script::ApplicationProvider& scripting() override { std::abort(); }
-    musicapp::Capabilities capabilities() const override { return {}; }
+    players::Capabilities capabilities() const override { return {}; }
     QString playerName() const override { return {}; }
     void setChangeHandler(ChangeHandler changeHandler) override { handler = std::move(changeHandler); }
     bool waitUntilReady(dispatch::Duration) override { return true; }
@@ -127,14 +127,14 @@ TEST_F(MusicCommandsTest, PlaylistsMatchWithoutCaseAndSurroundingSpace) {
 }
 
 TEST_F(MusicCommandsTest, AnnouncementsRefreshAtOnceAndAFloodIsOneQuestion) {
-    using musicapp::Change;
+    using players::Change;
     FakeMusic music;
     source->follow(music);
     for (int i = 0; i < 1000; ++i)
         music.handler(Change::Position);
     dispatcher.runUntilIdle();
     EXPECT_THAT(sent, ElementsAre(scripts::nowPlaying()));
-    const std::pair<musicapp::Changes, QStringList> rows[] = {
+    const std::pair<players::Changes, QStringList> rows[] = {
         {Change::Volume | Change::Shuffle, {scripts::getShuffle(), scripts::getVolume()}},
         {Change::Track, {scripts::nowPlaying(), scripts::currentPlaylist(), scripts::tracksByDisc()}},
     };

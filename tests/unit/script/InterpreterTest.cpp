@@ -1,10 +1,10 @@
 // What needs more than a script that runs to its end: limits, hostile texts, threads, replies.
 
-#include "platform/script/Interpreter.h"
+#include "script/run/Interpreter.h"
 
-#include "platform/script/Application.h"
-#include "platform/script/Coercion.h"
-#include "platform/script/Printer.h"
+#include "script/values/Application.h"
+#include "script/values/Coercion.h"
+#include "script/values/Printer.h"
 #include "tests/fakes/FakeMusic.h"
 #include "tests/fakes/QuietHost.h"
 
