@@ -20,14 +20,11 @@ class FontFileChoice : public QObject {
     Q_OBJECT
 
 public:
-    FontFileChoice(QObject* dialog, QQuickWindow& window, std::function<void(const QStringList&)> chosen)
+    FontFileChoice(QObject* dialog, const QQuickWindow& window,
+                   std::function<void(const QStringList&)> chosen)
         : QObject(dialog), m_dialog(dialog), m_window(window), m_chosen(std::move(chosen)) {
         connect(dialog, SIGNAL(accepted()), SLOT(accept()));
         connect(dialog, SIGNAL(rejected()), SLOT(reject()));
-        connect(&window, &QWindow::visibleChanged, this, [this](bool isVisible) {
-            if (!isVisible)
-                goAtOnce();
-        });
     }
 
 private Q_SLOTS:
@@ -47,15 +44,9 @@ private:
         m_dialog->deleteLater();
         keepWhatIsLeft(m_window);
     }
-    void goAtOnce() {
-        QObject* dialog = m_dialog;
-        m_chosen({});
-        keepWhatIsLeft(m_window);
-        delete dialog; // and this with it
-    }
 
     QObject* m_dialog;
-    QQuickWindow& m_window;
+    const QQuickWindow& m_window;
     std::function<void(const QStringList&)> m_chosen;
 };
 

@@ -147,7 +147,10 @@ FocusScope {
                 root.controls.useByKeys();
                 event.accepted = true;
             }
-            Keys.onEscapePressed: root.leaveByTab()
+            Keys.onEscapePressed: event => {
+                root.leaveByTab();
+                event.accepted = false; // what it is for otherwise it is for here, too
+            }
 
             Row {
                 id: buttons

@@ -32,12 +32,7 @@ PreferencesWindowOpener::PreferencesWindowOpener(QQmlEngine& engine, Settings& s
                                                  std::function<void(QQuickWindow&)> opened)
     : m_engine(engine), m_settings(settings), m_model(model), m_opened(std::move(opened)) {}
 
-PreferencesWindowOpener::~PreferencesWindowOpener() {
-    if (QQuickWindow* window = m_window) {
-        window->close(); // what stands over it goes first
-        delete window;
-    }
-}
+PreferencesWindowOpener::~PreferencesWindowOpener() { delete m_window; }
 
 void PreferencesWindowOpener::open() {
     if (!m_window) {

@@ -289,11 +289,13 @@ private:
             return;
         note("minimise by the button, restore by the taskbar, close");
         const QPoint corner = now.place().topLeft();
+        // In full screen the buttons stand as far from each other as fingers need it.
+        const QPoint button = corner + QPoint(now.is("isFullScreen") ? 83 : 50, 26);
         person().moveTo(corner + QPoint(100, 45));
-        person().moveTo(corner + QPoint(50, 26));
+        person().moveTo(button);
         m_observer.expect("the buttons are shown",
                           [](const ProgramState& state) { return state.is("hasButtons"); });
-        person().click(corner + QPoint(50, 26), XCB_BUTTON_INDEX_1);
+        person().click(button, XCB_BUTTON_INDEX_1);
         expectMinimised();
         person().activate(now.window());
         expectShown();

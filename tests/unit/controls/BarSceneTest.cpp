@@ -204,6 +204,17 @@ TEST_F(BarSceneTest, TheKeyboardGoesThroughTheBarAndOutOfIt) {
     QTest::keyClick(window.get(), Qt::Key_Backtab);
     QTest::keyClick(window.get(), Qt::Key_Backtab);
     EXPECT_EQ(window->activeFocusItem(), &other);
+
+    for (const auto& leave :
+         {std::function<void()>([this] { press(Qt::Key_Escape); }), std::function<void()>([this] {
+              QTest::mouseClick(window.get(), Qt::LeftButton, {}, QPoint(50, 50));
+          }),
+          std::function<void()>([this] { dispatcher.advance(std::chrono::seconds(10)); })}) {
+        press(Qt::Key_Tab);
+        ASSERT_NE(window->activeFocusItem(), &other);
+        leave();
+        EXPECT_EQ(window->activeFocusItem(), &other);
+    }
 }
 
 TEST_F(BarSceneTest, TheSliderTellsItsValueAndTakesOne) {
