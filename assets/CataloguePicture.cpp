@@ -1,7 +1,7 @@
 #include "assets/CataloguePicture.h"
 
 #include "assets/Catalogue.h"
-#include "assets/RenderQueue.h"
+#include "canvas/RenderQueue.h"
 
 #include <QPointer>
 

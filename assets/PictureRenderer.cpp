@@ -1,6 +1,6 @@
 #include "assets/PictureRenderer.h"
 
-#include "assets/Dither.h"
+#include "canvas/Dither.h"
 
 #include <QBuffer>
 #include <QImageReader>

@@ -3,7 +3,7 @@
 // third run as processes of their own, the first two under the renderer of the environment:
 // display_bench bare|display frame|turn, display_bench display hour.
 
-#include "assets/RenderQueue.h"
+#include "canvas/RenderQueue.h"
 #include "display/DisplayScene.h"
 #include "display/SceneRenderer.h"
 #include "display/state/TarnwickView.h"

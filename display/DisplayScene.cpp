@@ -10,6 +10,7 @@
 Q_IMPORT_QML_PLUGIN(Tarnwick_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Tarnwick_DisplayPlugin)
 Q_IMPORT_QML_PLUGIN(Tarnwick_AssetsPlugin)
+Q_IMPORT_QML_PLUGIN(Tarnwick_CanvasPlugin)
 Q_IMPORT_QML_PLUGIN(Tarnwick_SettingsPlugin)
 Q_IMPORT_QML_PLUGIN(Tarnwick_VisualsPlugin)
 

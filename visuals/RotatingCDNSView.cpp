@@ -1,6 +1,6 @@
 #include "visuals/RotatingCDNSView.h"
 
-#include "assets/RenderQueue.h"
+#include "canvas/RenderQueue.h"
 
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>

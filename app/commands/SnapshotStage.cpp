@@ -1,7 +1,7 @@
 #include "app/commands/SnapshotStage.h"
 
 #include "app/program/MusicSession.h"
-#include "assets/RenderQueue.h"
+#include "canvas/RenderQueue.h"
 
 #include <QTimeZone>
 

@@ -5,7 +5,7 @@
 #include "app/desktop/Memory.h"
 #include "app/program/KeyView.h"
 #include "assets/Catalogue.h"
-#include "assets/RenderQueue.h"
+#include "canvas/RenderQueue.h"
 #include "controls/assistive/AccessibleStates.h"
 #include "display/DisplayScene.h"
 #include "platform/windows/Frames.h"

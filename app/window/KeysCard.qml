@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
 import Tarnwick.Assets
+import Tarnwick.Canvas
 
 // What the keys do, calmly over the display. Any key takes it away, and so does a press anywhere.
 Popup {

@@ -1,6 +1,6 @@
 #include "controls/bar/Frost.h"
 
-#include "assets/ContinuousCorners.h"
+#include "canvas/ContinuousCorners.h"
 
 #include <QPainter>
 #include <QPainterPath>

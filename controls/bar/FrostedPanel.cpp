@@ -1,6 +1,6 @@
 #include "controls/bar/FrostedPanel.h"
 
-#include "assets/RenderQueue.h"
+#include "canvas/RenderQueue.h"
 #include "controls/bar/Frost.h"
 
 #include <QPointer>

@@ -1,5 +1,6 @@
 import QtQuick
 import Tarnwick.Assets
+import Tarnwick.Canvas
 
 /// What a script wants to tell, calmly above the bar. Never in the way.
 Rectangle {

@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
 import Tarnwick.Assets
+import Tarnwick.Canvas
 import Tarnwick.Controls
 
 /// What the rows of the playlist picker have in common: a text that is a button.

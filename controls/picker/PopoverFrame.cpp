@@ -1,6 +1,6 @@
 #include "controls/picker/PopoverFrame.h"
 
-#include "assets/RenderQueue.h"
+#include "canvas/RenderQueue.h"
 
 #include <QPointer>
 #include <QQuickWindow>

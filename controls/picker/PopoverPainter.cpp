@@ -1,7 +1,7 @@
 #include "controls/picker/PopoverPainter.h"
 
-#include "assets/ContinuousCorners.h"
-#include "assets/MaskBlur.h"
+#include "canvas/ContinuousCorners.h"
+#include "canvas/MaskBlur.h"
 #include "controls/picker/PickerColours.h"
 
 #include <QPainter>

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 import Tarnwick.Assets
+import Tarnwick.Canvas
 import Tarnwick.Controls
 import Tarnwick.Settings
 

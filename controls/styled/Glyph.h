@@ -1,6 +1,6 @@
 #pragma once
 
-#include "assets/PictureItem.h"
+#include "canvas/PictureItem.h"
 
 #include <QColor>
 

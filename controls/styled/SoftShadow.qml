@@ -1,7 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Tarnwick.Assets
+import Tarnwick.Canvas
 
 /// The shadow of what has this item's place: layers that together fall off like a blur.
 Item {

@@ -1,5 +1,5 @@
 import QtQuick
-import Tarnwick.Assets
+import Tarnwick.Canvas
 
 /// A word about the control under the pointer, once it has rested there.
 Rectangle {

@@ -1,5 +1,4 @@
 import QtQuick
-import Tarnwick.Assets
 import Tarnwick.Display
 
 // A finger that goes left or right over the front of the cover: the cover goes with it, and falls back, or goes

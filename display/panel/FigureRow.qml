@@ -1,7 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Tarnwick.Assets
+import Tarnwick.Canvas
 import Tarnwick.Display
 
 // A text of figures and colons in its place on the panel.

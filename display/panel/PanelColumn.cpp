@@ -1,6 +1,6 @@
 #include "display/panel/PanelColumn.h"
 
-#include "assets/type/TextInk.h"
+#include "canvas/type/TextInk.h"
 
 #include <algorithm>
 #include <cmath>

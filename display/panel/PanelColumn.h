@@ -1,6 +1,6 @@
 #pragma once
 
-#include "assets/type/TypeItem.h"
+#include "canvas/type/TypeItem.h"
 #include "display/panel/PanelLayout.h"
 
 #include <functional>

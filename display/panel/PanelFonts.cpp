@@ -1,6 +1,6 @@
 #include "display/panel/PanelFonts.h"
 
-#include "assets/type/TextInk.h"
+#include "canvas/type/TextInk.h"
 
 #include <QStringList>
 

@@ -1,6 +1,6 @@
 #include "display/panel/PanelLayout.h"
 
-#include "assets/type/TextInk.h"
+#include "canvas/type/TextInk.h"
 #include "display/panel/PanelColumn.h"
 #include "display/state/TrackTexts.h"
 

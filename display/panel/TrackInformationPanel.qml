@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Tarnwick.Assets
+import Tarnwick.Canvas
 import Tarnwick.Controls
 import Tarnwick.Display
 

@@ -1,6 +1,6 @@
 #include "display/pictures/CutPictureItem.h"
 
-#include "assets/RenderQueue.h"
+#include "canvas/RenderQueue.h"
 
 #include <QPointer>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "assets/PictureItem.h"
-#include "assets/SettleTimer.h"
+#include "canvas/PictureItem.h"
+#include "canvas/SettleTimer.h"
 #include "display/pictures/Picture.h"
 #include "display/pictures/PictureCut.h"
 

@@ -1,7 +1,7 @@
 #include "display/pictures/PictureCut.h"
 
-#include "assets/ContinuousCorners.h"
-#include "assets/MaskBlur.h"
+#include "canvas/ContinuousCorners.h"
+#include "canvas/MaskBlur.h"
 
 #include <QPainter>
 

@@ -1,7 +1,7 @@
 #include "display/stage/Stage.h"
 
-#include "assets/RenderQueue.h"
-#include "assets/type/TextInk.h"
+#include "canvas/RenderQueue.h"
+#include "canvas/type/TextInk.h"
 #include "display/panel/Legibility.h"
 #include "display/pictures/PictureCut.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "assets/SettleTimer.h"
+#include "canvas/SettleTimer.h"
 #include "controls/bar/Backdrop.h"
 #include "display/panel/PanelItem.h"
 #include "display/pictures/CutPictureItem.h"

@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Tarnwick.Assets
+import Tarnwick.Canvas
 
 // The line above the titles of a disc.
 Item {

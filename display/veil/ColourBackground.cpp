@@ -1,6 +1,6 @@
 #include "display/veil/ColourBackground.h"
 
-#include "assets/Dither.h"
+#include "canvas/Dither.h"
 #include "display/veil/Veils.h"
 
 #include <QQuickWindow>

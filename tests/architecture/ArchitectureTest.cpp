@@ -12,8 +12,8 @@ namespace tarnwick {
 namespace {
 
 /// From the top down: a folder uses only folders that stand behind it.
-const QStringList layers{"app",      "display", "controls", "music",  "visuals",
-                         "settings", "assets",  "players",  "script", "platform"};
+const QStringList layers{"app",    "display", "controls", "music",  "visuals", "settings",
+                         "assets", "canvas",  "players",  "script", "platform"};
 
 /// The whole of what `music` may use of `visuals`.
 const QString classifier = "visuals/FormatClassifier.h";

@@ -11,6 +11,7 @@
 #include <algorithm>
 
 Q_IMPORT_QML_PLUGIN(Tarnwick_AssetsPlugin)
+Q_IMPORT_QML_PLUGIN(Tarnwick_CanvasPlugin)
 Q_IMPORT_QML_PLUGIN(Tarnwick_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Tarnwick_SettingsPlugin)
 

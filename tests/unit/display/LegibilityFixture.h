@@ -1,8 +1,8 @@
 #pragma once
 
 #include "assets/CataloguePicture.h"
-#include "assets/type/TextInk.h"
-#include "assets/type/TypeItem.h"
+#include "canvas/type/TextInk.h"
+#include "canvas/type/TypeItem.h"
 #include "display/panel/Legibility.h"
 #include "display/panel/PanelItem.h"
 #include "tests/unit/display/SceneFixture.h"

@@ -1,6 +1,6 @@
 #include "display/panel/PanelLayout.h"
 
-#include "assets/type/TextInk.h"
+#include "canvas/type/TextInk.h"
 
 #include <QFontInfo>
 #include <gmock/gmock.h>

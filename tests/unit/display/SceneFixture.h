@@ -1,7 +1,7 @@
 #pragma once
 
-#include "assets/RenderQueue.h"
-#include "assets/SettleTimer.h"
+#include "canvas/RenderQueue.h"
+#include "canvas/SettleTimer.h"
 #include "display/DisplayScene.h"
 #include "display/SceneRenderer.h"
 #include "display/stage/Stage.h"

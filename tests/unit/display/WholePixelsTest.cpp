@@ -1,4 +1,4 @@
-#include "assets/type/TypeItem.h"
+#include "canvas/type/TypeItem.h"
 #include "display/pictures/CutPictureItem.h"
 #include "tests/unit/display/SceneFixture.h"
 

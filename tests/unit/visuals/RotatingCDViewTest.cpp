@@ -1,4 +1,4 @@
-#include "assets/RenderQueue.h"
+#include "canvas/RenderQueue.h"
 #include "platform/dispatch/VirtualDispatcher.h"
 #include "visuals/RotatingCDLayerView.h"
 

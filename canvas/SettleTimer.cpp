@@ -1,6 +1,6 @@
-#include "assets/SettleTimer.h"
+#include "canvas/SettleTimer.h"
 
-#include "assets/RenderQueue.h"
+#include "canvas/RenderQueue.h"
 
 namespace tarnwick {
 

@@ -1,6 +1,6 @@
-#include "assets/type/TypeItem.h"
+#include "canvas/type/TypeItem.h"
 
-#include "assets/type/TextInk.h"
+#include "canvas/type/TextInk.h"
 
 #include <QImage>
 #include <QPainter>

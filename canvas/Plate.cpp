@@ -1,6 +1,6 @@
-#include "assets/Plate.h"
+#include "canvas/Plate.h"
 
-#include "assets/ContinuousCorners.h"
+#include "canvas/ContinuousCorners.h"
 
 #include <QPainter>
 #include <QQuickWindow>

@@ -1,4 +1,4 @@
-#include "assets/Dither.h"
+#include "canvas/Dither.h"
 
 #include <QRgba64>
 

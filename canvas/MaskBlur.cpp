@@ -1,4 +1,4 @@
-#include "assets/MaskBlur.h"
+#include "canvas/MaskBlur.h"
 
 #include <cmath>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "assets/PictureItem.h"
+#include "canvas/PictureItem.h"
 
 #include <QQuickWindow>
 #include <QSGImageNode>

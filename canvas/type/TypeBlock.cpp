@@ -1,6 +1,6 @@
-#include "assets/type/TypeBlock.h"
+#include "canvas/type/TypeBlock.h"
 
-#include "assets/type/TextInk.h"
+#include "canvas/type/TextInk.h"
 
 namespace tarnwick {
 

@@ -1,4 +1,4 @@
-#include "assets/RenderQueue.h"
+#include "canvas/RenderQueue.h"
 
 #include <QCoreApplication>
 #include <QTimer>

@@ -1,5 +1,5 @@
-#include "assets/type/TextInk.h"
-#include "assets/type/TypeItem.h"
+#include "canvas/type/TextInk.h"
+#include "canvas/type/TypeItem.h"
 
 #include <QFontDatabase>
 #include <QImage>
@@ -45,7 +45,7 @@ protected:
     static std::unique_ptr<TypeItem> make() {
         QQmlEngine engine;
         QQmlComponent component(&engine);
-        component.setData("import Tarnwick.Assets\nTypeItem {}", QUrl());
+        component.setData("import Tarnwick.Canvas\nTypeItem {}", QUrl());
         std::unique_ptr<QObject> object(component.create());
         return std::unique_ptr<TypeItem>(qobject_cast<TypeItem*>(object.release()));
     }

@@ -1,4 +1,4 @@
-#include "assets/ContinuousCorners.h"
+#include "canvas/ContinuousCorners.h"
 
 #include <QPolygonF>
 

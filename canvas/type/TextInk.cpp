@@ -1,4 +1,4 @@
-#include "assets/type/TextInk.h"
+#include "canvas/type/TextInk.h"
 
 #include <QGlyphRun>
 #include <QHash>

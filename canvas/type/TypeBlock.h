@@ -1,6 +1,6 @@
 #pragma once
 
-#include "assets/type/TypeItem.h"
+#include "canvas/type/TypeItem.h"
 
 namespace tarnwick {
 
